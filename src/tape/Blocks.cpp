@@ -1,0 +1,286 @@
+#include "tape/Blocks.h"
+
+#include "tape/Prompt.h"
+#include "tape/TZXFunct.h"
+
+#include <algorithm>
+#include <cctype>
+#include <cmath>
+#include <optional>
+
+namespace cintal {
+
+namespace {
+
+// A list position given as a number, as an index into the vector.
+std::optional<std::size_t> IndexOf(double position, std::size_t count) {
+    if (!(position >= 1) || position > static_cast<double>(count)) return std::nullopt;
+    return static_cast<std::size_t>(std::llround(position)) - 1;
+}
+
+void AppendLe32(Bytes& out, std::uint32_t v) {
+    for (int i = 0; i < 4; ++i)
+        out += static_cast<char>((v >> (8 * i)) & 0xFF);
+}
+
+std::string Lower(std::string s) {
+    std::transform(s.begin(), s.end(), s.begin(),
+                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+    return s;
+}
+
+constexpr const char* kSpecialNote = "comprobar si es especial";
+
+} // namespace
+
+std::string Blocks::BlockKindName(std::int32_t kind) {
+    switch (kind) {
+    case 0x10:
+        return "Bloque estandar";
+    case 0x11:
+        return "Bloque turbo";
+    case 0x12:
+        return "Tono puro";
+    case 0x13:
+        return "Secuencia de pulsos";
+    case 0x14:
+        return "Datos puros";
+    case 0x15:
+        return "Grabaci\xF3n directa";
+    case 0x16:
+        return "C64 Standard Block";
+    case 0x17:
+        return "C64 Turbo Block";
+    case 0x20:
+        return "Pausa/detenci\xF3n";
+    case 0x21:
+        return "Inicio de grupo";
+    case 0x22:
+        return "Final de grupo";
+    case 0x23:
+        return "Salto al bloque";
+    case 0x24:
+        return "Inicio de bucle";
+    case 0x25:
+        return "Final de bucle";
+    case 0x28:
+        return "Seleccionar bloque";
+    case 0x2A:
+        return "Parar la cinta si 48K";
+    case 0x30:
+        return "Texto: ";
+    case 0x31:
+        return "Mensaje:";
+    case 0x32:
+        return "Info de archivo";
+    case 0x33:
+        return "Tipo de Hardware";
+    case 0x34:
+        return "Info de Emulaci\xF3n";
+    case 0x35:
+        return "Info personalizada";
+    case 0x40:
+        return "Snapshot";
+    case 0x5A:
+        return "Block Merge Marker";
+    case 0xFE:
+        return "Final de la cinta";
+    default:
+        Ask("otro");
+        return {};
+    }
+}
+
+BlockRef Blocks::Add(std::int32_t sIdTipoBloque, std::string sDescr, Bytes sBlockData,
+                     double sLenghtTot, const std::string&, double sPosition) {
+    auto b = std::make_shared<Block>();
+    b->IdTipoBloque = sIdTipoBloque;
+    b->BlockData = std::move(sBlockData);
+    b->Descr = std::move(sDescr);
+    b->LenghtTot = static_cast<std::int64_t>(sLenghtTot);
+    b->TipoBloque = BlockKindName(sIdTipoBloque);
+    auto at = IndexOf(sPosition, list.size());
+    if (sPosition > 0 && at)
+        list.insert(list.begin() + static_cast<std::ptrdiff_t>(*at), b);
+    else
+        list.push_back(b);
+    return b;
+}
+
+BlockRef Blocks::Item(double vntIndexKey) const {
+    auto at = IndexOf(vntIndexKey, list.size());
+    return at ? list[*at] : nullptr;
+}
+
+void Blocks::Remove(double vntIndexKey) {
+    auto at = IndexOf(vntIndexKey, list.size());
+    if (!at) return;
+    switch (list[*at]->IdTipoBloque) {
+    case 0x21:
+        Ask("va a eliminar un bloque de tipo \"Inicio de grupo\". Debe eliminar también el "
+            "correspondiente bloque \"Final de grupo\"");
+        break;
+    case 0x22:
+        Ask("va a eliminar un bloque de tipo \"Final de grupo\". Debe eliminar también el "
+            "correspondiente bloque \"Inicio de grupo\"");
+        break;
+    case 0x24:
+    case 0x25:
+    case 0x26:
+    case 0x27:
+        Ask(kSpecialNote);
+        break;
+    default:
+        break;
+    }
+    RemoveAt(*at);
+}
+
+BlockRef Blocks::Move(double BlockNumber, bool Up) {
+    if (BlockNumber == 0) return nullptr;
+    if (Up && BlockNumber < 2) return nullptr;
+    if (!Up && BlockNumber == static_cast<double>(list.size())) return nullptr;
+    auto at = IndexOf(BlockNumber, list.size());
+    if (!at) return nullptr;
+
+    // The moved block is a new object: a reference held from before no longer
+    // points into the list.
+    const Block& old = *list[*at];
+    auto moved = std::make_shared<Block>();
+    moved->Descr = old.Descr;
+    moved->BlockData = old.BlockData;
+    moved->IdTipoBloque = old.IdTipoBloque;
+    moved->LenghtTot = old.LenghtTot;
+    moved->TipoBloque = old.TipoBloque;
+    moved->CutShort = old.CutShort;
+    RemoveAt(*at);
+    std::size_t dest = Up ? *at - 1 : *at + 1;
+    list.insert(list.begin() + static_cast<std::ptrdiff_t>(std::min(dest, list.size())), moved);
+    Ask(kSpecialNote);
+    return moved;
+}
+
+std::int64_t Blocks::DelBlockDupe(double chkTipoBloque) {
+    std::int64_t seen = 0, removed = 0;
+    for (std::size_t i = list.size(); i-- > 0;) {
+        if (list[i]->IdTipoBloque != chkTipoBloque) continue;
+        if (seen++ == 0) continue; // the one nearest the end stays
+        Remove(static_cast<double>(i + 1));
+        ++removed;
+    }
+    return removed;
+}
+
+std::int64_t Blocks::CheckRedundantBlocks() {
+    std::int64_t removed = 0;
+    for (std::size_t i = list.size(); i-- > 0;) {
+        if (list[i]->IdTipoBloque != 0x5A) continue;
+        Remove(static_cast<double>(i + 1));
+        ++removed;
+    }
+    removed += DelBlockDupe(0x32);
+    Ask("Eliminados " + std::to_string(removed) + " bloques sobrantes.", {}, Icon::Information);
+    return removed;
+}
+
+void Blocks::MakeNewBlock(std::int32_t sIdTipoBloque, const std::string& sFileName, double& sBefore,
+                          std::string& sDescr, std::int32_t, std::int32_t sAttType) {
+    if (sBefore < 1) sBefore = 1;
+    Bytes data;
+    if (sIdTipoBloque == 0x35) {
+        switch (sAttType) {
+        case 1: {
+            std::string ext = ExtensionOf(sFileName);
+            if (ext == "gif")
+                sDescr = "Imagen Gif:" + sDescr;
+            else if (ext == "jpg")
+                sDescr = "Imagen Jpeg: " + sDescr;
+            data = CustomBlockData(sFileName, sDescr);
+            break;
+        }
+        case 2:
+        case 5:
+            data = CustomBlockData(sFileName, sDescr);
+            break;
+        case 3:
+            data = CustomBlockData(sFileName, {});
+            break;
+        default:
+            break;
+        }
+    }
+    Add(sIdTipoBloque, sDescr, data, static_cast<double>(data.size()), {}, sBefore);
+}
+
+Bytes Blocks::CustomBlockData(const std::string& sFileName, const std::string& sDescr) {
+    if (!FileExists(sFileName)) return {};
+    // Exact comparison on purpose: only lower-case extensions make blocks.
+    std::string ext = ExtensionOf(sFileName);
+    if (ext == "scr" || ext == "gif" || ext == "jpg" || ext == "jpeg" || ext == "zed")
+        return MediaBlockData(sFileName, sDescr);
+    if (ext == "txt") {
+        Ask("comprobar que no hay otra info");
+        return TextBlockData(sFileName);
+    }
+    if (ext == "pok") return PokBlockData(sFileName);
+    return {};
+}
+
+Bytes Blocks::PokBlockData(const std::string&) {
+    return {};
+}
+
+Bytes Blocks::MediaBlockData(const std::string& sFileName, const std::string& sDescr) {
+    Bytes file;
+    if (!ReadWholeFile(sFileName, file)) return {};
+    std::string ext = Lower(ExtensionOf(sFileName));
+    const char* id = nullptr;
+    int lead = -1, trail = -1;
+    if (ext == "gif") {
+        id = "Picture         ";
+        lead = 0;
+    } else if (ext == "jpg" || ext == "jpeg") {
+        id = "Picture         ";
+        lead = 1;
+    } else if (ext == "scr") {
+        id = "Spectrum Screen ";
+        trail = 0;
+    } else if (ext == "zed") {
+        id = "ZX-Edit document";
+    } else {
+        return {};
+    }
+    // The description's length has one byte: a longer text is cut to fit.
+    std::string descr = sDescr.substr(0, 255);
+    Bytes body;
+    body.reserve(file.size() + descr.size() + 3);
+    if (lead >= 0) body += static_cast<char>(lead);
+    body += static_cast<char>(descr.size());
+    body += descr;
+    if (trail >= 0) body += static_cast<char>(trail);
+    body += file;
+    if (body.size() > 0xFFFFFFFFu) return {};
+    Bytes out;
+    out.reserve(body.size() + 21);
+    out += '\x35';
+    out.append(id, 16);
+    AppendLe32(out, static_cast<std::uint32_t>(body.size()));
+    out += body;
+    return out;
+}
+
+Bytes Blocks::TextBlockData(const std::string& sFileName) {
+    Bytes file;
+    if (!ReadWholeFile(sFileName, file)) return {};
+    Ask("esto falla!");
+    if (file.size() > 0xFFFFFFFFu) return {};
+    Bytes out;
+    out.reserve(file.size() + 21);
+    out += '\x35';
+    out.append("Instructions    ", 16);
+    AppendLe32(out, static_cast<std::uint32_t>(file.size()));
+    out += file;
+    return out;
+}
+
+} // namespace cintal

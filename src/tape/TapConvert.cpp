@@ -1,0 +1,107 @@
+#include "tape/TapConvert.h"
+
+#include "tape/Prompt.h"
+#include "tape/SafeWrite.h"
+#include "tape/TZXFunct.h"
+
+#include <algorithm>
+#include <cctype>
+#include <filesystem>
+#include <system_error>
+
+namespace cintal {
+
+namespace {
+
+std::string LowerAscii(std::string s) {
+    std::transform(s.begin(), s.end(), s.begin(), [](unsigned char c) {
+        return static_cast<char>(c < 0x80 ? std::tolower(c) : c);
+    });
+    return s;
+}
+
+// The entry of dir whose name equals name ignoring case, if there is one: the
+// collection comes from a file system that ignored case.
+std::string FindIgnoringCase(const std::string& dir, const std::string& name) {
+    std::error_code ec;
+    const std::string wanted = LowerAscii(name);
+    std::filesystem::directory_iterator it(dir.empty() ? "." : dir, ec), end;
+    for (; !ec && it != end; it.increment(ec)) {
+        std::string entry = it->path().filename().string();
+        if (LowerAscii(entry) == wanted) return detail::JoinPath(dir, entry);
+    }
+    return {};
+}
+
+void Refuse(const std::string& text) {
+    Ask(text, "Convertir en TZX", Icon::Critical);
+}
+
+} // namespace
+
+bool TapImageToTzx(std::string_view tap, Bytes& tzx) {
+    tzx.clear();
+    // First check that the lengths add up exactly, so that nothing is built
+    // from a file that only looks like a TAP.
+    std::size_t pos = 0, count = 0;
+    while (pos < tap.size()) {
+        if (tap.size() - pos < 2) return false;
+        std::size_t len = static_cast<std::uint8_t>(tap[pos]) |
+                          static_cast<std::size_t>(static_cast<std::uint8_t>(tap[pos + 1])) << 8;
+        if (tap.size() - pos - 2 < len) return false;
+        pos += 2 + len;
+        ++count;
+    }
+    if (count == 0) return false;
+    tzx.reserve(10 + tap.size() + 3 * count);
+    tzx.append("ZXTape!\x1A\x01\x0D", 10);
+    for (pos = 0; pos < tap.size();) {
+        std::size_t len = static_cast<std::uint8_t>(tap[pos]) |
+                          static_cast<std::size_t>(static_cast<std::uint8_t>(tap[pos + 1])) << 8;
+        tzx += '\x10';
+        tzx += '\xE8'; // pause of 1000 ms
+        tzx += '\x03';
+        tzx.append(tap.substr(pos, 2 + len));
+        pos += 2 + len;
+    }
+    return true;
+}
+
+bool ConvertTapToTzx(const std::string& tapPath, std::string* tzxPath) {
+    std::string tap;
+    if (!ReadWholeFile(tapPath, tap)) {
+        Ask("No se puede leer el archivo " + tapPath);
+        return false;
+    }
+    Bytes tzx;
+    if (!TapImageToTzx(tap, tzx)) {
+        Refuse(tapPath + " no es un archivo TAP válido");
+        return false;
+    }
+    const std::string dir = DirOf(tapPath);
+    const std::string target = detail::JoinPath(dir, FileNameOf(tapPath) + ".tzx");
+    std::string existing = FindIgnoringCase(dir, FileNameOf(tapPath) + ".tzx");
+    if (!existing.empty()) {
+        Refuse("Ya existe " + existing);
+        return false;
+    }
+    std::string temp, reason;
+    if (!detail::WriteTempFile(dir, tzx, {}, temp, reason)) {
+        Refuse("No se puede escribir " + target + ": " + reason);
+        return false;
+    }
+    // Checked again right before the rename, which would replace a file made
+    // in the meantime.
+    existing = FindIgnoringCase(dir, FileNameOf(tapPath) + ".tzx");
+    if (!existing.empty() || !detail::RenameFile(temp, target, reason)) {
+        std::string ignored;
+        detail::RemoveFile(temp, ignored);
+        Refuse(existing.empty() ? "No se puede escribir " + target + ": " + reason
+                                : "Ya existe " + existing);
+        return false;
+    }
+    if (tzxPath) *tzxPath = target;
+    return true;
+}
+
+} // namespace cintal
