@@ -1,5 +1,7 @@
 #include "cli/Commands.h"
 
+#include "cli/CatalogueCommands.h"
+
 #include "tape/Cp1252.h"
 #include "tape/TZXTape.h"
 #include "tape/TapConvert.h"
@@ -20,6 +22,8 @@ const char* kHelp =
     "  clean [--yes] ARCHIVO... quita los bloques sobrantes y guarda la cinta en la versión 1.13;\n"
     "                           --yes responde Sí a la pregunta de una versión superior\n"
     "  tap2tzx ARCHIVO.tap...   convierte archivos TAP en archivos TZX junto a ellos\n"
+    "  init [--db ARCHIVO]      crea un catálogo vacío (nunca sobre un archivo que exista)\n"
+    "  titles [--db ARCHIVO]    muestra los títulos del catálogo por orden de nombre\n"
     "  --help                   muestra esta ayuda\n"
     "\n"
     "Los avisos del programa se escriben en la salida de errores.\n";
@@ -156,6 +160,8 @@ int Run(const std::vector<std::string>& args, std::ostream& out, std::ostream& e
         return args.empty() ? 2 : 0;
     }
     const std::string& command = args[0];
+    if (command == "init") return Init(args, out, err);
+    if (command == "titles") return Titles(args, out, err);
     bool yes = false;
     std::vector<std::string> files;
     for (std::size_t i = 1; i < args.size(); ++i) {

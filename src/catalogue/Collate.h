@@ -1,0 +1,18 @@
+#pragma once
+// The order shown to the user: Spanish, ignoring case, numbers in numeric
+// order, so that "Ábaco" stands beside "Abadía" and "Juego 2" before "Juego 10".
+
+#include <QCollator>
+#include <QCollatorSortKey>
+#include <QString>
+#include <vector>
+
+namespace cintal {
+
+QCollator TextCollator();
+
+// Sort keys for many texts at once: comparing keys is far cheaper than
+// comparing the texts again and again.
+std::vector<QCollatorSortKey> SortKeys(const QCollator& c, const std::vector<QString>& texts);
+
+} // namespace cintal

@@ -1,0 +1,90 @@
+#include "catalogue/Comunes.h"
+
+#include "catalogue/Settings.h"
+#include "catalogue/Store.h"
+
+#include <QCoreApplication>
+#include <QDir>
+
+namespace cintal::Comunes {
+
+ArchiveInfo& Info() {
+    if (!CurInfo) CurInfo = std::make_shared<ArchiveInfo>();
+    return *CurInfo;
+}
+
+QString DefaultDbPath() {
+    return QDir(QCoreApplication::applicationDirPath()).filePath(QStringLiteral("cintal.mdb"));
+}
+
+bool InitGlobals(const QString& path, QString* reason) {
+    DbPath = path.isEmpty() ? DefaultDbPath() : path;
+    if (!Store::Open(DbPath, reason)) return false;
+    if (!LoadPaths() || !LoadPublishers()) {
+        if (reason) *reason = QStringLiteral("no se pueden leer los registros");
+        return false;
+    }
+    EmulPath =
+        GetSetting(QStringLiteral("Emulador"), QStringLiteral("DefaultEmulPath"),
+                   QStringLiteral("C:\\Archivos de programa\\Spectaculator\\spectaculator.exe"));
+    Tap2TzxPath = QStringLiteral("c:\\utils\\tap2tzx.exe");
+    return true;
+}
+
+bool LoadPublishers() {
+    PublisherNames.assign(1, QString());
+    QSqlQuery q = Store::NewQuery();
+    if (!Store::Exec(q, "SELECT IdPub FROM Publishers ORDER BY IdPub DESC LIMIT 1")) return false;
+    if (!q.next()) return true;
+    const qint64 top = NumberOf(q.value(0));
+    q.finish();
+    if (top < 0) return true;
+    PublisherNames.assign(static_cast<std::size_t>(top) + 1, QString());
+    if (!Store::Exec(q, "SELECT IdPub, PublisherName FROM Publishers")) return false;
+    while (q.next()) {
+        const qint64 id = NumberOf(q.value(0));
+        if (id >= 0 && id <= top) PublisherNames[static_cast<std::size_t>(id)] = TextOf(q.value(1));
+    }
+    return true;
+}
+
+bool LoadPaths() {
+    // With an empty table the register still has the columns 0 and 1.
+    PathTable.number.assign(2, QString());
+    PathTable.dir.assign(2, QString());
+    QSqlQuery q = Store::NewQuery();
+    if (!Store::Exec(q, "SELECT PathIndex FROM Paths ORDER BY PathIndex DESC LIMIT 1"))
+        return false;
+    if (!q.next()) return true;
+    const qint64 top = NumberOf(q.value(0));
+    q.finish();
+    if (top < 1) return true;
+    PathTable.number.assign(static_cast<std::size_t>(top) + 1, QString());
+    PathTable.dir.assign(static_cast<std::size_t>(top) + 1, QString());
+    if (!Store::Exec(q, "SELECT PathIndex, GameDir FROM Paths ORDER BY PathIndex")) return false;
+    while (q.next()) {
+        const qint64 i = NumberOf(q.value(0));
+        if (i < 1 || i > top) continue;
+        PathTable.number[static_cast<std::size_t>(i)] = QString::number(i);
+        PathTable.dir[static_cast<std::size_t>(i)] = TextOf(q.value(1));
+    }
+    return true;
+}
+
+QString PublisherName(qint64 idPub) {
+    if (idPub < 0 || idPub >= static_cast<qint64>(PublisherNames.size())) return {};
+    return PublisherNames[static_cast<std::size_t>(idPub)];
+}
+
+void Reset() {
+    Store::Close();
+    DbPath.clear();
+    PublisherNames.clear();
+    PathTable = {};
+    EmulPath.clear();
+    Tap2TzxPath.clear();
+    CurTape.reset();
+    CurInfo.reset();
+}
+
+} // namespace cintal::Comunes

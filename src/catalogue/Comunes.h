@@ -1,0 +1,67 @@
+#pragma once
+// The shared state of the program: one process's state by design, kept here
+// in one place, with a reset for tests.
+
+#include "tape/ArchiveInfo.h"
+#include "tape/TZXTape.h"
+
+#include <QString>
+#include <QStringList>
+#include <memory>
+#include <vector>
+
+namespace cintal {
+
+// The folder register, indexed directly by PathIndex. An empty number marks
+// a free index.
+struct PathRegister {
+    std::vector<QString> number; // row 0: the index as text
+    std::vector<QString> dir;    // row 1: GameDir
+
+    int Count() const { return static_cast<int>(number.size()); }
+    bool Has(qint64 i) const { return i >= 0 && i < Count(); }
+    QString Number(qint64 i) const { return Has(i) ? number[i] : QString(); }
+    QString Dir(qint64 i) const { return Has(i) ? dir[i] : QString(); }
+};
+
+namespace Comunes {
+
+inline QString DbPath;
+// Publisher names by IdPub, slot 0 included.
+inline std::vector<QString> PublisherNames;
+inline PathRegister PathTable;
+inline QString EmulPath;
+inline QString Tap2TzxPath;
+inline std::unique_ptr<TZXTape> CurTape;
+inline std::shared_ptr<ArchiveInfo> CurInfo;
+
+// The values on their way into the store, made on first use.
+ArchiveInfo& Info();
+
+// The application's title and version.
+inline const QString kAppTitle = QStringLiteral("Cintal");
+inline constexpr int kVersionMajor = 1;
+inline constexpr int kVersionMinor = 0;
+inline constexpr int kVersionRevision = 404;
+
+// The catalogue's file: "cintal.mdb" in the program's folder.
+QString DefaultDbPath();
+
+// Sets DbPath to path (the program's catalogue when empty), opens it, loads
+// the registers and reads the emulator setting. False when the store can't
+// be opened; the reason says why.
+bool InitGlobals(const QString& path, QString* reason);
+
+// The registers, rebuilt from nothing at each load. False after a store
+// failure, which has been reported.
+bool LoadPublishers();
+bool LoadPaths();
+
+// The publisher's name for an IdPub; empty outside the register.
+QString PublisherName(qint64 idPub);
+
+void Reset();
+
+} // namespace Comunes
+
+} // namespace cintal

@@ -1,0 +1,226 @@
+#include "catalogue/Store.h"
+
+#include "tape/Prompt.h"
+
+#include <QFileInfo>
+#include <QSqlError>
+#include <QStringList>
+
+namespace cintal {
+
+namespace {
+
+const char* kConnection = "cintal";
+
+// Text columns that the program compares or sorts fold case, as the store
+// the collection came from did.
+const char* kSchema[] = {
+    "CREATE TABLE Titles ("
+    " TitleId INTEGER PRIMARY KEY AUTOINCREMENT,"
+    " Name TEXT COLLATE NOCASE,"
+    " Year TEXT,"
+    " IdPub INTEGER DEFAULT 0,"
+    " Type TEXT,"
+    " HaveIt INTEGER NOT NULL DEFAULT 0,"
+    " Author TEXT,"
+    " Estado INTEGER DEFAULT 0,"
+    " OrigenInfo INTEGER DEFAULT 0,"
+    " Currah TEXT)",
+    "CREATE TABLE tFiles ("
+    " FileId INTEGER PRIMARY KEY AUTOINCREMENT,"
+    " TitleId INTEGER DEFAULT 0,"
+    " FileName TEXT COLLATE NOCASE,"
+    " Extension TEXT COLLATE NOCASE,"
+    " PathIndex INTEGER DEFAULT 0,"
+    " Origscreen INTEGER NOT NULL DEFAULT 0,"
+    " Memory INTEGER,"
+    " Players INTEGER,"
+    " FileSize INTEGER,"
+    " Origin TEXT,"
+    " IdLang TEXT,"
+    " LoadSchema TEXT,"
+    " HaveIt INTEGER NOT NULL DEFAULT 0,"
+    " Joysticks TEXT,"
+    " AYSound INTEGER NOT NULL DEFAULT 0,"
+    " MultiLoad INTEGER NOT NULL DEFAULT 0)",
+    "CREATE TABLE Paths (PathIndex INTEGER PRIMARY KEY, GameDir TEXT COLLATE NOCASE)",
+    "CREATE TABLE Publishers (IdPub INTEGER PRIMARY KEY, PublisherName TEXT COLLATE NOCASE)",
+    "CREATE INDEX tFilesTitle ON tFiles (TitleId)",
+    "CREATE INDEX tFilesFile ON tFiles (FileName, Extension, PathIndex)",
+    "CREATE INDEX TitlesNamePub ON Titles (Name, IdPub)",
+};
+
+const QStringList kTables = {"Titles", "tFiles", "Paths", "Publishers"};
+
+QString ErrorText(const QSqlError& e) {
+    QString t = e.databaseText().isEmpty() ? e.text() : e.databaseText();
+    return t.isEmpty() ? QStringLiteral("error desconocido") : t;
+}
+
+bool Pragmas(QSqlDatabase& db, QString* reason) {
+    QSqlQuery q(db);
+    for (const char* p :
+         {"PRAGMA journal_mode=WAL", "PRAGMA synchronous=NORMAL", "PRAGMA busy_timeout=5000"}) {
+        if (!q.exec(QString::fromLatin1(p))) {
+            if (reason) *reason = ErrorText(q.lastError());
+            return false;
+        }
+    }
+    return true;
+}
+
+} // namespace
+
+bool Store::CreateEmpty(const QString& path, QString* reason) {
+    if (QFileInfo::exists(path)) {
+        if (reason) *reason = QStringLiteral("ya existe el archivo");
+        return false;
+    }
+    bool ok = true;
+    {
+        QSqlDatabase db = QSqlDatabase::addDatabase("QSQLITE", "cintal-create");
+        db.setDatabaseName(path);
+        if (!db.open()) {
+            if (reason) *reason = ErrorText(db.lastError());
+            ok = false;
+        } else {
+            QSqlQuery q(db);
+            db.transaction();
+            for (const char* sql : kSchema) {
+                if (!q.exec(QString::fromLatin1(sql))) {
+                    if (reason) *reason = ErrorText(q.lastError());
+                    ok = false;
+                    break;
+                }
+            }
+            if (ok)
+                db.commit();
+            else
+                db.rollback();
+            q.finish();
+            db.close();
+        }
+    }
+    QSqlDatabase::removeDatabase("cintal-create");
+    if (!ok) QFile::remove(path);
+    return ok;
+}
+
+bool Store::Open(const QString& path, QString* reason) {
+    Close();
+    // The driver would quietly make a missing file: look first.
+    QFileInfo info(path);
+    if (!info.exists() || !info.isFile()) {
+        if (reason) *reason = QStringLiteral("no existe el archivo");
+        return false;
+    }
+    QSqlDatabase db = QSqlDatabase::addDatabase("QSQLITE", kConnection);
+    db.setDatabaseName(path);
+    if (!db.open()) {
+        if (reason) *reason = ErrorText(db.lastError());
+        Close();
+        return false;
+    }
+    QSqlQuery q(db);
+    QStringList found;
+    if (!q.exec("SELECT name FROM sqlite_master WHERE type = 'table'")) {
+        if (reason) *reason = ErrorText(q.lastError());
+        q.finish();
+        Close();
+        return false;
+    }
+    while (q.next())
+        found << q.value(0).toString().toLower();
+    q.finish();
+    for (const QString& t : kTables) {
+        if (!found.contains(t.toLower())) {
+            if (reason) *reason = QStringLiteral("falta la tabla %1").arg(t);
+            Close();
+            return false;
+        }
+    }
+    if (!Pragmas(db, reason)) {
+        Close();
+        return false;
+    }
+    return true;
+}
+
+void Store::Close() {
+    if (QSqlDatabase::contains(kConnection)) {
+        {
+            QSqlDatabase db = QSqlDatabase::database(kConnection, false);
+            if (db.isOpen()) db.close();
+        }
+        QSqlDatabase::removeDatabase(kConnection);
+    }
+}
+
+bool Store::IsOpen() {
+    return QSqlDatabase::contains(kConnection) &&
+           QSqlDatabase::database(kConnection, false).isOpen();
+}
+
+QSqlDatabase Store::Db() {
+    return QSqlDatabase::database(kConnection, false);
+}
+
+QSqlQuery Store::NewQuery() {
+    QSqlQuery q(Db());
+    q.setForwardOnly(true);
+    return q;
+}
+
+bool Store::Exec(QSqlQuery& query, const QString& sql, const QVariantList& values) {
+    if (!IsOpen()) {
+        ReportError(QStringLiteral("el catálogo no está abierto"));
+        return false;
+    }
+    if (!query.prepare(sql)) {
+        ReportError(ErrorText(query.lastError()));
+        return false;
+    }
+    for (const QVariant& v : values)
+        query.addBindValue(v);
+    if (!query.exec()) {
+        ReportError(ErrorText(query.lastError()));
+        return false;
+    }
+    return true;
+}
+
+bool Store::Run(const QString& sql, const QVariantList& values) {
+    QSqlQuery q = NewQuery();
+    return Exec(q, sql, values);
+}
+
+qint64 Store::LastInsertId(const QSqlQuery& query) {
+    return query.lastInsertId().toLongLong();
+}
+
+bool Store::Begin() {
+    if (!Db().transaction()) {
+        ReportError(ErrorText(Db().lastError()));
+        return false;
+    }
+    return true;
+}
+
+bool Store::Commit() {
+    if (!Db().commit()) {
+        ReportError(ErrorText(Db().lastError()));
+        Db().rollback();
+        return false;
+    }
+    return true;
+}
+
+void Store::Rollback() {
+    Db().rollback();
+}
+
+void Store::ReportError(const QString& reason) {
+    Ask(("Error en el catálogo: " + reason).toStdString(), {}, Icon::Critical);
+}
+
+} // namespace cintal

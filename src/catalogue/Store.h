@@ -1,0 +1,59 @@
+#pragma once
+// The catalogue on SQLite. One connection is opened at start and reused; every
+// value goes in as a bound parameter. A failure is shown once, where it
+// happens, as "Error en el catálogo: <motivo>", and the caller stops.
+
+#include <QSqlDatabase>
+#include <QSqlQuery>
+#include <QString>
+#include <QVariant>
+#include <QVariantList>
+
+namespace cintal {
+
+class Store {
+public:
+    // Makes a new, empty catalogue with its four tables. Never touches a file
+    // that exists: reason then says so.
+    static bool CreateEmpty(const QString& path, QString* reason);
+
+    // Opens an existing catalogue; false (with the reason) when the file is
+    // missing, can't be opened, or lacks one of the four tables. Nothing is
+    // created or altered in the file.
+    static bool Open(const QString& path, QString* reason);
+    static void Close();
+    static bool IsOpen();
+    static QSqlDatabase Db();
+
+    // Prepares and runs sql with the values bound in order. On failure shows
+    // the store's error and returns false.
+    static bool Exec(QSqlQuery& query, const QString& sql, const QVariantList& values = {});
+    // Same, for statements whose rows nobody reads.
+    static bool Run(const QString& sql, const QVariantList& values = {});
+    // A query ready to read forward only, which is what the fills need.
+    static QSqlQuery NewQuery();
+    // The key the store gave to the last row inserted.
+    static qint64 LastInsertId(const QSqlQuery& query);
+
+    // Several rows written for one event go in one transaction.
+    static bool Begin();
+    static bool Commit();
+    static void Rollback();
+
+    // Shows "Error en el catálogo: <motivo>".
+    static void ReportError(const QString& reason);
+};
+
+// Reads of a row's value with the store's rules: NULL is empty text or 0,
+// and a Yes/No column is Yes when it holds anything but 0.
+inline QString TextOf(const QVariant& v) {
+    return v.isNull() ? QString() : v.toString();
+}
+inline qint64 NumberOf(const QVariant& v) {
+    return v.isNull() ? 0 : v.toLongLong();
+}
+inline bool YesOf(const QVariant& v) {
+    return !v.isNull() && v.toLongLong() != 0;
+}
+
+} // namespace cintal

@@ -1,0 +1,62 @@
+#include "cli/CatalogueCommands.h"
+
+#include "catalogue/Comunes.h"
+#include "catalogue/Store.h"
+#include "catalogue/Titles.h"
+
+#include <QString>
+#include <ostream>
+
+namespace cintal::cli {
+
+namespace {
+
+// Reads "--db FILE" from args; false (with a message) on anything else.
+bool DbOption(const std::vector<std::string>& args, QString& db, std::ostream& err) {
+    for (std::size_t i = 1; i < args.size(); ++i) {
+        if (args[i] == "--db" && i + 1 < args.size()) {
+            db = QString::fromStdString(args[++i]);
+        } else {
+            err << "cintal-cli: argumento inesperado " << args[i] << "\n";
+            return false;
+        }
+    }
+    if (db.isEmpty()) db = Comunes::DefaultDbPath();
+    return true;
+}
+
+} // namespace
+
+int Init(const std::vector<std::string>& args, std::ostream& out, std::ostream& err) {
+    QString db;
+    if (!DbOption(args, db, err)) return 2;
+    QString reason;
+    if (!Store::CreateEmpty(db, &reason)) {
+        err << "No se puede crear el catálogo " << db.toStdString() << ": " << reason.toStdString()
+            << "\n";
+        return 1;
+    }
+    out << "Catálogo creado: " << db.toStdString() << "\n";
+    return 0;
+}
+
+int Titles(const std::vector<std::string>& args, std::ostream& out, std::ostream& err) {
+    QString db;
+    if (!DbOption(args, db, err)) return 2;
+    QString reason;
+    if (!Comunes::InitGlobals(db, &reason)) {
+        err << "No se puede abrir el catálogo " << db.toStdString() << ": " << reason.toStdString()
+            << "\n";
+        return 1;
+    }
+    std::vector<TitleRow> rows;
+    if (!LoadTitles(kOrderByName, rows)) return 2;
+    for (const TitleRow& r : rows) {
+        out << EstadoText(r).toStdString() << '\t' << r.Name.toStdString() << '\t'
+            << r.Year.toStdString() << '\t' << Comunes::PublisherName(r.IdPub).toStdString() << '\t'
+            << r.Type.toStdString() << '\t' << (r.HaveIt ? 1 : 0) << '\n';
+    }
+    return 0;
+}
+
+} // namespace cintal::cli

@@ -1,0 +1,14 @@
+#pragma once
+
+#include <iosfwd>
+#include <string>
+#include <vector>
+
+namespace cintal::cli {
+
+// `init [--db FILE]`: an empty catalogue, never over an existing file.
+int Init(const std::vector<std::string>& args, std::ostream& out, std::ostream& err);
+// `titles [--db FILE]`: the title rows as the grid shows them, in name order.
+int Titles(const std::vector<std::string>& args, std::ostream& out, std::ostream& err);
+
+} // namespace cintal::cli

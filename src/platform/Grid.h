@@ -1,0 +1,114 @@
+#pragma once
+// The grid of Cintal's windows: rows and columns counted from 1, columns found
+// by key, cells with text, icon, alignment and colours, hidden rows and a
+// stable sort on several keys. Cells live in plain arrays; the view sees them
+// through a model and a filter for the hidden rows, so that a grid of 100,000
+// titles fills, sorts and filters without an object per cell.
+
+#include "platform/IconSet.h"
+
+#include <QColor>
+#include <QTableView>
+#include <optional>
+#include <vector>
+
+namespace cintal {
+
+class GridModel;
+class GridFilter;
+
+class Grid : public QTableView {
+    Q_OBJECT
+public:
+    // Alignment codes: 0 left, 1 centre, 2 right; -1 the grid's default.
+    enum { AlignDefault = -1, AlignLeft = 0, AlignCenter = 1, AlignRight = 2 };
+    // Sort orders and the one sort kind: text.
+    enum { SortAscending = 1, SortDescending = 2, SortText = 103 };
+
+    struct SortKey {
+        int col = 0;
+        int order = SortAscending;
+        int kind = SortText;
+    };
+
+    explicit Grid(QWidget* parent = nullptr);
+    ~Grid() override;
+
+    void AddColumn(const QString& key, const QString& header, int alignment = AlignDefault,
+                   int icon = -1, int width = 100, bool visible = true);
+    void Clear(bool removeColumns = false);
+    int Rows() const;
+    void SetRows(int rows);
+    int Columns() const;
+    void SetDefaultRowHeight(int pixels);
+    int DefaultRowHeight() const;
+    // Off, nothing is painted and writes are cheap; on again, the view
+    // catches up in one go.
+    void SetRedraw(bool on);
+    bool Redraw() const { return redraw; }
+    void SetRowMode(bool on);
+    void SetImageList(const IconSet* icons);
+    const IconSet* ImageList() const { return images; }
+
+    // Position (from 1) of the column with that key, 0 if none.
+    int ColumnIndex(const QString& key) const;
+    QString ColumnKey(int col) const;
+    QString ColumnHeader(int col) const;
+    bool ColumnVisible(int col) const;
+    int ColumnWidth(int col) const;
+    // On screen, in pixels, of all visible columns together.
+    int ColumnsWidth() const;
+    QString ColumnTag(int col) const;
+    void SetColumnTag(int col, const QString& tag);
+    // A column whose cells show their icon alone; the text stays readable.
+    void SetColumnTextHidden(int col, bool hidden);
+
+    void CellDetails(int row, int col, const QString& text, int alignment = AlignDefault,
+                     int icon = -1, std::optional<QColor> back = {},
+                     std::optional<QColor> fore = {});
+    QString CellText(int row, int col) const;
+    int CellIcon(int row, int col) const;
+    int CellAlignment(int row, int col) const;
+    // Invalid when the cell has no colour of its own.
+    QColor CellBackColor(int row, int col) const;
+    QColor CellForeColor(int row, int col) const;
+    void SetCellBackColor(int row, int col, const QColor& c);
+    void SetCellForeColor(int row, int col, const QColor& c);
+
+    bool RowVisible(int row) const;
+    void SetRowVisible(int row, bool visible);
+    int VisibleRows() const;
+
+    // The selected row (from 1), or 0 when there is none.
+    int SelectedRow() const;
+    void SetSelectedRow(int row);
+    void RemoveRow(int row);
+    void ClearSelection();
+
+    std::vector<SortKey>& SortObject() { return sortKeys; }
+    void Sort();
+
+signals:
+    void SelectionChange();
+    void HeaderClicked(int col);
+    void RowDoubleClicked(int row);
+    void RightButton(const QPoint& globalPos);
+
+protected:
+    void mousePressEvent(QMouseEvent* e) override;
+    void mouseDoubleClickEvent(QMouseEvent* e) override;
+    void keyPressEvent(QKeyEvent* e) override;
+
+private:
+    int ViewRow(int row) const;
+    int Pixels(int units) const;
+    void Touch(int row, int col);
+
+    GridModel* store;
+    GridFilter* filter;
+    const IconSet* images = nullptr;
+    bool redraw = true;
+    std::vector<SortKey> sortKeys;
+};
+
+} // namespace cintal

@@ -1,0 +1,66 @@
+#include "platform/QtPrompt.h"
+
+#include <QApplication>
+#include <QMessageBox>
+#include <QPushButton>
+
+namespace cintal {
+
+Button QtPrompt::Show(const Message& message) {
+    QMessageBox box(QApplication::activeWindow());
+    box.setText(QString::fromStdString(message.text));
+    box.setWindowTitle(message.title.empty() ? QStringLiteral("Cintal")
+                                             : QString::fromStdString(message.title));
+    switch (message.icon) {
+    case Icon::Information:
+        box.setIcon(QMessageBox::Information);
+        break;
+    case Icon::Exclamation:
+        box.setIcon(QMessageBox::Warning);
+        break;
+    case Icon::Critical:
+        box.setIcon(QMessageBox::Critical);
+        break;
+    case Icon::Question:
+        box.setIcon(QMessageBox::Question);
+        break;
+    case Icon::None:
+        box.setIcon(QMessageBox::NoIcon);
+        break;
+    }
+    struct Choice {
+        const char* text;
+        Button button;
+        QMessageBox::ButtonRole role;
+    };
+    std::vector<Choice> choices;
+    switch (message.buttons) {
+    case Buttons::Ok:
+        choices = {{"Aceptar", Button::Ok, QMessageBox::AcceptRole}};
+        break;
+    case Buttons::OkCancel:
+        choices = {{"Aceptar", Button::Ok, QMessageBox::AcceptRole},
+                   {"Cancelar", Button::Cancel, QMessageBox::RejectRole}};
+        break;
+    case Buttons::YesNo:
+        choices = {{"Sí", Button::Yes, QMessageBox::YesRole},
+                   {"No", Button::No, QMessageBox::NoRole}};
+        break;
+    case Buttons::YesNoCancel:
+        choices = {{"Sí", Button::Yes, QMessageBox::YesRole},
+                   {"No", Button::No, QMessageBox::NoRole},
+                   {"Cancelar", Button::Cancel, QMessageBox::RejectRole}};
+        break;
+    }
+    std::vector<QAbstractButton*> made;
+    for (const Choice& c : choices)
+        made.push_back(box.addButton(QString::fromUtf8(c.text), c.role));
+    box.setDefaultButton(static_cast<QPushButton*>(made.front()));
+    if (message.buttons == Buttons::YesNo) box.setEscapeButton(made.back());
+    box.exec();
+    for (std::size_t i = 0; i < made.size(); ++i)
+        if (box.clickedButton() == made[i]) return choices[i].button;
+    return DefaultAnswer(message.buttons);
+}
+
+} // namespace cintal

@@ -1,0 +1,59 @@
+#pragma once
+// The procedures shared by every window with a title grid.
+
+#include "platform/Grid.h"
+
+#include <QColor>
+#include <QString>
+
+class QCheckBox;
+class QComboBox;
+
+namespace cintal {
+
+// What FillTitles needs of the window whose grid it fills.
+struct TitleWindow {
+    QWidget* window = nullptr;
+    Grid* GridTitles = nullptr;
+    Grid* GridFiles = nullptr;
+    QComboBox* ComboRegistro = nullptr;
+    const IconSet* ImageListFrom = nullptr;
+};
+
+// Where FillTitles shows its progress while the program starts.
+class ProgressSink {
+public:
+    virtual ~ProgressSink() = default;
+    virtual void SetHeading(const QString& text) = 0;
+    virtual void SetCount(const QString& text) = 0;
+};
+
+namespace Grids {
+
+// The colours of the row being written.
+inline QColor CellBack;
+inline QColor CellFore;
+
+// Titles without files: light grey behind a greyed blue.
+inline const QColor ColourMissingBack = QColor(0xE0, 0xE0, 0xE0);
+inline const QColor ColourMissingFore = QColor(0x66, 0x99, 0xCC);
+// Titles the collection holds: the desktop's own window colours.
+QColor ColourOwnedBack();
+QColor ColourOwnedFore();
+
+// The main window's "Mostrar sólo disponibles" box, which every fill reads.
+inline QCheckBox* HaveItBox = nullptr;
+// The splash window while it stands, or nothing.
+inline ProgressSink* Splash = nullptr;
+
+void SetupGridTitles(Grid& grid);
+void FillTitles(const TitleWindow& frm, const QString& clause);
+int FilterHaveIt(Grid& grid);
+void SortGrid(int col, Grid& grid);
+
+// "Cintal 1.0.404 beta  - N programas hallados / M mostrados."
+QString TitlesCaption(qint64 found, qint64 shown);
+
+} // namespace Grids
+
+} // namespace cintal

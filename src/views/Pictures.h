@@ -1,0 +1,15 @@
+#pragma once
+// The pictures Cintal draws for itself: nothing is taken from elsewhere.
+
+#include "platform/IconSet.h"
+
+#include <QIcon>
+
+namespace cintal::Pictures {
+
+// The 13 pictures of the source column, one for each Estado value first.
+IconSet ImageListFrom();
+// The program's icon: a cassette.
+QIcon AppIcon();
+
+} // namespace cintal::Pictures

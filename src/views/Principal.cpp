@@ -1,0 +1,228 @@
+#include "views/Principal.h"
+
+#include "catalogue/Comunes.h"
+#include "catalogue/Settings.h"
+#include "catalogue/Store.h"
+#include "catalogue/Titles.h"
+#include "catalogue/frmSplash.h"
+#include "tape/Prompt.h"
+#include "views/Pictures.h"
+
+#include <QApplication>
+#include <QFileInfo>
+#include <QFormLayout>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QScrollBar>
+#include <QSplitter>
+#include <QVBoxLayout>
+
+namespace cintal {
+
+namespace {
+
+// Sizes of the original layout are in twips: 15 to a logical pixel.
+constexpr int Twips(int t) {
+    return t / 15;
+}
+
+bool OpenCatalogue(const QString& path) {
+    QString reason;
+    if (!QFileInfo::exists(path)) {
+        const Button answer =
+            Ask(("No se encuentra el catálogo " + path + ". ¿Desea crear un catálogo vacío?")
+                    .toStdString(),
+                {}, Icon::Question, Buttons::YesNo);
+        if (answer != Button::Yes) return false;
+        if (!Store::CreateEmpty(path, &reason)) {
+            Ask(("No se puede abrir el catálogo " + path + ": " + reason).toStdString(), {},
+                Icon::Critical);
+            return false;
+        }
+    }
+    if (!Comunes::InitGlobals(path, &reason)) {
+        Ask(("No se puede abrir el catálogo " + path + ": " + reason).toStdString(), {},
+            Icon::Critical);
+        return false;
+    }
+    return true;
+}
+
+} // namespace
+
+Principal::Principal(QWidget* parent) : QMainWindow(parent) {
+    setObjectName("Principal");
+    setWindowIcon(Pictures::AppIcon());
+    ImageListFrom = Pictures::ImageListFrom();
+    BuildLayout();
+    Grids::HaveItBox = ChckHaveIt;
+    connect(ChckHaveIt, &QCheckBox::toggled, this, [this] { ChckHaveIt_Click(); });
+    connect(GridTitles, &Grid::HeaderClicked, this, &Principal::GridTitles_HeaderClick);
+}
+
+Principal::~Principal() {
+    if (Grids::HaveItBox == ChckHaveIt) Grids::HaveItBox = nullptr;
+}
+
+TitleWindow Principal::Parts() {
+    return TitleWindow{this, GridTitles, GridFiles, ComboRegistro, &ImageListFrom};
+}
+
+void Principal::BuildLayout() {
+    resize(1180, 720);
+
+    Toolbar = addToolBar(QStringLiteral("Herramientas"));
+    Toolbar->setObjectName("Toolbar");
+    Toolbar->setMovable(false);
+    Toolbar->setIconSize(QSize(24, 24));
+
+    // Left: the titles.
+    ComboRegistro = new QComboBox;
+    ComboRegistro->setObjectName("ComboRegistro");
+    ComboRegistro->setEditable(true);
+    ComboRegistro->setInsertPolicy(QComboBox::NoInsert);
+    ComboRegistro->setMaxVisibleItems(20);
+    GridTitles = new Grid;
+    GridTitles->setObjectName("GridTitles");
+    ChckHaveIt = new QCheckBox(QStringLiteral("Mostrar sólo disponibles"));
+    ChckHaveIt->setObjectName("ChckHaveIt");
+    auto* left = new QWidget;
+    auto* leftLayout = new QVBoxLayout(left);
+    leftLayout->setContentsMargins(0, 0, 0, 0);
+    leftLayout->addWidget(ComboRegistro);
+    leftLayout->addWidget(GridTitles, 1);
+    leftLayout->addWidget(ChckHaveIt);
+
+    // Right, top: the title's data beside its picture.
+    LabelNombre = new QLabel;
+    LabelCompany = new QLabel;
+    LabelYear = new QLabel;
+    LabelType = new QLabel;
+    for (QLabel* l : {LabelNombre, LabelCompany, LabelYear, LabelType}) {
+        l->setTextInteractionFlags(Qt::TextSelectableByMouse);
+        l->setMinimumWidth(120);
+    }
+    QFont nameFont = LabelNombre->font();
+    nameFont.setBold(true);
+    nameFont.setPointSizeF(nameFont.pointSizeF() * 1.25);
+    LabelNombre->setFont(nameFont);
+    LabelNombre->setWordWrap(true);
+    LabelNombre->setObjectName("LabelNombre");
+    LabelCompany->setObjectName("LabelCompany");
+    LabelYear->setObjectName("LabelYear");
+    LabelType->setObjectName("LabelType");
+    auto* data = new QGroupBox(QStringLiteral("Programa"));
+    auto* form = new QFormLayout(data);
+    form->addRow(QStringLiteral("Nombre:"), LabelNombre);
+    form->addRow(QStringLiteral("Empresa:"), LabelCompany);
+    form->addRow(QStringLiteral("Año:"), LabelYear);
+    form->addRow(QStringLiteral("Tipo:"), LabelType);
+
+    // The picture: a Spectrum screen is 256 x 192, the box of 3840 x 2880 twips.
+    const QSize pictureBox(Twips(3840), Twips(2880));
+    SCRImage1 = new QLabel;
+    SCRImage1->setObjectName("SCRImage1");
+    SCRImage1->setFixedSize(pictureBox);
+    SCRImage1->setStyleSheet("background: #101010;");
+    ImgCaratula = new QLabel;
+    ImgCaratula->setObjectName("ImgCaratula");
+    ImgCaratula->setFixedSize(Twips(3840), Twips(2775));
+    ImgCaratula->setToolTip(QStringLiteral("Doble click par abrir el archivo"));
+    ImgCaratula->hide();
+    const char* options[] = {"Pantalla", "Encarte", "Mapa", "Codesheet"};
+    auto* optionRow = new QHBoxLayout;
+    for (int i = 0; i < 4; ++i) {
+        OptDatos[i] = new QRadioButton(QString::fromUtf8(options[i]));
+        OptDatos[i]->setObjectName(QStringLiteral("OptDatos%1").arg(i));
+        OptDatos[i]->setEnabled(i == 0);
+        optionRow->addWidget(OptDatos[i]);
+    }
+    OptDatos[0]->setChecked(true);
+    auto* picture = new QWidget;
+    auto* pictureLayout = new QVBoxLayout(picture);
+    pictureLayout->setContentsMargins(0, 0, 0, 0);
+    auto* frame = new QWidget;
+    frame->setFixedSize(pictureBox);
+    auto* stack = new QGridLayout(frame);
+    stack->setContentsMargins(0, 0, 0, 0);
+    stack->addWidget(SCRImage1, 0, 0, Qt::AlignTop | Qt::AlignLeft);
+    stack->addWidget(ImgCaratula, 0, 0, Qt::AlignTop | Qt::AlignLeft);
+    pictureLayout->addWidget(frame);
+    pictureLayout->addLayout(optionRow);
+
+    auto* top = new QWidget;
+    auto* topLayout = new QHBoxLayout(top);
+    topLayout->setContentsMargins(0, 0, 0, 0);
+    topLayout->addWidget(data, 1);
+    topLayout->addWidget(picture, 0, Qt::AlignTop);
+
+    // Right, bottom: the title's files.
+    GridFiles = new Grid;
+    GridFiles->setObjectName("GridFiles");
+    auto* right = new QWidget;
+    auto* rightLayout = new QVBoxLayout(right);
+    rightLayout->setContentsMargins(0, 0, 0, 0);
+    rightLayout->addWidget(top);
+    rightLayout->addWidget(GridFiles, 1);
+
+    split = new QSplitter;
+    split->addWidget(left);
+    split->addWidget(right);
+    split->setStretchFactor(0, 0);
+    split->setStretchFactor(1, 1);
+    split->setSizes({500, 540});
+    auto* central = new QWidget;
+    auto* centralLayout = new QHBoxLayout(central);
+    centralLayout->setContentsMargins(6, 6, 6, 6);
+    centralLayout->addWidget(split);
+    setCentralWidget(central);
+}
+
+bool Principal::Form_Load(const QString& dbPath) {
+    // 1. The filter box, from the settings; its handler runs if this changes it.
+    ChckHaveIt->setChecked(
+        GetSetting(QStringLiteral("Conf"), QStringLiteral("HaveIt"), QStringLiteral("0")).toInt() !=
+        0);
+
+    // 2. The splash, painted before the slow work starts.
+    frmSplash splash;
+    splash.setCursor(Qt::WaitCursor);
+    splash.show();
+    QApplication::processEvents();
+
+    // 4. The shared state and the registers.
+    const QString path = dbPath.isEmpty() ? Comunes::DefaultDbPath() : dbPath;
+    if (!OpenCatalogue(path)) return false;
+
+    // 5, 6. The grids' columns.
+    Grids::SetupGridTitles(*GridTitles);
+    FitTitlesPane();
+
+    // 7. The titles, with the splash's counter moving.
+    Grids::Splash = &splash;
+    Grids::FillTitles(Parts(), kOrderByName);
+    Grids::Splash = nullptr;
+
+    // 8.
+    splash.close();
+    return true;
+}
+
+void Principal::FitTitlesPane() {
+    int needed = GridTitles->frameWidth() * 2 + GridTitles->verticalScrollBar()->sizeHint().width();
+    needed += GridTitles->ColumnsWidth();
+    split->setSizes({needed, std::max(400, width() - needed)});
+}
+
+void Principal::ChckHaveIt_Click() {
+    SaveSetting(QStringLiteral("Conf"), QStringLiteral("HaveIt"),
+                ChckHaveIt->isChecked() ? QStringLiteral("1") : QStringLiteral("0"));
+    Grids::FilterHaveIt(*GridTitles);
+}
+
+void Principal::GridTitles_HeaderClick(int col) {
+    Grids::SortGrid(col, *GridTitles);
+}
+
+} // namespace cintal
