@@ -49,6 +49,12 @@ void SortTitlesByName(std::vector<TitleRow>& rows) {
     rows = std::move(sorted);
 }
 
+QString StoredTitleName(const QString& name) {
+    QString n = name.left(50);
+    n.replace(QLatin1Char('"'), QLatin1Char('\''));
+    return n;
+}
+
 QString EstadoText(const TitleRow& row) {
     if (!row.HasEstado || row.Estado < 0 || row.Estado > 6) return {};
     return QString::number(row.Estado);

@@ -28,6 +28,10 @@ bool LoadTitles(const QString& clause, std::vector<TitleRow>& rows);
 // Stable sort by name, in the order shown to the user.
 void SortTitlesByName(std::vector<TitleRow>& rows);
 
+// A title's name as the store keeps it: at most 50 characters, and double
+// quotes turned into apostrophes, as every writer of titles does.
+QString StoredTitleName(const QString& name);
+
 // The text of the Fuente column: the Estado as a number when it is a known
 // code (0 to 6), otherwise empty.
 QString EstadoText(const TitleRow& row);

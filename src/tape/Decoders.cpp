@@ -40,7 +40,8 @@ std::string Num(std::int64_t n) {
 
 void StandardText(const View& v, std::int64_t len, DecodeState& st, std::string& out) {
     if (len == 0) return;
-    std::uint32_t flag = v.U8(5);
+    // A flag byte the file doesn't hold reads as data: a header has to say so.
+    std::uint32_t flag = v.Has(6) ? v.U8(5) : 0xFF;
     std::uint32_t type = v.U8(6); // with len 1, the byte after the block: only looked at
     std::string name;
     if (len - 2 >= 10) {
