@@ -20,9 +20,15 @@ QString DefaultDbPath() {
 bool InitGlobals(const QString& path, QString* reason) {
     DbPath = path.isEmpty() ? DefaultDbPath() : path;
     if (!Store::Open(DbPath, reason)) return false;
-    if (!LoadPaths() || !LoadPublishers()) {
-        if (reason) *reason = QStringLiteral("no se pueden leer los registros");
-        return false;
+    {
+        // A catalogue whose registers can't be read is one that can't be
+        // opened: one message, in the caller's words.
+        QuietErrors quiet;
+        if (!LoadPaths() || !LoadPublishers()) {
+            if (reason) *reason = Store::LastError();
+            Store::Close();
+            return false;
+        }
     }
     EmulPath =
         GetSetting(QStringLiteral("Emulador"), QStringLiteral("DefaultEmulPath"),

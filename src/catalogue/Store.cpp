@@ -50,6 +50,9 @@ const char* kSchema[] = {
     "CREATE INDEX TitlesNamePub ON Titles (Name, IdPub)",
 };
 
+bool quiet = false;
+QString lastError;
+
 const QStringList kTables = {"Titles", "tFiles", "Paths", "Publishers"};
 
 QString ErrorText(const QSqlError& e) {
@@ -57,7 +60,7 @@ QString ErrorText(const QSqlError& e) {
     return t.isEmpty() ? QStringLiteral("error desconocido") : t;
 }
 
-bool Pragmas(QSqlDatabase& db, QString* reason) {
+bool Pragmas(const QSqlDatabase& db, QString* reason) {
     QSqlQuery q(db);
     for (const char* p :
          {"PRAGMA journal_mode=WAL", "PRAGMA synchronous=NORMAL", "PRAGMA busy_timeout=5000"}) {
@@ -114,36 +117,35 @@ bool Store::Open(const QString& path, QString* reason) {
         if (reason) *reason = QStringLiteral("no existe el archivo");
         return false;
     }
-    QSqlDatabase db = QSqlDatabase::addDatabase("QSQLITE", kConnection);
-    db.setDatabaseName(path);
-    if (!db.open()) {
-        if (reason) *reason = ErrorText(db.lastError());
-        Close();
-        return false;
-    }
-    QSqlQuery q(db);
-    QStringList found;
-    if (!q.exec("SELECT name FROM sqlite_master WHERE type = 'table'")) {
-        if (reason) *reason = ErrorText(q.lastError());
-        q.finish();
-        Close();
-        return false;
-    }
-    while (q.next())
-        found << q.value(0).toString().toLower();
-    q.finish();
-    for (const QString& t : kTables) {
-        if (!found.contains(t.toLower())) {
-            if (reason) *reason = QStringLiteral("falta la tabla %1").arg(t);
-            Close();
-            return false;
+    QString why;
+    {
+        QSqlDatabase db = QSqlDatabase::addDatabase("QSQLITE", kConnection);
+        db.setDatabaseName(path);
+        if (!db.open()) {
+            why = ErrorText(db.lastError());
+        } else {
+            QSqlQuery q(db);
+            QStringList found;
+            if (!q.exec("SELECT name FROM sqlite_master WHERE type = 'table'")) {
+                why = ErrorText(q.lastError());
+            } else {
+                while (q.next())
+                    found << q.value(0).toString().toLower();
+                for (const QString& t : kTables) {
+                    if (!found.contains(t.toLower())) {
+                        why = QStringLiteral("falta la tabla %1").arg(t);
+                        break;
+                    }
+                }
+            }
+            q.finish();
+            if (why.isEmpty()) Pragmas(db, &why);
         }
     }
-    if (!Pragmas(db, reason)) {
-        Close();
-        return false;
-    }
-    return true;
+    if (why.isEmpty()) return true;
+    if (reason) *reason = why;
+    Close();
+    return false;
 }
 
 void Store::Close() {
@@ -219,7 +221,21 @@ void Store::Rollback() {
     Db().rollback();
 }
 
+QString Store::LastError() {
+    return lastError;
+}
+
+QuietErrors::QuietErrors() : previous(quiet) {
+    quiet = true;
+}
+
+QuietErrors::~QuietErrors() {
+    quiet = previous;
+}
+
 void Store::ReportError(const QString& reason) {
+    lastError = reason;
+    if (quiet) return;
     Ask(("Error en el catálogo: " + reason).toStdString(), {}, Icon::Critical);
 }
 

@@ -40,8 +40,23 @@ public:
     static bool Commit();
     static void Rollback();
 
-    // Shows "Error en el catálogo: <motivo>".
+    // Shows "Error en el catálogo: <motivo>", unless a QuietErrors is alive.
     static void ReportError(const QString& reason);
+    // The reason of the last failure.
+    static QString LastError();
+};
+
+// While alive, store failures are kept for the caller to report in its own
+// words instead of being shown.
+class QuietErrors {
+public:
+    QuietErrors();
+    ~QuietErrors();
+    QuietErrors(const QuietErrors&) = delete;
+    QuietErrors& operator=(const QuietErrors&) = delete;
+
+private:
+    bool previous;
 };
 
 // Reads of a row's value with the store's rules: NULL is empty text or 0,

@@ -160,8 +160,11 @@ int Run(const std::vector<std::string>& args, std::ostream& out, std::ostream& e
         return args.empty() ? 2 : 0;
     }
     const std::string& command = args[0];
-    if (command == "init") return Init(args, out, err);
-    if (command == "titles") return Titles(args, out, err);
+    if (command == "init" || command == "titles") {
+        CliPrompt prompt(err, false);
+        PromptScope scope(prompt);
+        return command == "init" ? Init(args, out, err) : Titles(args, out, err);
+    }
     bool yes = false;
     std::vector<std::string> files;
     for (std::size_t i = 1; i < args.size(); ++i) {

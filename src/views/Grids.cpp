@@ -64,6 +64,7 @@ void FillTitles(const TitleWindow& frm, const QString& clause) {
     Grid& grid = *frm.GridTitles;
     if (rows.empty()) {
         grid.Clear(false);
+        grid.SetRedraw(true);
         if (frm.GridFiles) frm.GridFiles->Clear(false);
         frm.window->setWindowTitle(QStringLiteral("Cintal - 0 programas hallados"));
         return;
@@ -74,6 +75,8 @@ void FillTitles(const TitleWindow& frm, const QString& clause) {
     grid.SetImageList(frm.ImageListFrom);
     grid.SetRedraw(false);
     grid.SetDefaultRowHeight(16);
+    // A refill starts from empty cells: what a value doesn't write stays empty.
+    grid.Clear(false);
     grid.SetRows(count);
 
     const int colEstado = grid.ColumnIndex("ColEstado");

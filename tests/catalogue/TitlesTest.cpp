@@ -1,0 +1,98 @@
+// The title list in the order a user reads it, and the command line's view
+// of the catalogue.
+
+#include "catalogue/Titles.h"
+#include "CatalogueFixture.h"
+#include "cli/Commands.h"
+
+#include <QFileInfo>
+#include <sstream>
+
+namespace cintal::test {
+namespace {
+
+using TitlesTest = CatalogueTest;
+
+std::vector<std::string> Names(const std::vector<TitleRow>& rows) {
+    std::vector<std::string> names;
+    for (const TitleRow& r : rows)
+        names.push_back(S(r.Name));
+    return names;
+}
+
+TEST_F(TitlesTest, NameOrderIsSpanishIgnoresCaseAndCountsNumbers) {
+    Create();
+    for (const char* name :
+         {"Zorro", "Juego 10", "abadía", "Ábaco", "JUEGO 2", "Batman", "ábaco", "Éxito"})
+        Title(name, "1985", 0, "Arcade", 1, 4);
+    ASSERT_TRUE(Store::Open(db, nullptr));
+
+    std::vector<TitleRow> rows;
+    ASSERT_TRUE(LoadTitles(kOrderByName, rows));
+    // Names equal but for case keep the store's order.
+    EXPECT_EQ(Names(rows), (std::vector<std::string>{"Ábaco", "ábaco", "abadía", "Batman", "Éxito",
+                                                     "JUEGO 2", "Juego 10", "Zorro"}));
+    ASSERT_TRUE(LoadTitles("", rows));
+    EXPECT_EQ(Names(rows), (std::vector<std::string>{"Zorro", "Juego 10", "abadía", "Ábaco",
+                                                     "JUEGO 2", "Batman", "ábaco", "Éxito"}));
+}
+
+struct Cli {
+    int status;
+    std::string out, err;
+};
+
+Cli RunCli(std::vector<std::string> args) {
+    std::ostringstream out, err;
+    const int status = cli::Run(args, out, err);
+    Comunes::Reset();
+    return {status, out.str(), err.str()};
+}
+
+using CliTest = CatalogueTest;
+
+TEST_F(CliTest, InitMakesAnEmptyCatalogueOnceAndNeverOverwrites) {
+    const std::string path = S(db);
+    Cli r = RunCli({"init", "--db", path});
+    EXPECT_EQ(r.status, 0) << r.err;
+    EXPECT_EQ(r.out, "Catálogo creado: " + path + "\n");
+    ASSERT_TRUE(Store::Open(db, nullptr));
+    EXPECT_EQ(Sql(db, "SELECT COUNT(*) FROM Titles")[0][0].toInt(), 0);
+    Store::Close();
+
+    Title("Manic Miner", "1983", 0, "Arcade", 1, 4);
+    r = RunCli({"init", "--db", path});
+    EXPECT_EQ(r.status, 1);
+    EXPECT_EQ(r.out, "");
+    EXPECT_EQ(r.err, "No se puede crear el catálogo " + path + ": ya existe el archivo\n");
+    EXPECT_EQ(Sql(db, "SELECT Name FROM Titles")[0][0].toString(), "Manic Miner");
+
+    EXPECT_EQ(RunCli({"init", "--db", path, "--force"}).status, 2);
+}
+
+TEST_F(CliTest, TitlesPrintsTheGridRowsInNameOrder) {
+    Create();
+    Publisher(1, "Dinamic");
+    Title("Zorro", "1985", 1, "Arcade", 1, 4);
+    Title("Juego 10", QVariant(), 1, "Aventur", 0, 7);
+    Title("juego 2", "1986", 9, "Arcade", 2, 0);
+    Title("Ábaco", "1984", 0, "Puzzle", 0, QVariant());
+    const Cli r = RunCli({"titles", "--db", S(db)});
+    EXPECT_EQ(r.status, 0) << r.err;
+    EXPECT_EQ(r.out, "\tÁbaco\t1984\t\tPuzzle\t0\n"
+                     "0\tjuego 2\t1986\t\tArcade\t1\n"
+                     "\tJuego 10\t\tDinamic\tAventur\t0\n"
+                     "4\tZorro\t1985\tDinamic\tArcade\t1\n");
+    EXPECT_EQ(r.err, "");
+}
+
+TEST_F(CliTest, TitlesOnAMissingCatalogueSaysSoAndMakesNoFile) {
+    const Cli r = RunCli({"titles", "--db", S(db)});
+    EXPECT_EQ(r.status, 1);
+    EXPECT_EQ(r.out, "");
+    EXPECT_EQ(r.err, "No se puede abrir el catálogo " + S(db) + ": no existe el archivo\n");
+    EXPECT_FALSE(QFileInfo::exists(db));
+}
+
+} // namespace
+} // namespace cintal::test

@@ -1,0 +1,116 @@
+// cintal-cli as a collector uses it from a shell: what it prints, what it
+// leaves on disk, and its exit status.
+
+#include "../tape/TestSupport.h"
+#include "cli/Commands.h"
+
+#include <sstream>
+
+namespace cintal::test {
+namespace {
+
+struct Result {
+    int status;
+    std::string out;
+    std::string err;
+};
+
+Result Cli(std::vector<std::string> args) {
+    std::ostringstream out, err;
+    int status = cli::Run(args, out, err);
+    return {status, out.str(), err.str()};
+}
+
+class CliTest : public ::testing::Test, protected Tzx {
+protected:
+    TempDir dir;
+};
+
+TEST_F(CliTest, ListShowsBlocksPositionsArchiveTextsAndWhereAReadStopped) {
+    const std::string whole = dir.File("juego.tzx");
+    WriteFile(whole, Tape({Std(RomHeader(0, "Juego")), Pause(0), Std(RomData(10)), Call(),
+                           Archive({{255, "L\xEDnea 1\r\nTab\there \\"}, {0, "Ca\xF1\xF3n"}}),
+                           Std(RomData(100)).substr(0, 20)}));
+    Result r = Cli({"list", whole});
+    EXPECT_EQ(r.status, 0);
+    // Positions count from 11; a cut last block ends where it says it ends.
+    EXPECT_EQ(r.out, "Archivo " + whole +
+                         " - versión 1.20\n"
+                         "1\t0x10\tBloque estandar\tBASIC: Juego           \t11\t34\n"
+                         "2\t0x20\tPausa/detención\tDetener la cinta\t35\t37\n"
+                         "3\t0x10\tBloque estandar\t      Datos - 10 bytes\t38\t54\n"
+                         "4\t0x26\t\t-->>\t55\t61\n"
+                         "5\t0x32\tInfo de archivo\tCañón\t62\t93\n"
+                         "6\t0x10\tBloque estandar\tDatos - 100 bytes\t94\t200\n"
+                         "info\t0\tiName\tCañón\n"
+                         "info\t255\tiComments\tLínea 1\\r\\nTab\\there \\\\\n");
+    // The box that a call block brings comes out on standard error.
+    EXPECT_EQ(r.err, "otro\n");
+
+    const std::string broken = dir.File("roto.tzx");
+    WriteFile(broken, Tape({Pause(10), B({0x19, 1, 2, 3})}, 1, 13));
+    r = Cli({"list", broken});
+    EXPECT_EQ(r.status, 1);
+    EXPECT_NE(r.out.find("1\t0x20\tPausa/detención\tPausa de 10 mseg.\t11\t13\n"
+                         "incompleto\t2\t14\tbloque desconocido 0x19\n"),
+              std::string::npos)
+        << r.out;
+    EXPECT_EQ(r.err, "Bloque desconocido: 25 en  byte 14 , bloque 2\n");
+}
+
+TEST_F(CliTest, CleanRemovesRedundantBlocksAndAsksBeforeDowngradingANewerTape) {
+    const std::string path = dir.File("a.tzx");
+    const Bytes original = Tape({Merge(), Archive({{0, "Uno"}}), Pause(5), Archive({{0, "Dos"}})});
+    WriteFile(path, original);
+
+    // Without --yes the 1.20 tape is left alone.
+    Result r = Cli({"clean", path});
+    EXPECT_EQ(r.status, 0);
+    EXPECT_EQ(r.out, path + ": no se ha modificado (versión 1.20 superior a la soportada; use "
+                            "--yes para guardarlo como 1.13)\n");
+    EXPECT_TRUE(SameBytes(ReadFile(path), original));
+
+    r = Cli({"clean", "--yes", path});
+    EXPECT_EQ(r.status, 0);
+    EXPECT_EQ(r.out, path + ": guardado, 2 bloques eliminados, versión 1.13\n");
+    EXPECT_TRUE(SameBytes(ReadFile(path), Tape({Archive({{0, "Dos"}}), Pause(5)}, 1, 13)));
+    EXPECT_TRUE(SameBytes(ReadFile(dir.File("a.tmp")), original));
+
+    r = Cli({"clean", path});
+    EXPECT_EQ(r.out, path + ": sin cambios\n");
+
+    // A tape that was not read whole is never written.
+    const std::string cut = dir.File("b.tzx");
+    const Bytes cutBytes = Tape({Merge(), B({0x19, 0})});
+    WriteFile(cut, cutBytes);
+    r = Cli({"clean", "--yes", cut});
+    EXPECT_EQ(r.status, 1);
+    EXPECT_EQ(r.out, cut + ": no se ha modificado (bloque desconocido 0x19)\n");
+    EXPECT_TRUE(SameBytes(ReadFile(cut), cutBytes));
+}
+
+TEST_F(CliTest, Tap2TzxWritesBesideAndRefusesWhatItCannotConvert) {
+    const Bytes block = Le(3, 2) + B({0xFF, 1, 2});
+    WriteFile(dir.File("juego.tap"), block);
+    WriteFile(dir.File("otro.tap"), block);
+    WriteFile(dir.File("OTRO.TZX"), "x");
+    Result r = Cli({"tap2tzx", dir.File("juego.tap"), dir.File("otro.tap")});
+    EXPECT_EQ(r.status, 1);
+    EXPECT_EQ(r.out, dir.File("juego.tap") + " -> " + dir.File("juego.tzx") + "\n");
+    EXPECT_EQ(r.err, "[Convertir en TZX] Ya existe " + dir.File("OTRO.TZX") + "\n");
+    EXPECT_TRUE(
+        SameBytes(ReadFile(dir.File("juego.tzx")), Tape({B({0x10}) + Le(1000, 2) + block}, 1, 13)));
+}
+
+TEST_F(CliTest, UsageErrorsExplainThemselves) {
+    EXPECT_EQ(Cli({}).status, 2);
+    EXPECT_EQ(Cli({"borrar", "x"}).status, 2);
+    EXPECT_EQ(Cli({"list"}).status, 2);
+    EXPECT_EQ(Cli({"list", "--rapido", "x"}).status, 2);
+    Result help = Cli({"--help"});
+    EXPECT_EQ(help.status, 0);
+    EXPECT_NE(help.out.find("Uso: cintal-cli"), std::string::npos);
+}
+
+} // namespace
+} // namespace cintal::test

@@ -1,0 +1,194 @@
+#pragma once
+// What the tape tests share: tapes assembled field by field as a TZX file
+// holds them (apart from the engine's writer on purpose, so that a fault there
+// can't hide one in the reader), a scratch folder per test, and the boxes a
+// user would have seen.
+
+#include "tape/Block.h"
+#include "tape/Prompt.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <random>
+#include <string>
+#include <vector>
+
+namespace cintal::test {
+
+inline Bytes Le(std::uint64_t value, int width) {
+    Bytes out;
+    for (int i = 0; i < width; ++i)
+        out += static_cast<char>((value >> (8 * i)) & 0xFF);
+    return out;
+}
+
+inline Bytes B(std::initializer_list<int> values) {
+    Bytes out;
+    for (int v : values)
+        out += static_cast<char>(v);
+    return out;
+}
+
+// Payload bytes that run through every value, zero and the top half included.
+inline Bytes Filler(std::size_t n) {
+    Bytes out(n, '\0');
+    for (std::size_t i = 0; i < n; ++i)
+        out[i] = static_cast<char>((i * 37) & 0xFF);
+    return out;
+}
+
+struct Kind {
+    Bytes bytes;
+    std::string descr; // what the inspector shows for it at its place
+};
+
+// Blocks of every kind the reader decodes, with their fields in file order.
+struct Tzx {
+    static int Len(const std::string& s) { return static_cast<int>(s.size()); }
+    // A ROM header (flag 0, type, 10-byte name, three words, checksum) and a
+    // ROM data block (flag, payload, checksum).
+    static Bytes RomHeader(int type, std::string name) {
+        name.resize(10, ' ');
+        return B({0, type}) + name + Le(6912, 2) + Le(16384, 2) + Le(32768, 2) + B({0x5C});
+    }
+    static Bytes RomData(std::size_t n) { return B({0xFF}) + Filler(n) + B({0x3A}); }
+
+    static Bytes Std(const Bytes& d) { return B({0x10}) + Le(1000, 2) + Le(d.size(), 2) + d; }
+    static Bytes Turbo(const Bytes& d) { return B({0x11}) + Filler(15) + Le(d.size(), 3) + d; }
+    static Bytes Tone() { return B({0x12}) + Le(2168, 2) + Le(3223, 2); }
+    static Bytes Pulses(int n) { return B({0x13, n}) + Filler(2 * n); }
+    static Bytes PureData(const Bytes& d) { return B({0x14}) + Filler(7) + Le(d.size(), 3) + d; }
+    static Bytes Direct(const Bytes& d) { return B({0x15}) + Filler(5) + Le(d.size(), 3) + d; }
+    static Bytes Pause(int ms) { return B({0x20}) + Le(ms, 2); }
+    static Bytes Group(const std::string& name) { return B({0x21, Len(name)}) + name; }
+    static Bytes Jump(std::int16_t rel) { return B({0x23}) + Le(std::uint16_t(rel), 2); }
+    static Bytes Call() { return B({0x26}) + Le(2, 2) + Le(1, 2) + Le(0xFFFF, 2); }
+    static Bytes Select() { return B({0x28}) + Le(7, 2) + B({1}) + Le(1, 2) + B({3}) + "Uno"; }
+    static Bytes Text(const std::string& t) { return B({0x30, Len(t)}) + t; }
+    static Bytes Msg(const std::string& t) { return B({0x31, 5, Len(t)}) + t; }
+    static Bytes Hardware(int n) { return B({0x33, n}) + Filler(3 * n); }
+    static Bytes Custom(const std::string& id16, const Bytes& d) {
+        EXPECT_EQ(id16.size(), 16u);
+        return B({0x35}) + id16 + Le(d.size(), 4) + d;
+    }
+    static Bytes Snapshot(const Bytes& d) { return B({0x40, 0}) + Le(d.size(), 3) + d; }
+    static Bytes Merge() { return B({0x5A}) + "XTape!" + B({0x1A, 1, 13}); }
+    // The length word is the format's unless one is forced: the reader must go
+    // by the entries.
+    static Bytes Archive(const std::vector<std::pair<int, std::string>>& entries, int word = -1) {
+        Bytes body = B({static_cast<int>(entries.size())});
+        for (const auto& [id, text] : entries)
+            body += B({id, Len(text)}) + text;
+        return B({0x32}) + Le(word < 0 ? body.size() : word, 2) + body;
+    }
+
+    // Every kind but the archive block, each with its text at that place.
+    static std::vector<Kind> EveryKind() {
+        const std::string dots = "      ................... ";
+        // clang-format off
+        return {
+            {Std(RomHeader(0, "Manic\x7F\x7D\x1FMi")), "BASIC: Manic?}?Mi      "},
+            {Pause(0), "Detener la cinta"}, // the pending header survives it
+            {Std(RomData(300)), "      Datos - 300 bytes"}, {Std(RomData(5)), "Datos - 5 bytes"},
+            {Std(RomHeader(3, "Pantalla")), "CODE:  Pantalla  "},
+            {Std(RomData(6912)), "      Datos - 6912 bytes"},
+            {Std(RomHeader(1, "matriz")), "Num/Char array - 17 bytes"},
+            {Std(RomData(20)), "Datos - 20 bytes"}, {Std({}), ""},
+            {Std(B({0, 0}) + "nueve 9bX"), "BASIC:       "}, // too short for a name
+            {Std(B({0xFF})), "      Datos - 0 bytes"},
+            {Turbo(RomData(98)), "Turbo block - 98 bytes"}, {Turbo({}), "Turbo block - -2 bytes"},
+            {Tone(), " Pure tone"}, {Pulses(3), " Seq. of pulses"},
+            {PureData(Filler(50)), " Pure Data block - 50 bytes"},
+            {Direct(Filler(70000)), "Direct recording: 70000"}, {Pause(500), "Pausa de 500 mseg."},
+            {Group("Ni\xF1o 2"), "Ni\xF1o 2"}, {B({0x22}), dots},
+            {B({0x24}) + Le(3, 2), "3 repeticiones"}, {B({0x25}), dots},
+            {Jump(-2), "Bloque:21"}, // ordinal 23
+            {Jump(-24), "**SALTO A BLOQUE ERRONEO**"}, {Jump(-24), "Bloque:1"},
+            {Jump(100), "Bloque:126"}, {Call(), "-->>"}, {B({0x27}), "RETURN"}, {Select(), "-->>"},
+            {B({0x2A}) + Le(0, 4), "-- STOP --"},
+            {Text("Cargando \xA9 1984"), "Cargando \xA9 1984"}, {Msg("Pulse PLAY"), "Pulse PLAY"},
+            {Hardware(2), ""}, {B({0x34}) + Filler(8), ""},
+            {Custom("POKEs           ", Filler(12)), "Pokes"}, {Snapshot(Filler(40)), "SNAPSHOT"},
+            {Merge(), "XXXXXXXXXXXXXX"}};
+        // clang-format on
+    }
+};
+
+// A tape image: header, then the blocks as given.
+inline Bytes Tape(std::initializer_list<Bytes> blocks, int version = 1, int revision = 20,
+                  char marker = 0x1A) {
+    Bytes out = "ZXTape!" + std::string(1, marker) + B({version, revision});
+    for (const auto& b : blocks)
+        out += b;
+    return out;
+}
+
+// Sizes and the first difference, not two dumps of a whole tape.
+inline ::testing::AssertionResult SameBytes(const Bytes& actual, const Bytes& expected) {
+    if (actual == expected) return ::testing::AssertionSuccess();
+    const auto diff = std::mismatch(actual.begin(), actual.end(), expected.begin(), expected.end());
+    return ::testing::AssertionFailure()
+           << "sizes " << actual.size() << " and " << expected.size() << ", first difference at "
+           << (diff.first - actual.begin());
+}
+
+inline void WriteFile(const std::string& path, const Bytes& bytes) {
+    std::ofstream(path, std::ios::binary).write(bytes.data(), std::streamsize(bytes.size()));
+}
+inline Bytes ReadFile(const std::string& path) {
+    std::ifstream in(path, std::ios::binary);
+    return Bytes(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
+}
+
+using Names = std::vector<std::string>;
+using Boxes = std::vector<std::string>;
+
+// A folder of its own for each test, removed with everything in it.
+struct TempDir {
+    std::filesystem::path path = std::filesystem::temp_directory_path() /
+                                 ("cintal-tape-" + std::to_string(std::random_device{}()) +
+                                  std::to_string(std::random_device{}()));
+    TempDir() { std::filesystem::create_directories(path); }
+    ~TempDir() {
+        std::error_code ec;
+        std::filesystem::remove_all(path, ec);
+    }
+    std::string File(const std::string& name) const { return (path / name).string(); }
+    Names List() const {
+        Names names;
+        for (const auto& e : std::filesystem::directory_iterator(path))
+            names.push_back(e.path().filename().string());
+        std::sort(names.begin(), names.end());
+        return names;
+    }
+};
+
+// A box as one line, so that a failing comparison shows all of it.
+inline std::string Box(const std::string& text, const std::string& title = {},
+                       Icon icon = Icon::None, Buttons buttons = Buttons::Ok) {
+    static const char* icons[] = {"None", "Information", "Exclamation", "Critical", "Question"};
+    static const char* sets[] = {"Ok", "YesNo", "YesNoCancel", "OkCancel"};
+    return std::string("[") + icons[int(icon)] + "/" + sets[int(buttons)] + "] \"" + title + "\" " +
+           text;
+}
+
+// Every engine test answers boxes from a script and records them.
+class TapeTest : public ::testing::Test, protected Tzx {
+protected:
+    Boxes Shown() const {
+        Boxes out;
+        for (const auto& m : prompt.shown)
+            out.push_back(Box(m.text, m.title, m.icon, m.buttons));
+        return out;
+    }
+    void Forget() { prompt.shown.clear(); }
+
+    ScriptedPrompt prompt;
+    PromptScope scope{prompt};
+    TempDir dir;
+};
+
+} // namespace cintal::test

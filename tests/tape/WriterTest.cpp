@@ -1,0 +1,199 @@
+// Saving: what lands on disk, the backup beside it, the version rules and
+// the refusals that keep a file whole.
+
+#include "TestSupport.h"
+#include "tape/TZXTape.h"
+
+#include <ctime>
+
+namespace cintal::test {
+namespace {
+
+class WriterTest : public TapeTest {
+protected:
+    // Writes `image` as `name` in the test's folder and reads it.
+    std::string Load(TZXTape& tape, const Bytes& image, const std::string& name = "juego.tzx") {
+        const std::string path = dir.File(name);
+        WriteFile(path, image);
+        tape.FileName = path;
+        tape.ReadTape();
+        Forget();
+        return path;
+    }
+};
+
+std::string Refusal(int ordinal, int byte) {
+    return Box("No se puede guardar: el archivo no se leyó completo (bloque " +
+                   std::to_string(ordinal) + ", byte " + std::to_string(byte) +
+                   "). Guardarlo perdería bloques; el archivo no se ha modificado.",
+               "Guardar", Icon::Critical);
+}
+
+TEST_F(WriterTest, SaveRebuildsTheArchiveFirstAndKeepsEveryOtherBlockByteForByte) {
+    const auto kinds = EveryKind();
+    Bytes image = Tape({}, 1, 13, '\0'); // a wrong marker byte is put right
+    for (std::size_t i = 0; i < kinds.size(); ++i) {
+        image += kinds[i].bytes;
+        if (i == 4)
+            image += Archive({{255, "Comentario"}, {10, "perdido"}, {0, "Primero"}, {4, " "}});
+    }
+    image += Archive({{0, "Juego"}, {1, "Ed \xA9"}});
+    TZXTape tape;
+    const std::string path = Load(tape, image);
+    // Ids go out in their order; one blank is nothing but two are a text;
+    // a text too long for its length byte is cut on disk only.
+    ArchiveInfo& info = tape.ArchiveInfo();
+    info.iYear = "1984";
+    info.iAuthor = "  ";
+    info.iOrigin = std::string(300, 'o');
+    tape.Blocks().Item(1)->Descr = "derivado, no se escribe";
+    ASSERT_TRUE(tape.Save(path, false));
+
+    Bytes expected = Tape({Archive({{0, "Juego"},
+                                    {1, "Ed \xA9"},
+                                    {2, "  "},
+                                    {3, "1984"},
+                                    {8, std::string(255, 'o')},
+                                    {255, "Comentario"}})},
+                          1, 13);
+    for (const auto& k : kinds)
+        expected += k.bytes;
+    EXPECT_TRUE(SameBytes(ReadFile(path), expected));
+    EXPECT_TRUE(SameBytes(ReadFile(dir.File("juego.tmp")), image));
+    EXPECT_EQ(dir.List(), (Names{"juego.tmp", "juego.tzx"}));
+    EXPECT_TRUE(Shown().empty());
+    EXPECT_EQ(info.iOrigin.size(), 300u);
+    // The list is not touched: its archive blocks stay where they stood.
+    EXPECT_EQ(tape.Blocks().Count(), std::int64_t(kinds.size() + 2));
+    EXPECT_EQ(tape.Blocks().Item(6)->IdTipoBloque, 0x32);
+}
+
+TEST_F(WriterTest, SavingTwiceKeepsOneBackupAndLeavesTemporaryNamesInUseAlone) {
+    TZXTape tape;
+    const std::string path = Load(tape, Tape({Pause(1), Archive({{0, "Juego"}})}, 1, 13));
+    // Every name the next seconds could give, and the first suffix of each.
+    Names taken = {"juego.tmp", "juego.tzx"};
+    for (std::time_t t = std::time(nullptr), end = t + 3; t < end; ++t) {
+        std::tm tm{};
+        localtime_r(&t, &tm);
+        char stamp[16];
+        std::strftime(stamp, sizeof stamp, "%H%M%S", &tm);
+        for (const char* suffix : {"", "-1"}) {
+            taken.push_back(std::string("TMP") + stamp + suffix + ".tmp");
+            WriteFile(dir.File(taken.back()), "ocupado");
+        }
+    }
+    ASSERT_TRUE(tape.Save(path, false));
+    const Bytes first = ReadFile(path);
+    EXPECT_EQ(first, Tape({Archive({{0, "Juego"}}), Pause(1)}, 1, 13));
+
+    // With every text empty no archive block is written, though the list holds one.
+    tape.ArchiveInfo().Clear();
+    ASSERT_TRUE(tape.Save(path, false));
+    EXPECT_EQ(ReadFile(path), Tape({Pause(1)}, 1, 13));
+    EXPECT_EQ(ReadFile(dir.File("juego.tmp")), first);
+    for (std::size_t i = 2; i < taken.size(); ++i)
+        EXPECT_EQ(ReadFile(dir.File(taken[i])), "ocupado") << taken[i];
+    std::sort(taken.begin(), taken.end());
+    EXPECT_EQ(dir.List(), taken);
+}
+
+TEST_F(WriterTest, VersionRulesWithTheUsersAnswers) {
+    const std::string ask = Box("La versión del archivo es superior a la versión soportada. Si "
+                                "guarda los cambios puede perderse información. ¿Desea continuar?",
+                                "", Icon::Critical, Buttons::YesNo);
+    const std::string raised =
+        Box("Formato de archivo actualizado a la versión 1.13", "", Icon::Exclamation);
+    struct Case {
+        int v, r;
+        bool update;
+        std::vector<Button> answers;
+        int savedV, savedR; // 0.0: nothing written
+        Boxes boxes;
+    };
+    // clang-format off
+    const std::vector<Case> cases = {
+        {1, 10, false, {}, 1, 10, {}},        {1, 10, true, {}, 1, 13, {raised}},
+        {1, 13, true, {}, 1, 13, {}},         {0, 5, true, {}, 1, 13, {raised}},
+        {0, 5, false, {}, 0, 5, {}},          {1, 14, false, {Button::Yes}, 1, 13, {ask, raised}},
+        {2, 0, true, {Button::Yes}, 1, 13, {ask, raised}}, {1, 20, true, {Button::No}, 0, 0, {ask}}};
+    // clang-format on
+    for (const auto& c : cases) {
+        SCOPED_TRACE(std::to_string(c.v) + "." + std::to_string(c.r));
+        const std::string name = "v" + std::to_string(c.v) + std::to_string(c.r);
+        const Bytes image = Tape({Pause(1), Std(RomData(2))}, c.v, c.r);
+        TZXTape tape;
+        const std::string path = Load(tape, image, name + ".tzx");
+        tape.Blocks().Remove(1);
+        for (Button b : c.answers)
+            prompt.Answer(b);
+
+        const bool written = tape.Save(path, c.update);
+        EXPECT_EQ(Shown(), c.boxes);
+        EXPECT_EQ(written, c.savedV + c.savedR > 0);
+        if (written) {
+            EXPECT_EQ(ReadFile(path), Tape({Std(RomData(2))}, c.savedV, c.savedR));
+            EXPECT_EQ(tape.FileVersion * 100 + tape.FileRevision, c.savedV * 100 + c.savedR);
+        } else { // No throws the edit away and writes nothing
+            EXPECT_FALSE(std::filesystem::exists(dir.File(name + ".tmp")));
+            EXPECT_EQ(ReadFile(path), image);
+            EXPECT_EQ(tape.Blocks().Count(), 2);
+        }
+    }
+}
+
+TEST_F(WriterTest, RefusesATapeNotReadWholeAndLeavesTheFileAlone) {
+    const std::vector<std::pair<Bytes, std::string>> cases = {
+        {Tape({Pause(5), Tone(), B({0x19}) + Le(0, 4), Pause(6)}, 1, 10), Refusal(3, 19)},
+        {Tape({Pause(5), Std(RomData(4)).substr(0, 3)}, 1, 10), Refusal(2, 14)}};
+    for (const auto& [image, box] : cases) {
+        SCOPED_TRACE(box);
+        TZXTape tape;
+        const std::string path = Load(tape, image);
+        EXPECT_FALSE(tape.Save(path, true)); // before any upgrade is announced
+        EXPECT_EQ(Shown(), Boxes{box});
+        EXPECT_EQ(ReadFile(path), image);
+        EXPECT_EQ(dir.List(), Names{"juego.tzx"});
+    }
+
+    // A read that left blocks out on purpose is not the whole tape either.
+    const Bytes image = Tape({Text("nota"), Pause(1)}, 1, 13);
+    TZXTape tape;
+    const std::string path = Load(tape, image);
+    tape.ReadOnlyData();
+    EXPECT_FALSE(tape.Save(path, false));
+    ASSERT_EQ(prompt.shown.size(), 1u);
+    EXPECT_EQ(prompt.shown[0].text.rfind("No se puede guardar: el archivo no se leyó completo", 0),
+              0u);
+    EXPECT_EQ(prompt.shown[0].icon, Icon::Critical);
+    EXPECT_EQ(ReadFile(path), image);
+}
+
+TEST_F(WriterTest, ACutLastBlockIsSavedAsItStandsOnlyWhileItStaysLast) {
+    const Bytes image = Tape({Pause(5), Std(RomData(100)).substr(0, 20)}, 1, 13);
+    TZXTape tape;
+    const std::string path = Load(tape, image);
+    ASSERT_TRUE(tape.Save(path, false));
+    EXPECT_EQ(ReadFile(path), image);
+
+    tape.ReadTape();
+    tape.Blocks().Move(2, true);
+    Forget();
+    EXPECT_FALSE(tape.Save(path, false));
+    EXPECT_EQ(Shown(), Boxes{Refusal(2, 14)});
+
+    tape.ReadTape();
+    tape.Blocks().Add(0x20, "", Pause(9), 3);
+    Forget();
+    EXPECT_FALSE(tape.Save(path, false));
+    EXPECT_EQ(Shown(), Boxes{Refusal(2, 14)});
+    EXPECT_EQ(ReadFile(path), image);
+
+    tape.ReadTape();
+    tape.Blocks().Remove(2);
+    EXPECT_TRUE(tape.Save(path, false));
+    EXPECT_EQ(ReadFile(path), Tape({Pause(5)}, 1, 13));
+}
+
+} // namespace
+} // namespace cintal::test
