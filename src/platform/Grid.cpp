@@ -8,12 +8,22 @@
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
-#include <QSortFilterProxyModel>
 #include <QStyledItemDelegate>
 #include <algorithm>
 #include <numeric>
 
 namespace cintal {
+
+struct Grid::Column {
+    QString key;
+    QString header;
+    int align = Grid::AlignDefault;
+    int icon = -1;
+    int width = 100;
+    bool visible = true;
+    bool textHidden = false;
+    QString tag;
+};
 
 namespace {
 
@@ -26,16 +36,7 @@ struct Cell {
     QRgb fore = 0;
 };
 
-struct Column {
-    QString key;
-    QString header;
-    int align = Grid::AlignDefault;
-    int icon = -1;
-    int width = 100;
-    bool visible = true;
-    bool textHidden = false;
-    QString tag;
-};
+using Column = Grid::Column;
 
 Qt::Alignment QtAlign(int code) {
     switch (code) {
@@ -55,15 +56,16 @@ public:
     using QAbstractTableModel::QAbstractTableModel;
 
     std::vector<Column> columns;
-    std::vector<Cell> cells; // row-major
+    std::vector<Cell> cells; // row-major, every row, shown or not
     std::vector<char> visible;
     int rows = 0;
-    // What the view was last told: while painting is off the arrays may run
-    // ahead of it, and the view must never be handed a row it doesn't know.
-    int publishedRows = 0;
+    // What the view was last told: the shown rows in order, and where each
+    // row stands among them (-1 when hidden). While painting is off the
+    // arrays run ahead of it, and the view is never handed a row it doesn't know.
+    std::vector<int> shown;
+    std::vector<int> viewOf;
     int publishedCols = 0;
-    bool structureDirty = false;
-    bool dataDirty = false;
+    bool dirty = false;
     const IconSet** images = nullptr;
 
     int Cols() const { return static_cast<int>(columns.size()); }
@@ -72,23 +74,31 @@ public:
         return &cells[static_cast<std::size_t>(r) * columns.size() + c];
     }
     const Cell* At(int r, int c) const { return const_cast<GridModel*>(this)->At(r, c); }
+    int SourceRow(int viewRow) const {
+        return viewRow >= 0 && viewRow < static_cast<int>(shown.size())
+                   ? shown[static_cast<std::size_t>(viewRow)]
+                   : -1;
+    }
+    int ViewRow(int row) const {
+        return row >= 0 && row < static_cast<int>(viewOf.size())
+                   ? viewOf[static_cast<std::size_t>(row)]
+                   : -1;
+    }
 
     int rowCount(const QModelIndex& parent = {}) const override {
-        return parent.isValid() ? 0 : publishedRows;
+        return parent.isValid() ? 0 : static_cast<int>(shown.size());
     }
     int columnCount(const QModelIndex& parent = {}) const override {
         return parent.isValid() ? 0 : publishedCols;
     }
 
     QVariant data(const QModelIndex& index, int role) const override {
-        const Cell* cell = At(index.row(), index.column());
+        const Cell* cell = At(SourceRow(index.row()), index.column());
         if (!cell) return {};
         const Column& col = columns[static_cast<std::size_t>(index.column())];
         switch (role) {
         case Qt::DisplayRole:
             return col.textHidden ? QVariant() : QVariant(cell->text);
-        case Qt::ToolTipRole:
-            return col.textHidden ? QVariant() : QVariant();
         case Qt::DecorationRole:
             if (cell->icon >= 0 && images && *images) return (*images)->Icon(cell->icon);
             return {};
@@ -116,51 +126,26 @@ public:
         return {};
     }
 
-    void RemoveRowNow(int r) {
-        const std::size_t cols = columns.size();
-        const auto first = cells.begin() + static_cast<std::ptrdiff_t>(r * cols);
-        const bool shown = r < publishedRows && !structureDirty;
-        if (shown) beginRemoveRows({}, r, r);
-        cells.erase(first, first + static_cast<std::ptrdiff_t>(cols));
-        visible.erase(visible.begin() + r);
-        --rows;
-        if (shown) {
-            --publishedRows;
-            endRemoveRows();
-        } else {
-            structureDirty = true;
+    // One reset for any number of changes: cheaper than a signal per row.
+    void Reset() {
+        beginResetModel();
+        shown.clear();
+        viewOf.assign(static_cast<std::size_t>(rows), -1);
+        for (int r = 0; r < rows; ++r) {
+            if (!visible[static_cast<std::size_t>(r)]) continue;
+            viewOf[static_cast<std::size_t>(r)] = static_cast<int>(shown.size());
+            shown.push_back(r);
         }
-    }
-
-    void Publish() {
-        if (structureDirty) {
-            beginResetModel();
-            publishedRows = rows;
-            publishedCols = Cols();
-            structureDirty = false;
-            dataDirty = false;
-            endResetModel();
-        } else if (dataDirty && rows > 0 && Cols() > 0) {
-            dataDirty = false;
-            emit dataChanged(index(0, 0), index(rows - 1, Cols() - 1));
-        }
-    }
-};
-
-class GridFilter : public QSortFilterProxyModel {
-public:
-    using QSortFilterProxyModel::QSortFilterProxyModel;
-    GridModel* grid = nullptr;
-    bool dirty = false;
-
-    void Refilter() {
+        publishedCols = Cols();
         dirty = false;
-        invalidateFilter();
+        endResetModel();
     }
 
-protected:
-    bool filterAcceptsRow(int row, const QModelIndex&) const override {
-        return row < 0 || row >= static_cast<int>(grid->visible.size()) || grid->visible[row];
+    void CellChanged(int r, int c) {
+        const int v = ViewRow(r);
+        if (v < 0 || c >= publishedCols) return;
+        const QModelIndex i = index(v, c);
+        emit dataChanged(i, i);
     }
 };
 
@@ -197,11 +182,7 @@ public:
 Grid::Grid(QWidget* parent) : QTableView(parent) {
     store = new GridModel(this);
     store->images = &images;
-    filter = new GridFilter(this);
-    filter->grid = store;
-    filter->setSourceModel(store);
-    filter->setDynamicSortFilter(false);
-    setModel(filter);
+    setModel(store);
     setItemDelegate(new IconDelegate(this));
     setSortingEnabled(false);
     setWordWrap(false);
@@ -224,6 +205,25 @@ Grid::Grid(QWidget* parent) : QTableView(parent) {
 
 Grid::~Grid() = default;
 
+void Grid::Publish() {
+    if (!redraw) {
+        store->dirty = true;
+        return;
+    }
+    const int selected = SelectedRow();
+    {
+        // The same title stays selected: that is no change of selection.
+        QSignalBlocker block(selectionModel());
+        store->Reset();
+        for (int c = 0; c < Columns(); ++c) {
+            setColumnWidth(c, Pixels(store->columns[static_cast<std::size_t>(c)].width));
+            setColumnHidden(c, !store->columns[static_cast<std::size_t>(c)].visible);
+        }
+        if (selected > 0 && ViewRow(selected) >= 0) SetSelectedRow(selected);
+    }
+    viewport()->update();
+}
+
 void Grid::AddColumn(const QString& key, const QString& header, int alignment, int icon, int width,
                      bool visible) {
     Column c;
@@ -237,29 +237,22 @@ void Grid::AddColumn(const QString& key, const QString& header, int alignment, i
     const std::size_t oldCols = store->columns.size();
     if (store->rows > 0) {
         std::vector<Cell> grown(static_cast<std::size_t>(store->rows) * (oldCols + 1));
-        for (int r = 0; r < store->rows; ++r)
+        for (std::size_t r = 0; r < static_cast<std::size_t>(store->rows); ++r)
             for (std::size_t k = 0; k < oldCols; ++k)
                 grown[r * (oldCols + 1) + k] = std::move(store->cells[r * oldCols + k]);
         store->cells = std::move(grown);
     }
     store->columns.push_back(c);
-    store->structureDirty = true;
-    if (redraw) store->Publish();
-    const int logical = Columns() - 1;
-    if (logical < store->publishedCols) {
-        setColumnWidth(logical, Pixels(width));
-        setColumnHidden(logical, !visible);
-    }
+    Publish();
 }
 
 void Grid::Clear(bool removeColumns) {
+    ClearSelection();
     store->rows = 0;
     store->cells.clear();
     store->visible.clear();
     if (removeColumns) store->columns.clear();
-    store->structureDirty = true;
-    if (redraw) store->Publish();
-    if (redraw) filter->Refilter();
+    Publish();
 }
 
 int Grid::Rows() const {
@@ -271,11 +264,7 @@ void Grid::SetRows(int rows) {
     store->rows = rows;
     store->cells.resize(static_cast<std::size_t>(rows) * store->columns.size());
     store->visible.resize(static_cast<std::size_t>(rows), 1);
-    store->structureDirty = true;
-    if (redraw) {
-        store->Publish();
-        filter->Refilter();
-    }
+    Publish();
 }
 
 int Grid::Columns() const {
@@ -310,21 +299,9 @@ int Grid::DefaultRowHeight() const {
 void Grid::SetRedraw(bool on) {
     if (on == redraw) return;
     redraw = on;
-    if (!on) {
-        viewport()->setUpdatesEnabled(false);
-        return;
-    }
-    const bool structural = store->structureDirty;
-    store->Publish();
-    if (structural) {
-        for (int c = 0; c < Columns(); ++c) {
-            setColumnWidth(c, Pixels(store->columns[static_cast<std::size_t>(c)].width));
-            setColumnHidden(c, !store->columns[static_cast<std::size_t>(c)].visible);
-        }
-    }
-    if (structural || filter->dirty) filter->Refilter();
-    viewport()->setUpdatesEnabled(true);
-    viewport()->update();
+    viewport()->setUpdatesEnabled(on);
+    if (on && store->dirty) Publish();
+    if (on) viewport()->update();
 }
 
 void Grid::SetRowMode(bool on) {
@@ -336,47 +313,45 @@ void Grid::SetImageList(const IconSet* icons) {
     if (redraw) viewport()->update();
 }
 
+const Column* Grid::ColumnAt(int col) const {
+    return col >= 1 && col <= Columns() ? &store->columns[static_cast<std::size_t>(col - 1)]
+                                        : nullptr;
+}
+
 int Grid::ColumnIndex(const QString& key) const {
-    for (int c = 0; c < Columns(); ++c)
-        if (store->columns[static_cast<std::size_t>(c)].key.compare(key, Qt::CaseInsensitive) == 0)
-            return c + 1;
+    for (int c = 1; c <= Columns(); ++c)
+        if (ColumnAt(c)->key.compare(key, Qt::CaseInsensitive) == 0) return c;
     return 0;
 }
 
-#define GRID_COLUMN(col) store->columns[static_cast<std::size_t>((col)-1)]
-#define GRID_VALID_COL(col) ((col) >= 1 && (col) <= Columns())
-
 QString Grid::ColumnKey(int col) const {
-    return GRID_VALID_COL(col) ? GRID_COLUMN(col).key : QString();
+    return ColumnAt(col) ? ColumnAt(col)->key : QString();
 }
 QString Grid::ColumnHeader(int col) const {
-    return GRID_VALID_COL(col) ? GRID_COLUMN(col).header : QString();
+    return ColumnAt(col) ? ColumnAt(col)->header : QString();
 }
 bool Grid::ColumnVisible(int col) const {
-    return GRID_VALID_COL(col) && GRID_COLUMN(col).visible;
+    return ColumnAt(col) && ColumnAt(col)->visible;
 }
 int Grid::ColumnWidth(int col) const {
-    return GRID_VALID_COL(col) ? GRID_COLUMN(col).width : 0;
+    return ColumnAt(col) ? ColumnAt(col)->width : 0;
 }
 QString Grid::ColumnTag(int col) const {
-    return GRID_VALID_COL(col) ? GRID_COLUMN(col).tag : QString();
+    return ColumnAt(col) ? ColumnAt(col)->tag : QString();
 }
 void Grid::SetColumnTag(int col, const QString& tag) {
-    if (GRID_VALID_COL(col)) GRID_COLUMN(col).tag = tag;
+    if (ColumnAt(col)) const_cast<Column*>(ColumnAt(col))->tag = tag;
 }
 void Grid::SetColumnTextHidden(int col, bool hidden) {
-    if (GRID_VALID_COL(col)) GRID_COLUMN(col).textHidden = hidden;
+    if (ColumnAt(col)) const_cast<Column*>(ColumnAt(col))->textHidden = hidden;
 }
 
 void Grid::Touch(int row, int col) {
     if (!redraw) {
-        store->dataDirty = true;
+        store->dirty = true;
         return;
     }
-    if (row - 1 < store->publishedRows && col - 1 < store->publishedCols) {
-        QModelIndex i = store->index(row - 1, col - 1);
-        emit store->dataChanged(i, i);
-    }
+    if (!store->dirty) store->CellChanged(row - 1, col - 1);
 }
 
 void Grid::CellDetails(int row, int col, const QString& text, int alignment, int icon,
@@ -447,9 +422,8 @@ void Grid::SetRowVisible(int row, bool visible) {
     char& v = store->visible[static_cast<std::size_t>(row - 1)];
     if (static_cast<bool>(v) == visible) return;
     v = visible;
-    // One refilter for a whole batch: callers turn painting off around loops.
-    filter->dirty = true;
-    if (redraw) filter->Refilter();
+    // One reset for a whole batch: callers turn painting off around loops.
+    Publish();
 }
 
 int Grid::VisibleRows() const {
@@ -457,18 +431,17 @@ int Grid::VisibleRows() const {
 }
 
 int Grid::ViewRow(int row) const {
-    if (row < 1 || row > store->publishedRows) return -1;
-    return filter->mapFromSource(store->index(row - 1, 0)).row();
+    return store->ViewRow(row - 1);
 }
 
 int Grid::SelectedRow() const {
+    const QModelIndexList rows = selectionModel()->selectedRows();
+    if (rows.isEmpty()) return 0;
     const QModelIndex current = selectionModel()->currentIndex();
-    if (!current.isValid() || !selectionModel()->isSelected(current)) {
-        const QModelIndexList rows = selectionModel()->selectedRows();
-        if (rows.isEmpty()) return 0;
-        return filter->mapToSource(rows.first()).row() + 1;
-    }
-    return filter->mapToSource(current).row() + 1;
+    const int view = current.isValid() && selectionModel()->isRowSelected(current.row())
+                         ? current.row()
+                         : rows.first().row();
+    return store->SourceRow(view) + 1;
 }
 
 void Grid::SetSelectedRow(int row) {
@@ -477,7 +450,7 @@ void Grid::SetSelectedRow(int row) {
         ClearSelection();
         return;
     }
-    const QModelIndex i = filter->index(view, 0);
+    const QModelIndex i = store->index(view, 0);
     selectionModel()->setCurrentIndex(i, QItemSelectionModel::ClearAndSelect |
                                              QItemSelectionModel::Rows);
     scrollTo(i);
@@ -485,8 +458,13 @@ void Grid::SetSelectedRow(int row) {
 
 void Grid::RemoveRow(int row) {
     if (row < 1 || row > store->rows) return;
-    if (!redraw) store->structureDirty = true;
-    store->RemoveRowNow(row - 1);
+    const std::size_t cols = store->columns.size();
+    const auto first = store->cells.begin() + static_cast<std::ptrdiff_t>((row - 1) * cols);
+    store->cells.erase(first, first + static_cast<std::ptrdiff_t>(cols));
+    store->visible.erase(store->visible.begin() + row - 1);
+    --store->rows;
+    if (SelectedRow() == row) ClearSelection();
+    Publish();
 }
 
 void Grid::ClearSelection() {
@@ -497,58 +475,50 @@ void Grid::ClearSelection() {
 void Grid::Sort() {
     std::vector<SortKey> keys;
     for (const SortKey& k : sortKeys)
-        if (GRID_VALID_COL(k.col)) keys.push_back(k);
-    if (keys.empty() || store->rows < 2) return;
+        if (ColumnAt(k.col)) keys.push_back(k);
+    if (keys.empty()) return;
 
     const QCollator collator = TextCollator();
     const std::size_t cols = store->columns.size();
-    const int n = store->rows;
-    std::vector<std::vector<QCollatorSortKey>> sortKeysByColumn;
+    const std::size_t n = static_cast<std::size_t>(store->rows);
+    std::vector<std::vector<QCollatorSortKey>> byKey;
     for (const SortKey& k : keys) {
         std::vector<QString> texts;
-        texts.reserve(static_cast<std::size_t>(n));
-        for (int r = 0; r < n; ++r)
+        texts.reserve(n);
+        for (std::size_t r = 0; r < n; ++r)
             texts.push_back(store->cells[r * cols + (k.col - 1)].text);
-        sortKeysByColumn.push_back(SortKeys(collator, texts));
+        byKey.push_back(SortKeys(collator, texts));
     }
-    std::vector<int> order(static_cast<std::size_t>(n));
+    std::vector<std::size_t> order(n);
     std::iota(order.begin(), order.end(), 0);
-    std::stable_sort(order.begin(), order.end(), [&](int a, int b) {
+    std::stable_sort(order.begin(), order.end(), [&](std::size_t a, std::size_t b) {
         for (std::size_t i = 0; i < keys.size(); ++i) {
-            int c = sortKeysByColumn[i][static_cast<std::size_t>(a)].compare(
-                sortKeysByColumn[i][static_cast<std::size_t>(b)]);
+            const int c = byKey[i][a].compare(byKey[i][b]);
             if (c != 0) return keys[i].order == SortDescending ? c > 0 : c < 0;
         }
         return false;
     });
 
+    // The selected title moves with its row.
     const int selected = SelectedRow();
     std::vector<Cell> cells(store->cells.size());
-    std::vector<char> visible(store->visible.size());
-    int newSelected = 0;
-    for (int to = 0; to < n; ++to) {
-        const int from = order[static_cast<std::size_t>(to)];
+    std::vector<char> visible(n);
+    int movedTo = 0;
+    for (std::size_t to = 0; to < n; ++to) {
+        const std::size_t from = order[to];
         std::move(store->cells.begin() + static_cast<std::ptrdiff_t>(from * cols),
                   store->cells.begin() + static_cast<std::ptrdiff_t>((from + 1) * cols),
                   cells.begin() + static_cast<std::ptrdiff_t>(to * cols));
-        visible[static_cast<std::size_t>(to)] = store->visible[static_cast<std::size_t>(from)];
-        if (from + 1 == selected) newSelected = to + 1;
+        visible[to] = store->visible[from];
+        if (static_cast<int>(from) + 1 == selected) movedTo = static_cast<int>(to) + 1;
     }
     store->cells = std::move(cells);
     store->visible = std::move(visible);
-    store->structureDirty = true;
-    if (redraw) {
-        store->Publish();
-        filter->Refilter();
-        for (int c = 0; c < Columns(); ++c) {
-            setColumnWidth(c, Pixels(store->columns[static_cast<std::size_t>(c)].width));
-            setColumnHidden(c, !store->columns[static_cast<std::size_t>(c)].visible);
-        }
-        if (newSelected) {
-            // Keep the user on the title he had, without a selection event.
-            QSignalBlocker block(selectionModel());
-            SetSelectedRow(newSelected);
-        }
+    {
+        QSignalBlocker block(selectionModel());
+        ClearSelection();
+        Publish();
+        if (movedTo && redraw) SetSelectedRow(movedTo);
     }
     horizontalHeader()->setSortIndicatorShown(true);
     horizontalHeader()->setSortIndicator(keys[0].col - 1, keys[0].order == SortDescending
@@ -565,7 +535,7 @@ void Grid::mouseDoubleClickEvent(QMouseEvent* e) {
     QTableView::mouseDoubleClickEvent(e);
     if (e->button() != Qt::LeftButton) return;
     const QModelIndex i = indexAt(e->position().toPoint());
-    emit RowDoubleClicked(i.isValid() ? filter->mapToSource(i).row() + 1 : 0);
+    emit RowDoubleClicked(i.isValid() ? store->SourceRow(i.row()) + 1 : 0);
 }
 
 void Grid::keyPressEvent(QKeyEvent* e) {

@@ -1,9 +1,10 @@
 #pragma once
 // The grid of Cintal's windows: rows and columns counted from 1, columns found
 // by key, cells with text, icon, alignment and colours, hidden rows and a
-// stable sort on several keys. Cells live in plain arrays; the view sees them
-// through a model and a filter for the hidden rows, so that a grid of 100,000
-// titles fills, sorts and filters without an object per cell.
+// stable sort on several keys. Cells live in plain arrays; the view sees only
+// the shown rows through a model that maps them, so that a grid of 100,000
+// titles fills, sorts and filters without an object per cell or a signal per
+// row.
 
 #include "platform/IconSet.h"
 
@@ -15,7 +16,6 @@
 namespace cintal {
 
 class GridModel;
-class GridFilter;
 
 class Grid : public QTableView {
     Q_OBJECT
@@ -30,6 +30,8 @@ public:
         int order = SortAscending;
         int kind = SortText;
     };
+
+    struct Column;
 
     explicit Grid(QWidget* parent = nullptr);
     ~Grid() override;
@@ -100,12 +102,15 @@ protected:
     void keyPressEvent(QKeyEvent* e) override;
 
 private:
+    const Column* ColumnAt(int col) const;
     int ViewRow(int row) const;
     int Pixels(int units) const;
     void Touch(int row, int col);
+    // Tells the view about rows and columns at once, keeping the selected
+    // row selected where it is still shown.
+    void Publish();
 
     GridModel* store;
-    GridFilter* filter;
     const IconSet* images = nullptr;
     bool redraw = true;
     std::vector<SortKey> sortKeys;

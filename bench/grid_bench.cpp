@@ -1,0 +1,143 @@
+// The title grid on a large catalogue: filling it, sorting it, filtering it,
+// and the whole start-up to a shown window. Built on a catalogue of synthetic
+// titles made once in a temporary folder.
+
+#include "catalogue/Comunes.h"
+#include "catalogue/Settings.h"
+#include "catalogue/Store.h"
+#include "catalogue/Titles.h"
+#include "tape/Prompt.h"
+#include "views/Grids.h"
+#include "views/Principal.h"
+
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QTemporaryDir>
+#include <benchmark/benchmark.h>
+#include <cstdio>
+#include <memory>
+
+#ifdef __linux__
+#include <sys/resource.h>
+#endif
+
+using namespace cintal;
+
+namespace {
+
+constexpr int kTitles = 50000;
+
+QTemporaryDir* workDir = nullptr;
+
+QString Catalogue() {
+    static QString path;
+    if (!path.isEmpty()) return path;
+    path = workDir->filePath("cintal.mdb");
+    QString reason;
+    Store::CreateEmpty(path, &reason);
+    Store::Open(path, &reason);
+    Store::Begin();
+    for (int p = 1; p <= 400; ++p)
+        Store::Run("INSERT INTO Publishers (IdPub, PublisherName) VALUES (?, ?)",
+                   {p, QStringLiteral("Editorial %1").arg(p)});
+    const char* words[] = {"Castillo", "Ábaco",  "Galaxia", "Dragón", "Misión",
+                           "zorro",    "Abadía", "Turbo",   "Ñu",     "Ciudad"};
+    unsigned seed = 7;
+    auto rnd = [&](unsigned n) {
+        seed = seed * 1103515245u + 12345u;
+        return (seed >> 16) % n;
+    };
+    for (int i = 0; i < kTitles; ++i) {
+        const QString name = QStringLiteral("%1 %2 %3")
+                                 .arg(QString::fromUtf8(words[rnd(10)]))
+                                 .arg(QString::fromUtf8(words[rnd(10)]))
+                                 .arg(rnd(5000));
+        Store::Run("INSERT INTO Titles (Name, Year, IdPub, Type, HaveIt, Estado) "
+                   "VALUES (?, ?, ?, ?, ?, ?)",
+                   {name, QString::number(1982 + rnd(12)), 1 + rnd(400), "Arcade", rnd(3) ? 1 : 0,
+                    static_cast<int>(rnd(7))});
+    }
+    Store::Commit();
+    Store::Close();
+    return path;
+}
+
+struct Window {
+    Principal w;
+    Window() {
+        Comunes::Reset();
+        QString reason;
+        Comunes::InitGlobals(Catalogue(), &reason);
+        Grids::SetupGridTitles(*w.GridTitles);
+    }
+};
+
+void BM_FillTitles(benchmark::State& state) {
+    Window win;
+    for (auto _ : state)
+        Grids::FillTitles(win.w.Parts(), kOrderByName);
+    state.counters["titulos"] = win.w.GridTitles->Rows();
+}
+
+void BM_SortGrid(benchmark::State& state) {
+    Window win;
+    Grids::FillTitles(win.w.Parts(), kOrderByName);
+    const int col = win.w.GridTitles->ColumnIndex("ColPublisher");
+    for (auto _ : state)
+        Grids::SortGrid(col, *win.w.GridTitles);
+}
+
+void BM_FilterHaveIt(benchmark::State& state) {
+    Window win;
+    Grids::FillTitles(win.w.Parts(), kOrderByName);
+    bool on = false;
+    for (auto _ : state) {
+        on = !on;
+        QSignalBlocker block(win.w.ChckHaveIt);
+        win.w.ChckHaveIt->setChecked(on);
+        benchmark::DoNotOptimize(Grids::FilterHaveIt(*win.w.GridTitles));
+    }
+}
+
+// From nothing to the main window shown over 50,000 titles.
+void BM_StartUp(benchmark::State& state) {
+    const QString db = Catalogue();
+    for (auto _ : state) {
+        Comunes::Reset();
+        auto w = std::make_unique<Principal>();
+        w->Form_Load(db);
+        w->show();
+        QApplication::processEvents();
+        state.PauseTiming();
+        w.reset();
+        state.ResumeTiming();
+    }
+#ifdef __linux__
+    rusage usage{};
+    getrusage(RUSAGE_SELF, &usage);
+    state.counters["pico_MB"] = usage.ru_maxrss / 1024.0;
+#endif
+}
+
+BENCHMARK(BM_FillTitles)->Unit(benchmark::kMillisecond)->Iterations(5);
+BENCHMARK(BM_SortGrid)->Unit(benchmark::kMillisecond)->Iterations(6);
+BENCHMARK(BM_FilterHaveIt)->Unit(benchmark::kMillisecond)->Iterations(10);
+BENCHMARK(BM_StartUp)->Unit(benchmark::kMillisecond)->Iterations(3);
+
+} // namespace
+
+int main(int argc, char** argv) {
+    qputenv("QT_QPA_PLATFORM",
+            qgetenv("QT_QPA_PLATFORM").isEmpty() ? "offscreen" : qgetenv("QT_QPA_PLATFORM"));
+    QApplication app(argc, argv);
+    QTemporaryDir dir;
+    workDir = &dir;
+    UseSettingsFile(dir.filePath("ajustes.ini"));
+    ScriptedPrompt quiet;
+    PromptScope scope(quiet);
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+    benchmark::Shutdown();
+    Comunes::Reset();
+    return 0;
+}
