@@ -31,9 +31,9 @@ public:
     Button Show(const Message& m) override { return DefaultAnswer(m.buttons); }
 };
 
-Bytes Noise(std::size_t n, std::uint32_t seed) {
+Bytes Noise(std::size_t n, std::uint32_t start) {
     Bytes out(n, '\0');
-    std::uint32_t s = seed | 1;
+    std::uint32_t s = start | 1;
     for (auto& c : out) {
         s ^= s << 13;
         s ^= s >> 17;

@@ -30,7 +30,7 @@ cmake --build "$build" --target tape_fuzz demo -j 2
 corpus="$build/corpus"
 crashes="$build/crashes"
 mkdir -p "$corpus" "$crashes"
-# Demo tapes seed the corpus; what the fuzzer found before stays in it.
+# The corpus starts from the demo tapes; what the fuzzer found before stays in it.
 find "$build/demo" -type f \( -iname '*.tzx' -o -iname '*.tap' \) -exec cp -f {} "$corpus/" \;
 
 # From inside the build folder, so that the logs of -jobs and -fork land there.

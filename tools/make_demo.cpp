@@ -157,8 +157,8 @@ Bytes LoadingScreen(std::string_view title) {
 // A small GIF in four colours. The LZW stream sends a clear code after every
 // second pixel, which keeps the codes three bits wide: larger than a real
 // encoder's output, but any decoder reads it.
-Bytes Gif(std::uint16_t width, std::uint16_t height, std::string_view seed) {
-    Filler f(seed);
+Bytes Gif(std::uint16_t width, std::uint16_t height, std::string_view key) {
+    Filler f(key);
     Bytes out("GIF89a");
     Le16(out, width);
     Le16(out, height);
@@ -250,26 +250,26 @@ Bytes PokesData(
     return out;
 }
 
-Bytes ScreenData(std::string_view description, std::string_view seed) {
+Bytes ScreenData(std::string_view description, std::string_view key) {
     Bytes out = Byte(description.size());
     out += description;
     out += '\0'; // border
-    out += LoadingScreen(seed);
+    out += LoadingScreen(key);
     return out;
 }
 
-Bytes PictureData(std::string_view description, std::string_view seed) {
+Bytes PictureData(std::string_view description, std::string_view key) {
     Bytes out = Byte(0); // GIF
     out += Byte(description.size());
     out += description;
-    out += Gif(64, 48, seed);
+    out += Gif(64, 48, key);
     return out;
 }
 
 // A 48K .SNA: the 27-byte register header, then RAM from 16384 with a screen
 // and some code in it.
-Bytes Sna48(std::string_view seed) {
-    Filler f(seed);
+Bytes Sna48(std::string_view key) {
+    Filler f(key);
     Bytes regs(27, '\0');
     regs[0] = '\x3F';  // I
     regs[19] = '\x04'; // interrupts enabled
@@ -278,7 +278,7 @@ Bytes Sna48(std::string_view seed) {
     regs[25] = '\x01'; // IM 1
     regs[26] = '\x07'; // white border
     Bytes ram(49152, '\0');
-    ram.replace(0, kScreenSize, LoadingScreen(seed));
+    ram.replace(0, kScreenSize, LoadingScreen(key));
     ram.replace(32768 - 16384, 4096, f.Code(4096));
     ram[0xFF00 - 16384] = '\x00'; // return address 0x8000 on the stack
     ram[0xFF01 - 16384] = '\x80';

@@ -1,3 +1,4 @@
+#include "platform/DesktopShell.h"
 #include "platform/QtPrompt.h"
 #include "tape/Prompt.h"
 #include "views/Pictures.h"
@@ -11,6 +12,8 @@ int main(int argc, char** argv) {
     QApplication::setWindowIcon(cintal::Pictures::AppIcon());
     cintal::QtPrompt prompt;
     cintal::SetPrompt(&prompt);
+    cintal::DesktopShell shell;
+    cintal::Shell::Set(&shell);
 
     cintal::Principal window;
     if (!window.Form_Load()) return 1;

@@ -21,7 +21,7 @@ const char* kSchema[] = {
     " Year TEXT,"
     " IdPub INTEGER DEFAULT 0,"
     " Type TEXT,"
-    " HaveIt INTEGER NOT NULL DEFAULT 0,"
+    " HaveIt INTEGER DEFAULT 0,"
     " Author TEXT,"
     " Estado INTEGER DEFAULT 0,"
     " OrigenInfo INTEGER DEFAULT 0,"
@@ -32,17 +32,17 @@ const char* kSchema[] = {
     " FileName TEXT COLLATE NOCASE,"
     " Extension TEXT COLLATE NOCASE,"
     " PathIndex INTEGER DEFAULT 0,"
-    " Origscreen INTEGER NOT NULL DEFAULT 0,"
+    " Origscreen INTEGER DEFAULT 0,"
     " Memory INTEGER,"
     " Players INTEGER,"
     " FileSize INTEGER,"
     " Origin TEXT,"
     " IdLang TEXT,"
     " LoadSchema TEXT,"
-    " HaveIt INTEGER NOT NULL DEFAULT 0,"
+    " HaveIt INTEGER DEFAULT 0,"
     " Joysticks TEXT,"
-    " AYSound INTEGER NOT NULL DEFAULT 0,"
-    " MultiLoad INTEGER NOT NULL DEFAULT 0)",
+    " AYSound INTEGER DEFAULT 0,"
+    " MultiLoad INTEGER DEFAULT 0)",
     "CREATE TABLE Paths (PathIndex INTEGER PRIMARY KEY, GameDir TEXT COLLATE NOCASE)",
     "CREATE TABLE Publishers (IdPub INTEGER PRIMARY KEY, PublisherName TEXT COLLATE NOCASE)",
     "CREATE INDEX tFilesTitle ON tFiles (TitleId)",

@@ -199,8 +199,16 @@ Grid::Grid(QWidget* parent) : QTableView(parent) {
     horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     connect(horizontalHeader(), &QHeaderView::sectionClicked, this,
             [this](int logical) { emit HeaderClicked(logical + 1); });
-    connect(selectionModel(), &QItemSelectionModel::currentRowChanged, this,
-            [this](const QModelIndex&, const QModelIndex&) { emit SelectionChange(); });
+    // A click moves the current row before it selects it: tell the window
+    // once the selection stands, and only when it names another row.
+    auto changed = [this] {
+        const int row = SelectedRow();
+        if (row == lastSelected) return;
+        lastSelected = row;
+        emit SelectionChange();
+    };
+    connect(selectionModel(), &QItemSelectionModel::currentRowChanged, this, changed);
+    connect(selectionModel(), &QItemSelectionModel::selectionChanged, this, changed);
 }
 
 Grid::~Grid() = default;
@@ -220,6 +228,7 @@ void Grid::Publish() {
             setColumnHidden(c, !store->columns[static_cast<std::size_t>(c)].visible);
         }
         if (selected > 0 && ViewRow(selected) >= 0) SetSelectedRow(selected);
+        lastSelected = SelectedRow();
     }
     viewport()->update();
 }
@@ -435,13 +444,11 @@ int Grid::ViewRow(int row) const {
 }
 
 int Grid::SelectedRow() const {
-    const QModelIndexList rows = selectionModel()->selectedRows();
-    if (rows.isEmpty()) return 0;
-    const QModelIndex current = selectionModel()->currentIndex();
-    const int view = current.isValid() && selectionModel()->isRowSelected(current.row())
-                         ? current.row()
-                         : rows.first().row();
-    return store->SourceRow(view) + 1;
+    const QItemSelectionModel* sel = selectionModel();
+    const QModelIndex current = sel->currentIndex();
+    if (current.isValid() && sel->isSelected(current)) return store->SourceRow(current.row()) + 1;
+    const QModelIndexList picked = sel->selectedIndexes();
+    return picked.isEmpty() ? 0 : store->SourceRow(picked.first().row()) + 1;
 }
 
 void Grid::SetSelectedRow(int row) {
@@ -519,6 +526,7 @@ void Grid::Sort() {
         ClearSelection();
         Publish();
         if (movedTo && redraw) SetSelectedRow(movedTo);
+        lastSelected = SelectedRow();
     }
     horizontalHeader()->setSortIndicatorShown(true);
     horizontalHeader()->setSortIndicator(keys[0].col - 1, keys[0].order == SortDescending

@@ -113,6 +113,7 @@ private:
     GridModel* store;
     const IconSet* images = nullptr;
     bool redraw = true;
+    int lastSelected = 0;
     std::vector<SortKey> sortKeys;
 };
 

@@ -2,11 +2,13 @@
 
 #include "catalogue/Breathe.h"
 #include "catalogue/Comunes.h"
+#include "catalogue/Files.h"
 #include "catalogue/Titles.h"
 
 #include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
+#include <QLocale>
 #include <QPalette>
 
 namespace cintal::Grids {
@@ -129,6 +131,111 @@ void FillTitles(const TitleWindow& frm, const QString& clause) {
     grid.SetRedraw(true);
     if (Splash) Splash->SetHeading(QStringLiteral(" HECHO"));
     frm.window->setWindowTitle(TitlesCaption(count, shown));
+}
+
+void SetupGridFiles(Grid& grid) {
+    grid.SetDefaultRowHeight(130 / 15);
+    grid.SetRedraw(false);
+    grid.SetRowMode(true);
+    grid.Clear(true);
+    // Widths the grid chooses for itself stand at its usual 100.
+    grid.AddColumn("ColIcono", "Fmt.", Grid::AlignDefault, -1, 35, true);
+    grid.AddColumn("ColFileName", "Archivo", Grid::AlignDefault, -1, 190, true);
+    grid.AddColumn("ColMemory", "Mem", Grid::AlignDefault, -1, 40, true);
+    grid.AddColumn("ColOrigin", "Origen", Grid::AlignDefault, -1, 120, true);
+    grid.AddColumn("ColLoadSchema", "Carga", Grid::AlignDefault, -1, 80, true);
+    grid.AddColumn("ColPlayers", "Jugad.", Grid::AlignDefault, -1, 45, false);
+    grid.AddColumn("ColJoysticks", "Joysticks", Grid::AlignDefault, -1, 100, false);
+    grid.AddColumn("ColAYSound", "AY", Grid::AlignDefault, -1, 30, false);
+    grid.AddColumn("ColMultiLoad", "Multiload", Grid::AlignDefault, -1, 55, false);
+    grid.AddColumn("ColLanguage", "Idioma", Grid::AlignDefault, -1, 100, true);
+    grid.AddColumn("ColSize", "Tamaño", Grid::AlignDefault, -1, 50, true);
+    grid.AddColumn("ColExtension", "", Grid::AlignDefault, -1, 100, false);
+    grid.AddColumn("ColPathIndex", "PathIndex", Grid::AlignDefault, -1, 20, false);
+    grid.AddColumn("ColPath", "Ruta", Grid::AlignDefault, -1, 250, true);
+    grid.AddColumn("ColFileId", "File ID", Grid::AlignDefault, -1, 20, false);
+    grid.AddColumn("ColTitleId", "Title ID", Grid::AlignDefault, -1, 20, false);
+    grid.AddColumn("ColHaveIt", "", Grid::AlignDefault, -1, 0, true);
+    // Format and memory show as their pictures alone.
+    grid.SetColumnTextHidden(grid.ColumnIndex("ColIcono"), true);
+    grid.SetColumnTextHidden(grid.ColumnIndex("ColMemory"), true);
+}
+
+void FillFiles(const QString& titleId, Grid& grid) {
+    std::vector<FileRow> rows;
+    if (!LoadFileRows(titleId.toLongLong(), rows)) return;
+    if (rows.empty()) {
+        grid.Clear(false);
+        grid.SetRedraw(true);
+        return;
+    }
+    grid.ClearSelection();
+    // The first file decides the colours of every row.
+    SetRowColours(rows.front().HaveIt);
+    const IconSet* icons = FormatIcon;
+    auto icon = [icons](const QString& key) { return icons ? icons->ItemIndex(key) : -1; };
+    grid.SetImageList(icons);
+    grid.SetRedraw(false);
+    grid.SetDefaultRowHeight(18);
+    grid.Clear(false);
+    grid.SetRows(static_cast<int>(rows.size()));
+
+    const int colFileId = grid.ColumnIndex("ColFileId");
+    const int colTitleId = grid.ColumnIndex("ColTitleId");
+    const int colFileName = grid.ColumnIndex("ColFileName");
+    const int colExtension = grid.ColumnIndex("ColExtension");
+    const int colPlayers = grid.ColumnIndex("ColPlayers");
+    const int colJoysticks = grid.ColumnIndex("ColJoysticks");
+    const int colLoadSchema = grid.ColumnIndex("ColLoadSchema");
+    const int colSize = grid.ColumnIndex("ColSize");
+    const int colIcono = grid.ColumnIndex("ColIcono");
+    const int colPath = grid.ColumnIndex("ColPath");
+    const int colPathIndex = grid.ColumnIndex("ColPathIndex");
+    const int colAYSound = grid.ColumnIndex("ColAYSound");
+    const int colMultiLoad = grid.ColumnIndex("ColMultiLoad");
+    const int colLanguage = grid.ColumnIndex("ColLanguage");
+    const int colMemory = grid.ColumnIndex("ColMemory");
+    const int colOrigin = grid.ColumnIndex("ColOrigin");
+    const QString yes = QStringLiteral("SÍ"), no = QStringLiteral("NO");
+    const QLocale locale;
+    const int d = Grid::AlignDefault;
+
+    int i = 0;
+    for (const FileRow& r : rows) {
+        ++i;
+        const QString players = r.HasPlayers ? QString::number(r.Players) : QString();
+        auto cell = [&](int col, const QString& text, int align = Grid::AlignDefault,
+                        int image = -1) {
+            grid.CellDetails(i, col, text, align, image, CellBack, CellFore);
+        };
+        cell(colFileId, QString::number(r.FileId), Grid::AlignLeft);
+        cell(colTitleId, QString::number(r.TitleId), Grid::AlignLeft);
+        cell(colFileName, r.FileName + "." + r.Extension);
+        cell(colExtension, r.Extension);
+        cell(colPlayers, players);
+        cell(colJoysticks, r.Joysticks);
+        cell(colLoadSchema, r.LoadSchema);
+        cell(colSize, locale.toString(r.FileSize) + "  ", Grid::AlignRight);
+        cell(colIcono, QString(), d, icon(r.Extension.toUpper()));
+        cell(colPath, Comunes::PathTable.Dir(r.PathIndex), Grid::AlignLeft);
+        cell(colPathIndex, QString::number(r.PathIndex), Grid::AlignLeft);
+        cell(colAYSound, r.AYSound ? yes : no);
+        cell(colMultiLoad, r.MultiLoad ? yes : no);
+        const QString lang = r.IdLang.toUpper();
+        if (icons && icons->KeyExists(lang))
+            cell(colLanguage, lang, Grid::AlignCenter, icon(lang));
+        else
+            cell(colLanguage, r.IdLang, Grid::AlignCenter, icon(QStringLiteral("UNK")));
+        const char* memory = r.HasMemory && r.Memory == 48    ? "M48"
+                             : r.HasMemory && r.Memory == 128 ? "M128"
+                                                              : "ANY";
+        cell(colMemory, QString(), d, icon(QLatin1String(memory)));
+        cell(colPlayers, players, Grid::AlignCenter,
+             icon(r.HasPlayers && r.Players > 1 ? QStringLiteral("2JUG") : QStringLiteral("1JUG")));
+        const OriginMark origin = DecodeOrigin(r.Origin);
+        cell(colOrigin, origin.text, d, icon(origin.icon));
+    }
+    grid.SetRedraw(true);
 }
 
 int FilterHaveIt(Grid& grid) {

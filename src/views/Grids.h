@@ -43,10 +43,15 @@ QColor ColourOwnedFore();
 
 // The main window's "Mostrar sólo disponibles" box, which every fill reads.
 inline QCheckBox* HaveItBox = nullptr;
+// The main window's icons of the file grid, which every file grid shows.
+inline const IconSet* FormatIcon = nullptr;
 // The splash window while it stands, or nothing.
 inline ProgressSink* Splash = nullptr;
 
 void SetupGridTitles(Grid& grid);
+void SetupGridFiles(Grid& grid);
+// titleId is the text of a key number, as read from a cell.
+void FillFiles(const QString& titleId, Grid& grid);
 void FillTitles(const TitleWindow& frm, const QString& clause);
 int FilterHaveIt(Grid& grid);
 void SortGrid(int col, Grid& grid);

@@ -1,10 +1,12 @@
 #include "views/Pictures.h"
 
+#include <QFontMetricsF>
 #include <QPainter>
 #include <QPainterPath>
 #include <QPixmap>
 #include <cmath>
 #include <functional>
+#include <utility>
 
 namespace cintal::Pictures {
 
@@ -63,6 +65,323 @@ void Cassette(QPainter& p, const QColor& body, const QColor& line) {
     p.drawLine(QPointF(4, 13.5), QPointF(5.5, 11));
     p.drawLine(QPointF(5.5, 11), QPointF(10.5, 11));
     p.drawLine(QPointF(10.5, 11), QPointF(12, 13.5));
+}
+
+// Text fitted into a box at the size the icon is drawn, so that the glyphs are
+// hinted for real pixels, and squeezed sideways when a code is too wide:
+// "128K" keeps the height of "SP".
+void FitText(QPainter& p, const QRectF& box, const QString& text, const QColor& colour,
+             qreal height) {
+    const QTransform world = p.transform();
+    const QRectF dev = world.mapRect(box);
+    QFont f(QStringLiteral("DejaVu Sans"));
+    f.setBold(true);
+    f.setPixelSize(std::max(1, qRound(height * world.m22())));
+    const QRectF ink = QFontMetricsF(f).tightBoundingRect(text);
+    const qreal squeeze = ink.width() > dev.width() ? dev.width() / ink.width() : 1.0;
+    p.save();
+    p.resetTransform();
+    p.translate(dev.center());
+    p.scale(squeeze, 1);
+    p.setFont(f);
+    p.setPen(colour);
+    p.drawText(-ink.center(), text);
+    p.restore();
+}
+
+QColor Rgb(QRgb rgb) {
+    return QColor::fromRgb(rgb);
+}
+
+// File formats: a badge in the format's colour with its letters. The outline
+// tells the medium: tapes rounded, snapshots as a pill, disks with the cut
+// corner of a floppy.
+enum class Medium { Tape, Snapshot, Disk };
+struct FormatLook {
+    const char* key;
+    Medium medium;
+    QRgb colour;
+};
+constexpr FormatLook Formats[] = {
+    {"TZX", Medium::Tape, 0x1565C0},     {"Z80", Medium::Snapshot, 0xC62828},
+    {"TAP", Medium::Tape, 0x2E7D32},     {"VOC", Medium::Tape, 0x6A1B9A},
+    {"SLT", Medium::Snapshot, 0xEF6C00}, {"DSK", Medium::Disk, 0x00838F},
+    {"SNA", Medium::Snapshot, 0xAD1457}, {"SP", Medium::Snapshot, 0x6D4C41},
+    {"TRD", Medium::Disk, 0x455A64},
+};
+
+QIcon FormatBadge(const FormatLook& look) {
+    return Make([&](QPainter& p) {
+        const QColor fill = Rgb(look.colour);
+        p.setPen(QPen(fill.darker(150), 1));
+        p.setBrush(fill);
+        const QRectF r(0.5, 2, 15, 12);
+        switch (look.medium) {
+        case Medium::Tape:
+            p.drawRoundedRect(r, 2, 2);
+            break;
+        case Medium::Snapshot:
+            p.drawRoundedRect(r, 4.5, 4.5);
+            break;
+        case Medium::Disk:
+            p.drawPolygon(
+                QPolygonF({r.topLeft(), QPointF(r.right() - 3, r.top()),
+                           QPointF(r.right(), r.top() + 3), r.bottomRight(), r.bottomLeft()}));
+            break;
+        }
+        FitText(p, r.adjusted(1, 0, -1, 0), QString::fromLatin1(look.key), Qt::white, 9);
+    });
+}
+
+// Memory: a chip with its legs, labelled with the size.
+struct MemoryLook {
+    const char* key;
+    const char* label;
+    QRgb body;
+};
+constexpr MemoryLook Memories[] = {
+    {"M48", "48K", 0x1A237E},
+    {"M128", "128K", 0x8E0000},
+    {"ANY", "ANY", 0x424242},
+};
+
+QIcon MemoryChip(const MemoryLook& look) {
+    return Make([&](QPainter& p) {
+        p.setPen(Qt::NoPen);
+        p.setBrush(QColor(0x9E, 0x9E, 0x9E));
+        for (qreal x : {2.6, 5.6, 8.6, 11.6}) {
+            p.drawRect(QRectF(x, 1, 1.8, 2.5));
+            p.drawRect(QRectF(x, 12.5, 1.8, 2.5));
+        }
+        const QColor body = Rgb(look.body);
+        p.setPen(QPen(body.darker(160), 0.8));
+        p.setBrush(body);
+        const QRectF r(0.5, 3.2, 15, 9.6);
+        p.drawRoundedRect(r, 1.2, 1.2);
+        FitText(p, r.adjusted(0.8, 0, -0.8, 0), QString::fromLatin1(look.label), Qt::white, 8);
+    });
+}
+
+// Players: little figures, a head over rounded shoulders. Two players take
+// turns, one behind the other; two playing together stand side by side.
+struct Figure {
+    qreal x, y, scale;
+    QRgb colour;
+};
+struct PeopleLook {
+    const char* key;
+    int count;
+    Figure figures[2];
+};
+constexpr PeopleLook People[] = {
+    {"1JUG", 1, {{8, 1, 1.45, 0x1E88E5}, {}}},
+    {"2JUG", 2, {{5.4, 0.6, 1.15, 0x90A4AE}, {10, 3, 1.15, 0x1E88E5}}},
+    {"JUNTOS", 2, {{4.2, 2.5, 1.05, 0x43A047}, {11.8, 2.5, 1.05, 0xFB8C00}}},
+};
+
+void DrawFigure(QPainter& p, const Figure& f) {
+    const QColor c = Rgb(f.colour);
+    p.setPen(QPen(c.darker(150), 0.7));
+    p.setBrush(c);
+    const qreal s = f.scale;
+    p.drawEllipse(QPointF(f.x, f.y + 2.3 * s), 2.1 * s, 2.1 * s);
+    p.drawChord(QRectF(f.x - 3.6 * s, f.y + 5 * s, 7.2 * s, 7.2 * s), 0, 180 * 16);
+}
+
+QIcon PeopleMark(const PeopleLook& look) {
+    return Make([&](QPainter& p) {
+        for (int i = 0; i < look.count; ++i)
+            DrawFigure(p, look.figures[i]);
+    });
+}
+
+// A loading screen: a small television showing the Spectrum's stripe.
+QIcon ScreenMark() {
+    return Make([](QPainter& p) {
+        p.setPen(QPen(QColor(0x21, 0x21, 0x21), 0.8));
+        p.setBrush(QColor(0x42, 0x42, 0x42));
+        p.drawRoundedRect(QRectF(0.5, 1.5, 15, 11), 1.5, 1.5);
+        p.setBrush(QColor(0x0D, 0x0D, 0x40));
+        p.drawRect(QRectF(2, 3, 12, 8));
+        p.setPen(Qt::NoPen);
+        const QRgb stripe[] = {0xFF0000, 0xFFFF00, 0x00FF00, 0x00FFFF};
+        p.save();
+        p.setClipRect(QRectF(2, 3, 12, 8));
+        for (int i = 0; i < 4; ++i) {
+            const qreal x = 7 + i * 1.6;
+            p.setBrush(Rgb(stripe[i]));
+            p.drawPolygon(QPolygonF(
+                {QPointF(x, 11), QPointF(x + 1.6, 11), QPointF(x + 9.6, 3), QPointF(x + 8, 3)}));
+        }
+        p.restore();
+        p.setBrush(QColor(0x42, 0x42, 0x42));
+        p.drawRect(QRectF(5, 12.5, 6, 1.2));
+        p.drawRect(QRectF(3.5, 13.7, 9, 1.3));
+    });
+}
+
+// Languages: the flag where a few stripes or a cross say it; where the real
+// flag's detail would be mush at 24 px, a card with the code under a band of
+// the flag's colours.
+enum class FlagKind { Stripes, NordicCross, Union, Card, Unknown };
+struct LanguageLook {
+    const char* key;
+    FlagKind kind;
+    Qt::Orientation stripes;
+    QRgb colours[3];
+    int weights[3];
+    QRgb emblem; // a disc on the first stripe's edge, 0 for none
+};
+constexpr QRgb White = 0xFFFFFF;
+constexpr LanguageLook Languages[] = {
+    {"YUG", FlagKind::Card, Qt::Vertical, {0x0C4076, White, 0xC6363C}, {1, 1, 1}, 0},
+    {"SWE", FlagKind::NordicCross, Qt::Vertical, {0x006AA7, 0xFECC00}, {}, 0},
+    {"SPA", FlagKind::Stripes, Qt::Vertical, {0xC60B1E, 0xFFC400, 0xC60B1E}, {1, 2, 1}, 0},
+    {"SLO", FlagKind::Card, Qt::Vertical, {White, 0x005DA4, 0xED1C24}, {1, 1, 1}, 0},
+    {"SLK", FlagKind::Card, Qt::Vertical, {White, 0x0B4EA2, 0xEE1C25}, {1, 1, 1}, 0},
+    {"SER", FlagKind::Card, Qt::Vertical, {0xC6363C, 0x0C4076, White}, {1, 1, 1}, 0},
+    {"RUS", FlagKind::Stripes, Qt::Vertical, {White, 0x0039A6, 0xD52B1E}, {1, 1, 1}, 0},
+    {"POR", FlagKind::Stripes, Qt::Horizontal, {0x046A38, 0xDA291C}, {2, 3}, 0xFFE900},
+    {"POL", FlagKind::Stripes, Qt::Vertical, {White, 0xDC143C}, {1, 1}, 0},
+    {"GRK", FlagKind::Card, Qt::Vertical, {0x0D5EAF, White, 0x0D5EAF}, {1, 1, 1}, 0},
+    {"ITA", FlagKind::Stripes, Qt::Horizontal, {0x009246, White, 0xCE2B37}, {1, 1, 1}, 0},
+    {"GER", FlagKind::Stripes, Qt::Vertical, {0x000000, 0xDD0000, 0xFFCE00}, {1, 1, 1}, 0},
+    {"FRE", FlagKind::Stripes, Qt::Horizontal, {0x0055A4, White, 0xEF4135}, {1, 1, 1}, 0},
+    {"ENG", FlagKind::Union, Qt::Vertical, {0x012169, White, 0xC8102E}, {}, 0},
+    {"DUT", FlagKind::Stripes, Qt::Vertical, {0xAE1C28, White, 0x21468B}, {1, 1, 1}, 0},
+    {"CZE", FlagKind::Card, Qt::Vertical, {White, 0xD7141A, 0x11457E}, {1, 1, 1}, 0},
+    {"CRO", FlagKind::Card, Qt::Vertical, {0xFF0000, White, 0x171796}, {1, 1, 1}, 0},
+    {"BOS", FlagKind::Card, Qt::Vertical, {0x002395, 0xFECB00, 0x002395}, {1, 1, 1}, 0},
+    {"UNK", FlagKind::Unknown, Qt::Vertical, {0x9E9E9E}, {}, 0},
+};
+
+// Stripes follow each other along `stripes`: Qt::Vertical stacks them top to
+// bottom, Qt::Horizontal lays them left to right.
+void DrawStripes(QPainter& p, const QRectF& r, const LanguageLook& look) {
+    int total = 0;
+    for (int w : look.weights)
+        total += w;
+    qreal at = 0;
+    p.setPen(Qt::NoPen);
+    for (int i = 0; i < 3 && look.weights[i] > 0; ++i) {
+        const qreal part = look.weights[i] / static_cast<qreal>(total);
+        p.setBrush(Rgb(look.colours[i]));
+        if (look.stripes == Qt::Vertical)
+            p.drawRect(QRectF(r.left(), r.top() + at * r.height(), r.width(), part * r.height()));
+        else
+            p.drawRect(QRectF(r.left() + at * r.width(), r.top(), part * r.width(), r.height()));
+        at += part;
+        if (i == 0 && look.emblem) {
+            const QPointF centre(r.left() + at * r.width(), r.center().y());
+            p.setPen(QPen(QColor(0x7A, 0x5C, 0x00), 0.5));
+            p.setBrush(Rgb(look.emblem));
+            p.drawEllipse(centre, 2.6, 2.6);
+            p.setPen(Qt::NoPen);
+        }
+    }
+}
+
+void DrawUnion(QPainter& p, const QRectF& r, const LanguageLook& look) {
+    p.setPen(Qt::NoPen);
+    p.setBrush(Rgb(look.colours[0]));
+    p.drawRect(r);
+    const QColor white = Rgb(look.colours[1]), red = Rgb(look.colours[2]);
+    for (const auto& [pen, width] : {std::pair{white, 2.6}, std::pair{red, 1.0}}) {
+        p.setPen(QPen(pen, width, Qt::SolidLine, Qt::FlatCap));
+        p.drawLine(r.topLeft(), r.bottomRight());
+        p.drawLine(r.bottomLeft(), r.topRight());
+    }
+    p.setPen(Qt::NoPen);
+    const QPointF c = r.center();
+    p.setBrush(white);
+    p.drawRect(QRectF(c.x() - 2.2, r.top(), 4.4, r.height()));
+    p.drawRect(QRectF(r.left(), c.y() - 2.2, r.width(), 4.4));
+    p.setBrush(red);
+    p.drawRect(QRectF(c.x() - 1.2, r.top(), 2.4, r.height()));
+    p.drawRect(QRectF(r.left(), c.y() - 1.2, r.width(), 2.4));
+}
+
+QIcon LanguageMark(const LanguageLook& look) {
+    return Make([&](QPainter& p) {
+        const QRectF r(0.5, 3, 15, 10);
+        p.save();
+        p.setClipRect(r);
+        switch (look.kind) {
+        case FlagKind::Stripes:
+            DrawStripes(p, r, look);
+            break;
+        case FlagKind::NordicCross:
+            p.setPen(Qt::NoPen);
+            p.setBrush(Rgb(look.colours[0]));
+            p.drawRect(r);
+            p.setBrush(Rgb(look.colours[1]));
+            p.drawRect(QRectF(r.left() + 4, r.top(), 2.4, r.height()));
+            p.drawRect(QRectF(r.left(), r.center().y() - 1.2, r.width(), 2.4));
+            break;
+        case FlagKind::Union:
+            DrawUnion(p, r, look);
+            break;
+        case FlagKind::Card:
+            p.fillRect(r, Qt::white);
+            for (int i = 0; i < 3; ++i)
+                p.fillRect(QRectF(r.left() + i * 5, r.top(), 5, 2.5), Rgb(look.colours[i]));
+            FitText(p, QRectF(r.left() + 0.6, r.top() + 2.5, r.width() - 1.2, r.height() - 2.5),
+                    QString::fromLatin1(look.key), QColor(0x26, 0x32, 0x38), 7.5);
+            break;
+        case FlagKind::Unknown:
+            p.fillRect(r, Rgb(look.colours[0]));
+            FitText(p, r, QStringLiteral("?"), Qt::white, 9);
+            break;
+        }
+        p.restore();
+        p.setPen(QPen(QColor(0, 0, 0, 110), 0.6));
+        p.setBrush(Qt::NoBrush);
+        p.drawRect(r);
+    });
+}
+
+// Yes and no: a tick and a cross, drawn as strokes with a dark edge so that
+// they stand out on a white row and on a grey one.
+struct AnswerLook {
+    const char* key;
+    QRgb colour;
+    int strokes, points;
+    QPointF at[2][3];
+};
+constexpr AnswerLook Answers[] = {
+    {"SÍ", 0x2E7D32, 1, 3, {{{2.5, 8.5}, {6.3, 12.3}, {13.5, 3.7}}}},
+    {"NO", 0xD32F2F, 2, 2, {{{3.5, 3.5}, {12.5, 12.5}}, {{12.5, 3.5}, {3.5, 12.5}}}},
+};
+
+QIcon AnswerMark(const AnswerLook& look) {
+    return Make([&](QPainter& p) {
+        const QColor c = Rgb(look.colour);
+        p.setBrush(Qt::NoBrush);
+        for (const auto& [colour, width] : {std::pair{c.darker(160), 3.6}, std::pair{c, 2.4}}) {
+            p.setPen(QPen(colour, width, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+            for (int i = 0; i < look.strokes; ++i)
+                p.drawPolyline(look.at[i], look.points);
+        }
+    });
+}
+
+// Origins: a round badge with a letter, a colour for each.
+struct OriginLook {
+    const char* key;
+    const char* letter;
+    QRgb colour;
+};
+constexpr OriginLook Origins[] = {
+    {"OO", "O", 0xF9A825}, {"OH", "H", 0x8E24AA}, {"OR", "R", 0x00897B},
+    {"OU", "?", 0x9E9E9E}, {"OI", "I", 0xFB8C00}, {"OM", "M", 0x1E88E5},
+    {"OC", "C", 0x6D4C41}, {"OB", "B", 0xB71C1C}, {"OT", "T", 0x3949AB},
+};
+
+QIcon OriginBadge(const OriginLook& look) {
+    return Make([&](QPainter& p) {
+        Disc(p, Rgb(look.colour));
+        FitText(p, QRectF(3, 3, 10, 10), QString::fromLatin1(look.letter), Qt::white, 9.5);
+    });
 }
 
 } // namespace
@@ -156,6 +475,24 @@ IconSet ImageListFrom() {
         p.setPen(QPen(QColor(0xFF, 0xEB, 0x3B), 1.8, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
         p.drawPolyline(QPolygonF({QPointF(3, 5), QPointF(7, 9), QPointF(9, 6), QPointF(13, 11)}));
     }));
+    return set;
+}
+
+IconSet FormatIcon() {
+    IconSet set;
+    for (const auto& look : Formats)
+        set.Add(FormatBadge(look), QString::fromLatin1(look.key));
+    for (const auto& look : Memories)
+        set.Add(MemoryChip(look), QString::fromLatin1(look.key));
+    for (const auto& look : People)
+        set.Add(PeopleMark(look), QString::fromLatin1(look.key));
+    set.Add(ScreenMark(), QStringLiteral("SCREEN"));
+    for (const auto& look : Languages)
+        set.Add(LanguageMark(look), QString::fromLatin1(look.key));
+    for (const auto& look : Answers)
+        set.Add(AnswerMark(look), QString::fromUtf8(look.key));
+    for (const auto& look : Origins)
+        set.Add(OriginBadge(look), QString::fromLatin1(look.key));
     return set;
 }
 

@@ -9,6 +9,9 @@ namespace cintal::Pictures {
 
 // The 13 pictures of the source column, one for each Estado value first.
 IconSet ImageListFrom();
+// The icons of the file grid, by key: formats, memory, players, languages,
+// yes and no, and origins.
+IconSet FormatIcon();
 // The program's icon: a cassette.
 QIcon AppIcon();
 

@@ -1,19 +1,24 @@
 #include "views/Principal.h"
 
 #include "catalogue/Comunes.h"
+#include "catalogue/Files.h"
 #include "catalogue/Settings.h"
 #include "catalogue/Store.h"
 #include "catalogue/Titles.h"
 #include "catalogue/frmSplash.h"
+#include "platform/PathCase.h"
+#include "platform/Shell.h"
 #include "tape/Prompt.h"
 #include "views/Pictures.h"
 
 #include <QApplication>
+#include <QDir>
 #include <QFileInfo>
 #include <QFormLayout>
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
+#include <QImageReader>
 #include <QScrollBar>
 #include <QSplitter>
 #include <QVBoxLayout>
@@ -55,14 +60,22 @@ Principal::Principal(QWidget* parent) : QMainWindow(parent) {
     setObjectName("Principal");
     setWindowIcon(Pictures::AppIcon());
     ImageListFrom = Pictures::ImageListFrom();
+    FormatIcon = Pictures::FormatIcon();
     BuildLayout();
     Grids::HaveItBox = ChckHaveIt;
+    Grids::FormatIcon = &FormatIcon;
     connect(ChckHaveIt, &QCheckBox::toggled, this, [this] { ChckHaveIt_Click(); });
     connect(GridTitles, &Grid::HeaderClicked, this, &Principal::GridTitles_HeaderClick);
+    connect(GridTitles, &Grid::SelectionChange, this, &Principal::GridTitles_SelectionChange);
+    connect(GridFiles, &Grid::RowDoubleClicked, this, [this] { GridFiles_DblClick(); });
+    connect(ImgCaratula, &PictureBox::DoubleClicked, this, &Principal::ImgCaratula_DblClick);
+    for (int i = 0; i < 4; ++i)
+        connect(OptDatos[i], &QRadioButton::clicked, this, [this, i] { OptDatos_Click(i); });
 }
 
 Principal::~Principal() {
     if (Grids::HaveItBox == ChckHaveIt) Grids::HaveItBox = nullptr;
+    if (Grids::FormatIcon == &FormatIcon) Grids::FormatIcon = nullptr;
 }
 
 TitleWindow Principal::Parts() {
@@ -76,6 +89,10 @@ void Principal::BuildLayout() {
     Toolbar->setObjectName("Toolbar");
     Toolbar->setMovable(false);
     Toolbar->setIconSize(QSize(24, 24));
+    CmdModify = Toolbar->addAction(QStringLiteral("Información"));
+    CmdModify->setObjectName("CmdModify");
+    CmdModify->setToolTip(QStringLiteral("Información del registro"));
+    CmdModify->setEnabled(false);
 
     // Left: the titles.
     ComboRegistro = new QComboBox;
@@ -121,11 +138,10 @@ void Principal::BuildLayout() {
 
     // The picture: a Spectrum screen is 256 x 192, the box of 3840 x 2880 twips.
     const QSize pictureBox(Twips(3840), Twips(2880));
-    SCRImage1 = new QLabel;
+    SCRImage1 = new ScrImage;
     SCRImage1->setObjectName("SCRImage1");
     SCRImage1->setFixedSize(pictureBox);
-    SCRImage1->setStyleSheet("background: #101010;");
-    ImgCaratula = new QLabel;
+    ImgCaratula = new PictureBox;
     ImgCaratula->setObjectName("ImgCaratula");
     ImgCaratula->setFixedSize(Twips(3840), Twips(2775));
     ImgCaratula->setToolTip(QStringLiteral("Doble click par abrir el archivo"));
@@ -195,8 +211,14 @@ bool Principal::Form_Load(const QString& dbPath) {
     const QString path = dbPath.isEmpty() ? Comunes::DefaultDbPath() : dbPath;
     if (!OpenCatalogue(path)) return false;
 
+    // 3. The default screen.
+    ShowScreen({});
+
     // 5, 6. The grids' columns.
     Grids::SetupGridTitles(*GridTitles);
+    Grids::SetupGridFiles(*GridFiles);
+    // An empty file grid shows its headers until a title fills it.
+    GridFiles->SetRedraw(true);
     FitTitlesPane();
 
     // 7. The titles, with the splash's counter moving.
@@ -223,6 +245,159 @@ void Principal::ChckHaveIt_Click() {
 
 void Principal::GridTitles_HeaderClick(int col) {
     Grids::SortGrid(col, *GridTitles);
+}
+
+void Principal::GridTitles_SelectionChange() {
+    const int row = GridTitles->SelectedRow();
+    if (row < 1) return;
+    ImgCaratula->ClearPicture();
+    auto cell = [&](const char* key) {
+        return GridTitles->CellText(row, GridTitles->ColumnIndex(key));
+    };
+    LabelNombre->setText(cell("ColName"));
+    LabelCompany->setText(cell("ColPublisher"));
+    LabelYear->setText(cell("ColYear"));
+    LabelType->setText(cell("ColType"));
+    Grids::FillFiles(cell("ColTitleId"), *GridFiles);
+    ComboRegistro->setEditText(LabelNombre->text());
+    BuscaPantalla();
+    BuscaCaratula();
+    BuscaMapa();
+    BuscaCodeSheet();
+    CmdModify->setEnabled(true);
+}
+
+void Principal::ShowScreen(const QString& path) {
+    // An empty path is the default screen beside the program.
+    const QString fallback =
+        QDir(QCoreApplication::applicationDirPath()).filePath(QStringLiteral("z80.scr"));
+    SCRImage1->SetDefaultFile(fallback);
+    SCRImage1->SetFile(path.isEmpty() ? fallback : path);
+}
+
+void Principal::MarkOption(int option, bool found) {
+    QRadioButton* o = OptDatos[static_cast<std::size_t>(option)];
+    o->setEnabled(found);
+    QFont f = o->font();
+    f.setBold(found);
+    o->setFont(f);
+    if (found) {
+        // Blue stays once set: a miss only takes the bold away.
+        QPalette p = o->palette();
+        p.setColor(QPalette::WindowText, QColor(0, 0, 0xFF));
+        p.setColor(QPalette::ButtonText, QColor(0, 0, 0xFF));
+        o->setPalette(p);
+    }
+}
+
+void Principal::BuscaPantalla() {
+    const QString base = SideBaseName(LabelNombre->text());
+    const int colPath = GridFiles->ColumnIndex("ColPath");
+    if (GridFiles->Rows() == 0) {
+        ShowScreen({});
+        return;
+    }
+    for (int row = 1; row <= GridFiles->Rows(); ++row) {
+        const QString path =
+            FindSideFile(GridFiles->CellText(row, colPath), SideKind::Screen, base);
+        if (!path.isEmpty()) {
+            ShowScreen(path);
+            MarkOption(0, true);
+            return;
+        }
+        ShowScreen({});
+        MarkOption(0, false);
+    }
+}
+
+void Principal::LookupSideFile(int option, int kind) {
+    const QString base = SideBaseName(LabelNombre->text());
+    const int colPath = GridFiles->ColumnIndex("ColPath");
+    QRadioButton* o = OptDatos[static_cast<std::size_t>(option)];
+    for (int row = 1; row <= GridFiles->Rows(); ++row) {
+        const QString path =
+            FindSideFile(GridFiles->CellText(row, colPath), static_cast<SideKind>(kind), base);
+        if (!path.isEmpty()) {
+            MarkOption(option, true);
+            // Another option is showing: this picture waits for its click.
+            if (!o->isChecked()) return;
+            ImgCaratula->Tag = path;
+            ShowScaled(path);
+            return;
+        }
+        MarkOption(option, false);
+        if (o->isChecked()) {
+            ImgCaratula->ClearPicture();
+            ImgCaratula->Tag.clear();
+        }
+    }
+}
+
+void Principal::BuscaCaratula() {
+    LookupSideFile(1, static_cast<int>(SideKind::Inlay));
+}
+void Principal::BuscaMapa() {
+    LookupSideFile(2, static_cast<int>(SideKind::Map));
+}
+void Principal::BuscaCodeSheet() {
+    LookupSideFile(3, static_cast<int>(SideKind::CodeSheet));
+}
+
+void Principal::ShowScaled(const QString& path) {
+    QImageReader reader(path);
+    reader.setAutoTransform(true);
+    const QImage picture = reader.read();
+    // A file that is there but is no picture leaves the area empty.
+    if (picture.isNull() || picture.width() == 0) {
+        ImgCaratula->ClearPicture();
+        return;
+    }
+    const double pictureRatio = double(picture.height()) / picture.width();
+    const double areaRatio = 2775.0 / 3840.0;
+    QRect place;
+    if (pictureRatio > areaRatio) {
+        const int width = static_cast<int>(2880 / pictureRatio);
+        place = QRect((3840 - width) / 2, 0, width, 2880);
+    } else {
+        const int height = static_cast<int>(pictureRatio * 3840);
+        place = QRect(0, (2880 - height) / 2, 3840, height);
+    }
+    ImgCaratula->DrawPicture(picture, place);
+}
+
+void Principal::OptDatos_Click(int index) {
+    ImgCaratula->ClearPicture();
+    if (index == 0) {
+        SCRImage1->show();
+        ImgCaratula->hide();
+        return;
+    }
+    SCRImage1->hide();
+    if (index == 1) BuscaCaratula();
+    if (index == 2) BuscaMapa();
+    if (index == 3) BuscaCodeSheet();
+    ImgCaratula->show();
+}
+
+void Principal::ImgCaratula_DblClick() {
+    if (ImgCaratula->Tag.isEmpty()) {
+        ImgCaratula->setToolTip(QString());
+        return;
+    }
+    Shell::Current().Open(ImgCaratula->Tag);
+    ImgCaratula->setToolTip(QStringLiteral("Doble click para abrir el archivo"));
+}
+
+void Principal::GridFiles_DblClick() {
+    const int row = GridFiles->SelectedRow();
+    if (row < 1) return;
+    const QString dir = GridFiles->CellText(row, GridFiles->ColumnIndex("ColPath"));
+    // A file whose folder is unknown has no path to open.
+    if (dir.isEmpty()) return;
+    // The catalogue keeps the scanned extension in lower case; the disk may not.
+    const QString name = GridFiles->CellText(row, GridFiles->ColumnIndex("ColFileName"));
+    const QString found = FindIgnoringCase(dir, {name});
+    Shell::Current().Open(found.isEmpty() ? QDir(dir).filePath(name) : found);
 }
 
 } // namespace cintal

@@ -2,6 +2,8 @@
 
 #include "platform/Grid.h"
 #include "platform/IconSet.h"
+#include "platform/PictureBox.h"
+#include "platform/ScrImage.h"
 #include "views/Grids.h"
 
 #include <QCheckBox>
@@ -36,19 +38,37 @@ public:
     QLabel* LabelCompany;
     QLabel* LabelYear;
     QLabel* LabelType;
-    QLabel* SCRImage1;
-    QLabel* ImgCaratula;
+    ScrImage* SCRImage1;
+    PictureBox* ImgCaratula;
     std::array<QRadioButton*, 4> OptDatos;
     QCheckBox* ChckHaveIt;
     QToolBar* Toolbar;
+    QAction* CmdModify;
     IconSet ImageListFrom;
+    IconSet FormatIcon;
 
     void ChckHaveIt_Click();
     void GridTitles_HeaderClick(int col);
+    void GridTitles_SelectionChange();
+    void GridFiles_DblClick();
+    void OptDatos_Click(int index);
+    void ImgCaratula_DblClick();
+    void BuscaPantalla();
+    void BuscaCaratula();
+    void BuscaMapa();
+    void BuscaCodeSheet();
+    // Fits a picture into the box of 3840 x 2880 twips, centred.
+    void ShowScaled(const QString& path);
+
+    // The screen file SCRImage1 was last given.
+    QString ScreenFile() const { return SCRImage1->File(); }
 
 private:
     void BuildLayout();
     void FitTitlesPane();
+    void LookupSideFile(int option, int kind);
+    void ShowScreen(const QString& path);
+    void MarkOption(int option, bool found);
 
     QSplitter* split = nullptr;
 };

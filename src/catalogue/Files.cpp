@@ -1,0 +1,78 @@
+#include "catalogue/Files.h"
+
+#include "catalogue/Store.h"
+#include "platform/PathCase.h"
+
+namespace cintal {
+
+bool LoadFileRows(qint64 titleId, std::vector<FileRow>& rows) {
+    rows.clear();
+    QSqlQuery q = Store::NewQuery();
+    if (!Store::Exec(q,
+                     "SELECT FileId, TitleId, FileName, Extension, PathIndex, Memory, Players, "
+                     "FileSize, Origin, IdLang, LoadSchema, HaveIt, Joysticks, AYSound, MultiLoad "
+                     "FROM tFiles WHERE TitleId = ? ORDER BY FileId",
+                     {titleId}))
+        return false;
+    while (q.next()) {
+        FileRow r;
+        r.FileId = NumberOf(q.value(0));
+        r.TitleId = NumberOf(q.value(1));
+        r.FileName = TextOf(q.value(2));
+        r.Extension = TextOf(q.value(3));
+        r.PathIndex = NumberOf(q.value(4));
+        r.HasMemory = !q.value(5).isNull();
+        r.Memory = NumberOf(q.value(5));
+        r.HasPlayers = !q.value(6).isNull();
+        r.Players = NumberOf(q.value(6));
+        r.FileSize = NumberOf(q.value(7));
+        r.Origin = TextOf(q.value(8));
+        r.IdLang = TextOf(q.value(9));
+        r.LoadSchema = TextOf(q.value(10));
+        r.HaveIt = YesOf(q.value(11));
+        r.Joysticks = TextOf(q.value(12));
+        r.AYSound = YesOf(q.value(13));
+        r.MultiLoad = YesOf(q.value(14));
+        rows.push_back(std::move(r));
+    }
+    return true;
+}
+
+OriginMark DecodeOrigin(const QString& origin) {
+    static const struct {
+        const char* word;
+        const char* icon;
+    } kWords[] = {{"perfec", "SÍ"}, {"origin", "OO"}, {"compil", "OC"},
+                  {"hacked", "OH"}, {"corrup", "OB"}, {"re-rel", "OR"},
+                  {"magazi", "OM"}, {"type-i", "OT"}, {"incomp", "OI"}};
+    const QString word = origin.left(6).toLower();
+    for (const auto& w : kWords)
+        if (word == QLatin1String(w.word)) return {QString::fromUtf8(w.icon), origin};
+    if (origin.isEmpty() || origin == QLatin1String(" "))
+        return {QStringLiteral("OU"), QStringLiteral("-Desconocido-")};
+    return {QStringLiteral("OU"), origin};
+}
+
+QString SideBaseName(const QString& titleName) {
+    QString base = titleName;
+    base.replace(QLatin1String(": "), QLatin1String(" - "));
+    base.remove(QLatin1Char('?'));
+    return base;
+}
+
+QString FindSideFile(const QString& fileDir, SideKind kind, const QString& baseName) {
+    switch (kind) {
+    case SideKind::Screen:
+        return FindIgnoringCase(fileDir, {QStringLiteral("scrshot"), baseName + ".scr"});
+    case SideKind::Inlay:
+        return FindIgnoringCase(fileDir, {QStringLiteral("Inlay"), baseName + ".jpg"});
+    case SideKind::Map:
+        return FindIgnoringCase(fileDir, {QStringLiteral("Map"), baseName + "_Map.jpg"});
+    case SideKind::CodeSheet:
+        return FindIgnoringCase(fileDir,
+                                {QStringLiteral("Codesheet"), baseName + "_Codesheet.jpg"});
+    }
+    return {};
+}
+
+} // namespace cintal

@@ -1,0 +1,51 @@
+#pragma once
+
+#include <QString>
+#include <vector>
+
+namespace cintal {
+
+// One row of tFiles as the file grid shows it. Unset text columns read as
+// empty text; unset numbers as "no value".
+struct FileRow {
+    qint64 FileId = 0;
+    qint64 TitleId = 0;
+    QString FileName;
+    QString Extension;
+    qint64 PathIndex = 0;
+    bool HasMemory = false;
+    qint64 Memory = 0;
+    bool HasPlayers = false;
+    qint64 Players = 0;
+    qint64 FileSize = 0;
+    QString Origin;
+    QString IdLang;
+    QString LoadSchema;
+    bool HaveIt = false;
+    QString Joysticks;
+    bool AYSound = false;
+    bool MultiLoad = false;
+};
+
+// The title's file rows in the store's order. False after a reported store
+// failure.
+bool LoadFileRows(qint64 titleId, std::vector<FileRow>& rows);
+
+// How the Origen column reads a release kind: the icon key and the text.
+struct OriginMark {
+    QString icon;
+    QString text;
+};
+OriginMark DecodeOrigin(const QString& origin);
+
+// The side files of a title, found by name beside one of its files.
+enum class SideKind { Screen, Inlay, Map, CodeSheet };
+
+// The title's name as side files are named: ": " becomes " - ", "?" goes.
+QString SideBaseName(const QString& titleName);
+
+// The side file of that kind below a file's folder, found ignoring case;
+// empty when there is none or the folder is unknown.
+QString FindSideFile(const QString& fileDir, SideKind kind, const QString& baseName);
+
+} // namespace cintal

@@ -1,0 +1,239 @@
+// A title selected in the main window: its files as the file grid shows them,
+// its pictures found beside them, and what a double click opens.
+
+#include "../catalogue/CatalogueFixture.h"
+#include "catalogue/Files.h"
+#include "platform/Shell.h"
+#include "views/Principal.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QImage>
+#include <QLocale>
+
+namespace cintal::test {
+namespace {
+
+class FileGridTest : public CatalogueTest {
+protected:
+    void SetUp() override {
+        CatalogueTest::SetUp();
+        QLocale::setDefault(QLocale(QLocale::Spanish, QLocale::Spain));
+        Shell::Set(&shell);
+        Create();
+        one = Folder("uno");
+        two = Folder("dos");
+        Path(1, one);
+        Path(3, two);
+    }
+    void TearDown() override {
+        Shell::Set(nullptr);
+        QLocale::setDefault(QLocale::c());
+        CatalogueTest::TearDown();
+    }
+
+    QString Folder(const QString& name) {
+        QDir(dir.path()).mkpath(name);
+        return dir.filePath(name);
+    }
+    // A picture file: width and height decide how it is fitted.
+    void Picture(const QString& path, int w, int h) {
+        QDir().mkpath(QFileInfo(path).path());
+        QImage img(w, h, QImage::Format_RGB32);
+        img.fill(Qt::darkCyan);
+        ASSERT_TRUE(img.save(path, "JPG")) << S(path);
+    }
+    qint64 TitleWithId(const QString& name, int haveIt = 1) {
+        Title(name, "1986", 0, "Arcade", haveIt, 4);
+        return Sql(db, "SELECT max(TitleId) FROM Titles")[0][0].toLongLong();
+    }
+    void File(qint64 title, const QString& name, const QString& ext, qint64 path,
+              const QVariantList& more = {}) {
+        QVariantList v{title, name, ext, path};
+        v << (more.value(0).isValid() ? more.value(0) : QVariant(1)); // HaveIt
+        for (int i = 1; i < 8; ++i)
+            v << more.value(i);
+        Sql(db,
+            "INSERT INTO tFiles (TitleId, FileName, Extension, PathIndex, HaveIt, Memory, Players, "
+            "FileSize, Origin, IdLang, LoadSchema, AYSound) VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, "
+            "?, ?)",
+            v);
+    }
+    void Load() { ASSERT_TRUE(frm.Form_Load(db)); }
+    // Selects the title by name, as a click would.
+    void Select(const QString& name) {
+        Grid* g = frm.GridTitles;
+        for (int r = 1; r <= g->Rows(); ++r)
+            if (g->CellText(r, g->ColumnIndex("ColName")) == name) return g->SetSelectedRow(r);
+        FAIL() << "no title " << S(name);
+    }
+    // A file row's cell as "text/icon key/alignment".
+    std::string Cell(int row, const char* key) const {
+        Grid* g = frm.GridFiles;
+        const int col = g->ColumnIndex(key);
+        return S(g->CellText(row, col) + "/" + frm.FormatIcon.Key(g->CellIcon(row, col)) + "/" +
+                 QString::number(g->CellAlignment(row, col)));
+    }
+    // Enabled, bold and selected, as "EBS" with "-" for what is not.
+    std::string Option(int i) const {
+        const QRadioButton* o = frm.OptDatos[static_cast<std::size_t>(i)];
+        return std::string(o->isEnabled() ? "E" : "-") + (o->font().bold() ? "B" : "-") +
+               (o->isChecked() ? "S" : "-");
+    }
+    QString DefaultScreen() const {
+        return QDir(QCoreApplication::applicationDirPath()).filePath("z80.scr");
+    }
+
+    RecordingShell shell;
+    QString one, two;
+    Principal frm;
+};
+
+TEST_F(FileGridTest, FilesShowDecodedCellsInTheFirstFilesColours) {
+    const qint64 t = TitleWithId("Juego");
+    // HaveIt, Memory, Players, FileSize, Origin, IdLang, LoadSchema, AYSound
+    File(t, "juego", "Tzx", 1, {0, 48, 2, 123456, "Hacked Version", "spa", "Speedlock", 1});
+    File(t, "juego", "z80", 9, {1, 16, QVariant(), 0, " ", "xx", QVariant(), 0});
+    File(t, "otro", "ROM", 3, {1, 128, 1, 7, "Type-In", QVariant(), QVariant(), QVariant()});
+    Load();
+    Select("Juego");
+    Grid* g = frm.GridFiles;
+    ASSERT_EQ(g->Rows(), 3);
+
+    EXPECT_EQ(Cell(1, "ColIcono"), "/TZX/-1");
+    EXPECT_EQ(Cell(1, "ColFileName"), "juego.Tzx//-1");
+    EXPECT_EQ(Cell(1, "ColExtension"), "Tzx//-1");
+    EXPECT_EQ(Cell(1, "ColMemory"), "/M48/-1");
+    EXPECT_EQ(Cell(1, "ColPlayers"), "2/2JUG/1");
+    EXPECT_EQ(Cell(1, "ColOrigin"), "Hacked Version/OH/-1");
+    EXPECT_EQ(Cell(1, "ColLanguage"), "SPA/SPA/1");
+    EXPECT_EQ(Cell(1, "ColLoadSchema"), "Speedlock//-1");
+    EXPECT_EQ(Cell(1, "ColSize"), "123.456  //2");
+    EXPECT_EQ(Cell(1, "ColPath"), S(one) + "//0");
+    EXPECT_EQ(Cell(1, "ColPathIndex"), "1//0");
+    EXPECT_EQ(Cell(1, "ColAYSound"), "SÍ//-1");
+    EXPECT_EQ(Cell(1, "ColMultiLoad"), "NO//-1");
+    EXPECT_EQ(Cell(1, "ColTitleId"), std::to_string(t) + "//0");
+
+    // Unset and unknown values: an empty origin of one blank, a language
+    // without a flag, a memory that is neither 48 nor 128, a path index
+    // outside the register.
+    EXPECT_EQ(Cell(2, "ColIcono"), "/Z80/-1");
+    EXPECT_EQ(Cell(2, "ColOrigin"), "-Desconocido-/OU/-1");
+    EXPECT_EQ(Cell(2, "ColLanguage"), "xx/UNK/1");
+    EXPECT_EQ(Cell(2, "ColMemory"), "/ANY/-1");
+    EXPECT_EQ(Cell(2, "ColPlayers"), "/1JUG/1");
+    EXPECT_EQ(Cell(2, "ColPath"), "//0");
+    EXPECT_EQ(Cell(2, "ColSize"), "0  //2");
+    EXPECT_EQ(Cell(3, "ColIcono"), "//-1"); // no picture for that format
+    EXPECT_EQ(Cell(3, "ColMemory"), "/M128/-1");
+    EXPECT_EQ(Cell(3, "ColOrigin"), "Type-In/OT/-1");
+    EXPECT_EQ(Cell(3, "ColLanguage"), "/UNK/1");
+
+    // The first file has no copy on disk: every row is grey.
+    for (int r = 1; r <= 3; ++r) {
+        EXPECT_EQ(g->CellBackColor(r, g->ColumnIndex("ColFileName")), QColor(0xE0, 0xE0, 0xE0));
+        EXPECT_EQ(g->CellForeColor(r, g->ColumnIndex("ColPath")), QColor(0x66, 0x99, 0xCC));
+    }
+    EXPECT_TRUE(frm.CmdModify->isEnabled());
+    EXPECT_EQ(S(frm.LabelNombre->text()), "Juego");
+    EXPECT_EQ(S(frm.ComboRegistro->currentText()), "Juego");
+}
+
+TEST_F(FileGridTest, OriginsDecodeByTheirFirstSixLetters) {
+    const std::vector<std::pair<QString, std::string>> cases = {
+        {"Perfecto", "SÍ|Perfecto"},         {"Original Release", "OO|Original Release"},
+        {"COMPILATION", "OC|COMPILATION"},   {"Corrupt", "OB|Corrupt"},
+        {"Re-Release", "OR|Re-Release"},     {"Magazine Cover Tape", "OM|Magazine Cover Tape"},
+        {"Incomplete", "OI|Incomplete"},     {"Buggered / Corrupt", "OU|Buggered / Corrupt"},
+        {"Demo version", "OU|Demo version"}, {"", "OU|-Desconocido-"},
+        {" Original", "OU| Original"},
+    };
+    for (const auto& [origin, expected] : cases) {
+        const OriginMark m = DecodeOrigin(origin);
+        EXPECT_EQ(S(m.icon + "|" + m.text), expected) << S(origin);
+    }
+    EXPECT_EQ(S(SideBaseName("Mi Juego: Parte 2?")), "Mi Juego - Parte 2");
+}
+
+TEST_F(FileGridTest, PicturesAreFoundBesideAnyFileIgnoringCase) {
+    const qint64 a = TitleWithId("Mi Juego: Parte 2?");
+    File(a, "mijuego", "tzx", 1);
+    File(a, "mijuego", "tap", 3);
+    QFile(QDir(two).filePath("SCRSHOT")).exists();
+    QDir(two).mkpath("SCRSHOT");
+    WriteFile(QDir(two).filePath("SCRSHOT/mi juego - parte 2.SCR"), QByteArray(6912, '\0'));
+    Picture(QDir(one).filePath("inlay/Mi Juego - Parte 2.jpg"), 400, 100);   // wide
+    Picture(QDir(two).filePath("Map/Mi Juego - Parte 2_Map.jpg"), 100, 300); // tall
+    const qint64 b = TitleWithId("Sin Nada");
+    File(b, "nada", "tzx", 1);
+    const qint64 c = TitleWithId("Roto");
+    File(c, "roto", "tzx", 1);
+    WriteFile(QDir(one).filePath("inlay/Roto.jpg"), "no es una imagen");
+    TitleWithId("Sin Archivos", 0);
+    Load();
+
+    EXPECT_EQ(frm.ScreenFile(), DefaultScreen());
+    EXPECT_EQ(Option(0) + Option(1) + Option(2) + Option(3), "E-S---------");
+
+    // The screen misses beside the first file and hits beside the second.
+    Select("Mi Juego: Parte 2?");
+    EXPECT_EQ(frm.ScreenFile(), QDir(two).filePath("SCRSHOT/mi juego - parte 2.SCR"));
+    EXPECT_EQ(Option(0) + Option(1) + Option(2) + Option(3), "EBSEB-EB----");
+    EXPECT_FALSE(frm.ImgCaratula->HasPicture()); // the inlay waits for its click
+
+    frm.OptDatos[1]->click();
+    EXPECT_TRUE(frm.SCRImage1->isHidden());
+    EXPECT_EQ(frm.ImgCaratula->Tag, QDir(one).filePath("inlay/Mi Juego - Parte 2.jpg"));
+    EXPECT_EQ(frm.ImgCaratula->DrawnRect(), QRect(0, 960, 3840, 960)); // full width, centred
+    frm.OptDatos[2]->click();
+    EXPECT_EQ(frm.ImgCaratula->DrawnRect(), QRect(1440, 0, 960, 2880)); // full height, centred
+
+    // A title without a map: the option greys but stays selected, the area empties.
+    Select("Sin Nada");
+    EXPECT_EQ(Option(0) + Option(1) + Option(2) + Option(3), "--------S---");
+    EXPECT_FALSE(frm.ImgCaratula->HasPicture());
+    EXPECT_TRUE(frm.ImgCaratula->Tag.isEmpty());
+    EXPECT_EQ(frm.ScreenFile(), DefaultScreen());
+
+    // An inlay that is there but is no picture: enabled and bold, nothing drawn.
+    frm.OptDatos[1]->setChecked(true);
+    Select("Roto");
+    EXPECT_EQ(Option(1), "EBS");
+    EXPECT_FALSE(frm.ImgCaratula->HasPicture());
+
+    // No file rows: the default screen, and the options as they were.
+    Select("Sin Archivos");
+    EXPECT_EQ(frm.GridFiles->Rows(), 0);
+    EXPECT_EQ(frm.ScreenFile(), DefaultScreen());
+    EXPECT_EQ(Option(1), "EBS");
+}
+
+TEST_F(FileGridTest, DoubleClicksOpenTheFileAndThePicture) {
+    const qint64 t = TitleWithId("Juego");
+    File(t, "juego", "tzx", 1);
+    File(t, "perdido", "tzx", 7);
+    WriteFile(QDir(one).filePath("JUEGO.TZX"), "ZXTape!");
+    Picture(QDir(one).filePath("Inlay/Juego.jpg"), 200, 150);
+    Load();
+    Select("Juego");
+
+    frm.GridFiles_DblClick(); // no file selected
+    frm.GridFiles->SetSelectedRow(2);
+    frm.GridFiles_DblClick(); // its folder is unknown
+    frm.GridFiles->SetSelectedRow(1);
+    frm.GridFiles_DblClick();
+    // The catalogue says "tzx"; the disk says "TZX".
+    EXPECT_EQ(shell.calls, QStringList{QDir(one).filePath("JUEGO.TZX")});
+
+    EXPECT_EQ(S(frm.ImgCaratula->toolTip()), "Doble click par abrir el archivo");
+    frm.ImgCaratula_DblClick(); // nothing shown yet
+    EXPECT_EQ(S(frm.ImgCaratula->toolTip()), "");
+    frm.OptDatos[1]->click();
+    frm.ImgCaratula_DblClick();
+    EXPECT_EQ(S(frm.ImgCaratula->toolTip()), "Doble click para abrir el archivo");
+    EXPECT_EQ(shell.calls.last(), QDir(one).filePath("Inlay/Juego.jpg"));
+}
+
+} // namespace
+} // namespace cintal::test
