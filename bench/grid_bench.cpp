@@ -11,7 +11,11 @@
 #include "views/Principal.h"
 
 #include <QApplication>
+#include <QDir>
 #include <QElapsedTimer>
+#include <QFile>
+#include <QImage>
+#include <QSqlQuery>
 #include <QTemporaryDir>
 #include <benchmark/benchmark.h>
 #include <cstdio>
@@ -69,6 +73,7 @@ struct Window {
         QString reason;
         Comunes::InitGlobals(Catalogue(), &reason);
         Grids::SetupGridTitles(*w.GridTitles);
+        Grids::SetupGridFiles(*w.GridFiles);
     }
 };
 
@@ -119,9 +124,63 @@ void BM_StartUp(benchmark::State& state) {
 #endif
 }
 
+// A title with 20 files in 3 folders, its screen beside the last folder and
+// an inlay beside the first: the whole selection, side files included.
+void BM_SelectTitle(benchmark::State& state) {
+    Window win;
+    QDir root(workDir->path());
+    QStringList dirs;
+    static qint64 title = 0;
+    if (!title) {
+        Store::Begin();
+        for (int d = 0; d < 3; ++d) {
+            const QString dir = root.filePath(QStringLiteral("coleccion%1").arg(d));
+            QDir().mkpath(dir);
+            Store::Run("INSERT INTO Paths (PathIndex, GameDir) VALUES (?, ?)", {1000 + d, dir});
+        }
+        QSqlQuery q = Store::NewQuery();
+        Store::Exec(q,
+                    "INSERT INTO Titles (Name, Year, IdPub, Type, HaveIt, Estado) "
+                    "VALUES (?, '1986', 1, 'Arcade', 1, 4)",
+                    {QStringLiteral("Aaa Con Veinte Archivos")});
+        title = Store::LastInsertId(q);
+        for (int f = 0; f < 20; ++f)
+            Store::Run("INSERT INTO tFiles (TitleId, FileName, Extension, PathIndex, Memory, "
+                       "Players, FileSize, Origin, IdLang, HaveIt) "
+                       "VALUES (?, ?, 'tzx', ?, 48, 1, 49152, 'Original Release', 'SPA', 1)",
+                       {title, QStringLiteral("archivo%1").arg(f), 1000 + f % 3});
+        Store::Commit();
+        QDir().mkpath(root.filePath("coleccion2/scrshot"));
+        QFile scr(root.filePath("coleccion2/scrshot/Aaa Con Veinte Archivos.scr"));
+        scr.open(QIODevice::WriteOnly);
+        scr.write(QByteArray(6912, '\x38'));
+        scr.close();
+        QDir().mkpath(root.filePath("coleccion0/Inlay"));
+        QImage inlay(600, 400, QImage::Format_RGB32);
+        inlay.fill(Qt::darkBlue);
+        inlay.save(root.filePath("coleccion0/Inlay/Aaa Con Veinte Archivos.jpg"), "JPG");
+        Comunes::LoadPaths();
+    }
+    Grids::FillTitles(win.w.Parts(), kOrderByName);
+    win.w.OptDatos[1]->setChecked(true);
+    Grid& g = *win.w.GridTitles;
+    int row = 0;
+    for (int r = 1; r <= g.Rows() && !row; ++r)
+        if (g.CellText(r, g.ColumnIndex("ColTitleId")) == QString::number(title)) row = r;
+    for (auto _ : state) {
+        g.ClearSelection();
+        g.SetSelectedRow(row);
+    }
+    state.counters["archivos"] = win.w.GridFiles->Rows();
+    state.counters["encarte"] = win.w.ImgCaratula->HasPicture();
+    state.counters["pantalla"] = win.w.SCRImage1->ShowsFile();
+    state.counters["opt1"] = win.w.OptDatos[1]->isEnabled();
+}
+
 BENCHMARK(BM_FillTitles)->Unit(benchmark::kMillisecond)->Iterations(5);
 BENCHMARK(BM_SortGrid)->Unit(benchmark::kMillisecond)->Iterations(6);
 BENCHMARK(BM_FilterHaveIt)->Unit(benchmark::kMillisecond)->Iterations(10);
+BENCHMARK(BM_SelectTitle)->Unit(benchmark::kMillisecond)->Iterations(20);
 BENCHMARK(BM_StartUp)->Unit(benchmark::kMillisecond)->Iterations(3);
 
 } // namespace
