@@ -52,6 +52,7 @@ const char* kSchema[] = {
 
 bool quiet = false;
 QString lastError;
+int failures = 0;
 
 const QStringList kTables = {"Titles", "tFiles", "Paths", "Publishers"};
 
@@ -225,6 +226,10 @@ QString Store::LastError() {
     return lastError;
 }
 
+int Store::Failures() {
+    return failures;
+}
+
 QuietErrors::QuietErrors() : previous(quiet) {
     quiet = true;
 }
@@ -235,6 +240,7 @@ QuietErrors::~QuietErrors() {
 
 void Store::ReportError(const QString& reason) {
     lastError = reason;
+    ++failures;
     if (quiet) return;
     Ask(("Error en el catálogo: " + reason).toStdString(), {}, Icon::Critical);
 }

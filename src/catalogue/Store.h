@@ -44,6 +44,9 @@ public:
     static void ReportError(const QString& reason);
     // The reason of the last failure.
     static QString LastError();
+    // How many failures there have been: a command compares it before and
+    // after its work, so that nothing it says afterwards pretends success.
+    static int Failures();
 };
 
 // While alive, store failures are kept for the caller to report in its own

@@ -1,9 +1,11 @@
 #include "cli/CatalogueCommands.h"
 
 #include "catalogue/Comunes.h"
+#include "catalogue/Records.h"
 #include "catalogue/Store.h"
 #include "catalogue/Titles.h"
 
+#include <QFileInfo>
 #include <QString>
 #include <ostream>
 
@@ -57,6 +59,45 @@ int Titles(const std::vector<std::string>& args, std::ostream& out, std::ostream
             << r.Type.toStdString() << '\t' << (r.HaveIt ? 1 : 0) << '\n';
     }
     return 0;
+}
+
+int Add(const std::vector<std::string>& args, std::ostream& out, std::ostream& err) {
+    QString db, title, file;
+    for (std::size_t i = 1; i < args.size(); ++i) {
+        if (args[i] == "--db" && i + 1 < args.size())
+            db = QString::fromStdString(args[++i]);
+        else if (args[i] == "--title" && i + 1 < args.size())
+            title = QString::fromStdString(args[++i]);
+        else if (file.isEmpty() && !args[i].empty() && args[i][0] != '-')
+            file = QString::fromStdString(args[i]);
+        else {
+            err << "cintal-cli: argumento inesperado " << args[i] << "\n";
+            return 2;
+        }
+    }
+    bool numeric = false;
+    const qint64 titleId = title.toLongLong(&numeric);
+    if (!numeric || titleId <= 0 || file.isEmpty()) {
+        err << "Uso: cintal-cli add --title ID ARCHIVO [--db CATÁLOGO]\n";
+        return 2;
+    }
+    if (db.isEmpty()) db = Comunes::DefaultDbPath();
+    QString reason;
+    if (!Comunes::InitGlobals(db, &reason)) {
+        err << "No se puede abrir el catálogo " << db.toStdString() << ": " << reason.toStdString()
+            << "\n";
+        return 1;
+    }
+    // The file's full path, as the file dialog would give it.
+    const QString path = QFileInfo(file).absoluteFilePath();
+    const int failures = Store::Failures();
+    if (Comunes::AddFileToTitle(titleId, path)) {
+        out << "Archivo Agregado\n";
+        return 0;
+    }
+    if (Store::Failures() != failures) return 2;
+    out << "Ya existe\n";
+    return 1;
 }
 
 } // namespace cintal::cli

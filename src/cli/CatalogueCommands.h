@@ -11,4 +11,7 @@ int Init(const std::vector<std::string>& args, std::ostream& out, std::ostream& 
 // `titles [--db FILE]`: the title rows as the grid shows them, in name order.
 int Titles(const std::vector<std::string>& args, std::ostream& out, std::ostream& err);
 
+// `add --title ID FILE [--db FILE]`: a file added to a title, as by hand.
+int Add(const std::vector<std::string>& args, std::ostream& out, std::ostream& err);
+
 } // namespace cintal::cli

@@ -24,6 +24,8 @@ const char* kHelp =
     "  tap2tzx ARCHIVO.tap...   convierte archivos TAP en archivos TZX junto a ellos\n"
     "  init [--db ARCHIVO]      crea un catálogo vacío (nunca sobre un archivo que exista)\n"
     "  titles [--db ARCHIVO]    muestra los títulos del catálogo por orden de nombre\n"
+    "  add --title ID ARCHIVO [--db CATÁLOGO]\n"
+    "                           añade un archivo al título ID, como \"Añadir archivo...\"\n"
     "  --help                   muestra esta ayuda\n"
     "\n"
     "Los avisos del programa se escriben en la salida de errores.\n";
@@ -160,9 +162,10 @@ int Run(const std::vector<std::string>& args, std::ostream& out, std::ostream& e
         return args.empty() ? 2 : 0;
     }
     const std::string& command = args[0];
-    if (command == "init" || command == "titles") {
+    if (command == "init" || command == "titles" || command == "add") {
         CliPrompt prompt(err, false);
         PromptScope scope(prompt);
+        if (command == "add") return Add(args, out, err);
         return command == "init" ? Init(args, out, err) : Titles(args, out, err);
     }
     bool yes = false;

@@ -510,4 +510,116 @@ QIcon AppIcon() {
     });
 }
 
+namespace {
+
+// A sheet of paper with a folded corner: the base of the file pictures.
+void Sheet(QPainter& p, const QColor& fill) {
+    QPainterPath sheet;
+    sheet.moveTo(3, 1);
+    sheet.lineTo(10, 1);
+    sheet.lineTo(13, 4);
+    sheet.lineTo(13, 15);
+    sheet.lineTo(3, 15);
+    sheet.closeSubpath();
+    p.setPen(QPen(QColor(0x54, 0x6E, 0x7A), 0.8));
+    p.setBrush(fill);
+    p.drawPath(sheet);
+    p.drawLine(QPointF(10, 1), QPointF(10, 4));
+    p.drawLine(QPointF(10, 4), QPointF(13, 4));
+}
+
+void Folder(QPainter& p) {
+    p.setPen(QPen(QColor(0xB2, 0x8B, 0x00), 0.8));
+    p.setBrush(QColor(0xFF, 0xCA, 0x28));
+    QPainterPath f;
+    f.moveTo(0.5, 3);
+    f.lineTo(5.5, 3);
+    f.lineTo(7, 4.5);
+    f.lineTo(14.5, 4.5);
+    f.lineTo(14.5, 13.5);
+    f.lineTo(0.5, 13.5);
+    f.closeSubpath();
+    p.drawPath(f);
+}
+
+} // namespace
+
+QIcon ToolPicture(Tool tool) {
+    switch (tool) {
+    case Tool::Search: // a folder under a magnifying glass
+        return Make([](QPainter& p) {
+            Folder(p);
+            p.setPen(QPen(QColor(0x37, 0x47, 0x4F), 1.6));
+            p.setBrush(QColor(0xE1, 0xF5, 0xFE));
+            p.drawEllipse(QPointF(9, 8), 3.6, 3.6);
+            p.setPen(QPen(QColor(0x37, 0x47, 0x4F), 2.2, Qt::SolidLine, Qt::RoundCap));
+            p.drawLine(QPointF(11.8, 10.8), QPointF(15, 14.5));
+        });
+    case Tool::Modify: // the record's card
+        return Make([](QPainter& p) {
+            Disc(p, QColor(0x1E, 0x88, 0xE5));
+            Letter(p, QStringLiteral("i"), Qt::white, 11);
+        });
+    case Tool::Reorder: // files moving into folders
+        return Make([](QPainter& p) {
+            Folder(p);
+            p.setPen(
+                QPen(QColor(0x2E, 0x7D, 0x32), 1.8, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+            p.drawLine(QPointF(4, 9), QPointF(11, 9));
+            p.drawPolyline(QPolygonF({QPointF(8.5, 6.5), QPointF(11, 9), QPointF(8.5, 11.5)}));
+        });
+    case Tool::Options: // a cog
+        return Make([](QPainter& p) {
+            QPainterPath cog;
+            for (int i = 0; i < 16; ++i) {
+                const double a = i * M_PI / 8;
+                const double r = (i / 2) % 2 ? 5.2 : 7.2;
+                const QPointF pt(8 + r * std::cos(a), 8 + r * std::sin(a));
+                if (i == 0)
+                    cog.moveTo(pt);
+                else
+                    cog.lineTo(pt);
+            }
+            cog.closeSubpath();
+            cog.addEllipse(QPointF(8, 8), 2.2, 2.2);
+            cog.setFillRule(Qt::OddEvenFill);
+            p.setPen(QPen(QColor(0x37, 0x47, 0x4F), 0.8));
+            p.setBrush(QColor(0x90, 0xA4, 0xAE));
+            p.drawPath(cog);
+        });
+    case Tool::Empty: // a bin
+        return Make([](QPainter& p) {
+            p.setPen(QPen(QColor(0x8E, 0x24, 0x24), 0.9));
+            p.setBrush(QColor(0xEF, 0x53, 0x50));
+            p.drawRect(QRectF(3.5, 4.5, 9, 10.5));
+            p.drawRect(QRectF(2, 2.5, 12, 2));
+            p.drawRect(QRectF(6, 1, 4, 1.5));
+            p.setPen(QPen(Qt::white, 1));
+            for (double x : {6.0, 8.0, 10.0})
+                p.drawLine(QPointF(x, 6.5), QPointF(x, 13));
+        });
+    case Tool::Compare: // two tapes
+        return Make([](QPainter& p) {
+            p.save();
+            p.translate(-2, -2);
+            p.scale(0.8, 0.8);
+            Cassette(p, QColor(0x90, 0xA4, 0xAE), QColor(0x37, 0x47, 0x4F));
+            p.restore();
+            p.translate(3, 3);
+            p.scale(0.8, 0.8);
+            Cassette(p, QColor(0x42, 0x42, 0x42), QColor(0x21, 0x21, 0x21));
+        });
+    case Tool::ImportWeb: // a page from the web
+        return Make([](QPainter& p) {
+            Sheet(p, Qt::white);
+            p.setPen(QPen(QColor(0x00, 0x89, 0x7B), 1));
+            p.setBrush(QColor(0xB2, 0xDF, 0xDB));
+            p.drawEllipse(QPointF(8, 10), 3.5, 3.5);
+            p.drawLine(QPointF(4.5, 10), QPointF(11.5, 10));
+            p.drawEllipse(QPointF(8, 10), 1.5, 3.5);
+        });
+    }
+    return {};
+}
+
 } // namespace cintal::Pictures

@@ -15,4 +15,8 @@ IconSet FormatIcon();
 // The program's icon: a cassette.
 QIcon AppIcon();
 
+// The pictures of the main window's buttons, by the button's name.
+enum class Tool { Search, Modify, Reorder, Options, Empty, Compare, ImportWeb };
+QIcon ToolPicture(Tool tool);
+
 } // namespace cintal::Pictures

@@ -62,6 +62,7 @@ Principal::Principal(QWidget* parent) : QMainWindow(parent) {
     ImageListFrom = Pictures::ImageListFrom();
     FormatIcon = Pictures::FormatIcon();
     BuildLayout();
+    BuildCommands();
     Grids::HaveItBox = ChckHaveIt;
     Grids::FormatIcon = &FormatIcon;
     connect(ChckHaveIt, &QCheckBox::toggled, this, [this] { ChckHaveIt_Click(); });
@@ -89,10 +90,6 @@ void Principal::BuildLayout() {
     Toolbar->setObjectName("Toolbar");
     Toolbar->setMovable(false);
     Toolbar->setIconSize(QSize(24, 24));
-    CmdModify = Toolbar->addAction(QStringLiteral("Información"));
-    CmdModify->setObjectName("CmdModify");
-    CmdModify->setToolTip(QStringLiteral("Información del registro"));
-    CmdModify->setEnabled(false);
 
     // Left: the titles.
     ComboRegistro = new QComboBox;

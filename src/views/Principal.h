@@ -10,10 +10,12 @@
 #include <QComboBox>
 #include <QLabel>
 #include <QMainWindow>
+#include <QMenu>
 #include <QRadioButton>
 #include <QSplitter>
 #include <QToolBar>
 #include <array>
+#include <functional>
 
 namespace cintal {
 
@@ -43,7 +45,22 @@ public:
     std::array<QRadioButton*, 4> OptDatos;
     QCheckBox* ChckHaveIt;
     QToolBar* Toolbar;
+    QAction* CmdSearch;
     QAction* CmdModify;
+    QAction* Command3;
+    QAction* Command7;
+    QAction* CmdLimpiaEmpty;
+    QAction* Command2;
+    QAction* ImportaWOS;
+    QMenu* Menupop;
+    QAction* mnuAddDBfile;
+    QAction* mnuInfoseek;
+    QAction* MnuTipShop;
+    QAction* mnuDelTitle;
+    QMenu* Menupop2;
+    QAction* mnuDelFile;
+    QAction* mnuRenombra;
+    QAction* mnuTap2Tzx;
     IconSet ImageListFrom;
     IconSet FormatIcon;
 
@@ -60,13 +77,40 @@ public:
     // Fits a picture into the box of 3840 x 2880 twips, centred.
     void ShowScaled(const QString& path);
 
+    void CmdSearch_Click();
+    void CmdModify_Click();
+    void Command2_Click() {}
+    void Command3_Click() {}
+    void Command7_Click() {}
+    void ImportaWOS_Click() {}
+    void CmdLimpiaEmpty_Click();
+    void AddFileByHand();
+    void mnuAddDBfile_Click() { AddFileByHand(); }
+    void mnuInfoseek_Click();
+    void MnuTipShop_Click();
+    void mnuDelTitle_Click();
+    void mnuDelFile_Click();
+    void mnuRenombra_Click() {}
+    void mnuTap2Tzx_Click();
+
+    // The file dialog of AddFileByHand: given the filter, gives the chosen
+    // path or nothing. Tests put their own choice here.
+    std::function<QString(const QString& filter)> ChooseFile;
+    // The filter of AddFileByHand, as the collection's users know it.
+    static const QString kAddFileFilter;
+
     // The screen file SCRImage1 was last given.
     QString ScreenFile() const { return SCRImage1->File(); }
 
 private:
     void BuildLayout();
     void FitTitlesPane();
+    void BuildCommands();
     void LookupSideFile(int option, int kind);
+    void OpenAddress(const QString& address);
+    void PaintTitleRow(const QColor& back, const QColor& fore);
+    QString SelectedTitleCell(const char* key) const;
+    QString SelectedFilePath() const;
     void ShowScreen(const QString& path);
     void MarkOption(int option, bool found);
 

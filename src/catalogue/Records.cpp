@@ -1,0 +1,195 @@
+#include "catalogue/Records.h"
+
+#include "catalogue/Comunes.h"
+#include "catalogue/Store.h"
+#include "catalogue/Titles.h"
+#include "tape/Cp1252.h"
+#include "tape/Prompt.h"
+#include "tape/SafeWrite.h"
+#include "tape/TZXFunct.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+namespace cintal::Comunes {
+
+namespace {
+
+QString Text(const std::string& cp1252) {
+    return QString::fromStdString(Cp1252ToUtf8(cp1252));
+}
+
+// Ends a command that hit a store failure: nothing half-done stays in memory.
+bool Failed() {
+    Store::Rollback();
+    ReloadRegisters();
+    return false;
+}
+
+} // namespace
+
+void ReloadRegisters() {
+    QuietErrors quiet; // the failure that brought us here has been shown already
+    LoadPaths();
+    LoadPublishers();
+}
+
+qint64 AddPublisher(const QString& name) {
+    QSqlQuery q = Store::NewQuery();
+    if (!Store::Exec(q, "SELECT count(*) FROM Publishers")) return -1;
+    const bool empty = q.next() && NumberOf(q.value(0)) == 0;
+    q.finish();
+    if (empty) {
+        if (!Store::Begin()) return -1;
+        if (!Store::Run("INSERT INTO Publishers (IdPub, PublisherName) VALUES (0, ?)",
+                        {QStringLiteral("- Desconocido -")}) ||
+            !Store::Run("INSERT INTO Publishers (IdPub, PublisherName) VALUES (1, ?)", {name}) ||
+            !Store::Commit()) {
+            Failed();
+            return -1;
+        }
+        return 1;
+    }
+    const qint64 id = static_cast<qint64>(PublisherNames.size());
+    if (!Store::Run("INSERT INTO Publishers (IdPub, PublisherName) VALUES (?, ?)", {id, name})) {
+        ReloadRegisters();
+        return -1;
+    }
+    return id;
+}
+
+qint64 FindPathIndex(const QString& dir) {
+    const QString wanted = dir.toLower();
+    for (int n = 1; n < PathTable.Count(); ++n)
+        if (PathTable.Dir(n).toLower() == wanted) return n;
+    return 0;
+}
+
+bool AddPath(const QString& dir) {
+    const int top = PathTable.Count() - 1;
+    qint64 number = 0;
+    if (top < 1) {
+        number = 1;
+    } else {
+        for (int n = 1; n <= top && !number; ++n) {
+            if (PathTable.Number(n).isEmpty()) {
+                number = n;
+                Ask(std::to_string(n));
+            }
+        }
+        if (!number) number = top + 1;
+    }
+    if (!Store::Run("INSERT INTO Paths (PathIndex, GameDir) VALUES (?, ?)", {number, dir}))
+        return Failed();
+    return LoadPaths();
+}
+
+bool FileInDB(const QString& name, const QString& extension, qint64 pathIndex) {
+    QSqlQuery q = Store::NewQuery();
+    if (!Store::Exec(q,
+                     "SELECT FileName FROM tFiles WHERE FileName = ? AND Extension = ? AND "
+                     "PathIndex = ? LIMIT 1",
+                     {name, extension, pathIndex}))
+        return false;
+    return q.next();
+}
+
+bool AddFileToTitle(qint64 titleId, const QString& path) {
+    CurTape = std::make_unique<TZXTape>();
+    const std::string p = path.toStdString();
+    const QString folder = QString::fromStdString(DirOf(p));
+    if (FindPathIndex(folder) == 0 && (!AddPath(folder) || !LoadPaths())) {
+        CurTape.reset();
+        return false;
+    }
+    const qint64 pathIndex = FindPathIndex(folder);
+    const QString name = QString::fromStdString(FileNameOf(p));
+    const QString extension = QString::fromStdString(ExtensionOf(p));
+    if (FileInDB(name, extension, pathIndex)) {
+        CurTape.reset();
+        return false;
+    }
+    CurTape->FileName = p;
+    CurTape->ReadTape();
+    const ArchiveInfo& info = CurTape->ArchiveInfo();
+    const QString lang = Text(info.iLang);
+    const bool ok =
+        Store::Begin() &&
+        Store::Run("INSERT INTO tFiles (TitleId, FileName, Extension, PathIndex, Origscreen, "
+                   "FileSize, Origin, IdLang, LoadSchema, HaveIt) "
+                   "VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, 1)",
+                   {titleId, name, extension, pathIndex, info.fOriginalScreen ? 1 : 0,
+                    QFileInfo(path).size(), Text(info.iOrigin).left(50),
+                    lang.isEmpty() ? QVariant() : QVariant(lang.left(3)), Text(info.iSchema)}) &&
+        Store::Run("UPDATE Titles SET HaveIt = 1 WHERE TitleId = ?", {titleId}) && Store::Commit();
+    CurTape.reset();
+    return ok ? true : Failed();
+}
+
+qint64 FindTitle(qint64 idPub) {
+    const QString name = StoredTitleName(Text(Info().iName));
+    Info().iName = Utf8ToCp1252(name.toStdString());
+    QSqlQuery q = Store::NewQuery();
+    if (!Store::Exec(q, "SELECT TitleId FROM Titles WHERE Name = ? AND IdPub = ? LIMIT 1",
+                     {name, idPub}))
+        return 0;
+    return q.next() ? NumberOf(q.value(0)) : 0;
+}
+
+bool DelFileRecord(qint64 fileId, qint64 titleId, bool moreFiles) {
+    QSqlQuery q = Store::NewQuery();
+    if (!Store::Exec(q, "DELETE FROM tFiles WHERE FileId = ?", {fileId})) return Failed();
+    if (q.numRowsAffected() < 1) return false;
+    if (!moreFiles && !Store::Run("UPDATE Titles SET HaveIt = 0 WHERE TitleId = ?", {titleId}))
+        return Failed();
+    return true;
+}
+
+bool DelTitleRecord(qint64 titleId) {
+    QSqlQuery q = Store::NewQuery();
+    if (!Store::Exec(q, "DELETE FROM Titles WHERE TitleId = ?", {titleId})) return Failed();
+    return q.numRowsAffected() > 0;
+}
+
+bool EmptyTitles() {
+    if (!Store::Run("DELETE FROM Titles")) return Failed();
+    return true;
+}
+
+} // namespace cintal::Comunes
+
+namespace cintal {
+
+namespace {
+QString Plus(QString text) {
+    return text.replace(QLatin1Char(' '), QLatin1Char('+'));
+}
+} // namespace
+
+QString InfoseekAddress(const QString& title, const QString& publisher) {
+    QString address = "https://www.worldofspectrum.org/infoseek.cgi?regexp=^" + Plus(title);
+    const QString pub = Plus(publisher);
+    if (!pub.isEmpty() && pub != QLatin1String("-+Desconocida+-")) address += "&pub=^" + pub;
+    return address;
+}
+
+QString TipShopAddress(const QString& title) {
+    return "https://www.the-tipshop.co.uk/cgi-bin/search.pl?name=" + Plus(title);
+}
+
+void DeleteFileFromDisk(const QString& path) {
+    QFile file(path);
+    if (file.exists()) {
+        // Forced: a read-only file goes too.
+        file.setPermissions(file.permissions() | QFileDevice::WriteOwner | QFileDevice::WriteUser);
+        std::string reason;
+        if (!detail::RemoveFile(path.toStdString(), reason)) {
+            Ask(("No se pudo borrar el archivo " + path).toStdString() + ": " + reason, {},
+                Icon::Critical);
+            return;
+        }
+    }
+    Ask("Archivo borrado", {}, Icon::Information);
+}
+
+} // namespace cintal

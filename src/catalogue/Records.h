@@ -1,0 +1,53 @@
+#pragma once
+// Titles and files entering and leaving the catalogue one at a time, and the
+// registers growing with them.
+
+#include <QString>
+
+namespace cintal::Comunes {
+
+// A new publisher row; the caller reloads the register. On an empty table
+// the placeholder "- Desconocido -" takes IdPub 0, the slot of no publisher,
+// and the name takes 1. Returns the new IdPub, or -1 after a store failure.
+qint64 AddPublisher(const QString& name);
+
+// The folder's PathIndex (the lowest, folding case), or 0 if unknown.
+qint64 FindPathIndex(const QString& dir);
+
+// A new Paths row, in the first free number (told in a plain box when it
+// fills a gap); reloads the register. False after a store failure.
+bool AddPath(const QString& dir);
+
+// Adds the file at path to the title. False if it was in the catalogue
+// already, or the store failed (which has been reported).
+bool AddFileToTitle(qint64 titleId, const QString& path);
+
+bool FileInDB(const QString& name, const QString& extension, qint64 pathIndex);
+
+// The title named CurInfo.iName (cleaned, and left cleaned there) with that
+// publisher, or 0.
+qint64 FindTitle(qint64 idPub);
+
+bool DelFileRecord(qint64 fileId, qint64 titleId, bool moreFiles);
+bool DelTitleRecord(qint64 titleId);
+
+// Deletes every title; files, folders and publishers stay. False after a
+// store failure.
+bool EmptyTitles();
+
+// After a store failure in the middle of a command, memory follows the store.
+void ReloadRegisters();
+
+} // namespace cintal::Comunes
+
+namespace cintal {
+
+// The two web look-ups of a title: blanks become "+", nothing else is encoded.
+QString InfoseekAddress(const QString& title, const QString& publisher);
+QString TipShopAddress(const QString& title);
+
+// Deletes a file from the disk, read-only or not, as the user asked. Shows
+// "Archivo borrado", or why it could not be deleted.
+void DeleteFileFromDisk(const QString& path);
+
+} // namespace cintal

@@ -1,0 +1,241 @@
+// The main window's buttons and popup menus.
+
+#include "catalogue/Comunes.h"
+#include "catalogue/Records.h"
+#include "catalogue/Store.h"
+#include "catalogue/Titles.h"
+#include "platform/PathCase.h"
+#include "platform/Shell.h"
+#include "tape/Prompt.h"
+#include "tape/TapConvert.h"
+#include "views/Pictures.h"
+#include "views/Principal.h"
+
+#include <QDir>
+#include <QFileDialog>
+
+namespace cintal {
+
+const QString Principal::kAddFileFilter = QStringLiteral(
+    "Archivo TZX (*.tzx)|*.tzx|Archivo TAP (*.tap)|*.tap|Archivo Z80 (*.z80)|*.z80|Archivo sna "
+    "(*.sna)|*.sna|Archivo DSK (*.dsk)|*.dsk|Archivo TRD (*.trd)|*.trd|Archivo slt "
+    "(*.slt)|*.slt|Archivo sp (*.sp)|*.sp|");
+
+namespace {
+
+void Tell(const QString& text, Icon icon = Icon::None, const QString& title = {},
+          Buttons buttons = Buttons::Ok) {
+    Ask(text.toStdString(), title.toStdString(), icon, buttons);
+}
+
+bool AskYes(const QString& text, Icon icon, const QString& title = {}) {
+    return Ask(text.toStdString(), title.toStdString(), icon, Buttons::YesNo) == Button::Yes;
+}
+
+// "Description (*.x)|*.x|..." as the desktop's dialog wants it.
+QString QtFilter(const QString& filter) {
+    const QStringList parts = filter.split('|', Qt::SkipEmptyParts);
+    QStringList out;
+    for (int i = 0; i + 1 < parts.size(); i += 2)
+        out << parts[i];
+    return out.join(";;");
+}
+
+} // namespace
+
+void Principal::BuildCommands() {
+    using Pictures::Tool;
+    auto button = [this](QAction*& action, const char* name, Tool tool, const QString& tip) {
+        action = Toolbar->addAction(Pictures::ToolPicture(tool), tip);
+        action->setObjectName(name);
+        action->setToolTip(tip);
+    };
+    button(CmdSearch, "CmdSearch", Tool::Search, QStringLiteral("Buscar archivos en disco"));
+    button(CmdModify, "CmdModify", Tool::Modify, QStringLiteral("Información del registro"));
+    button(Command3, "Command3", Tool::Reorder, QStringLiteral("Reordenar colección"));
+    button(Command7, "Command7", Tool::Options, QStringLiteral("Opciones"));
+    button(CmdLimpiaEmpty, "CmdLimpiaEmpty", Tool::Empty, QStringLiteral("Vacía la base de datos"));
+    button(Command2, "Command2", Tool::Compare, QStringLiteral("Comparar cintas"));
+    Command2->setToolTip(QString());
+    button(ImportaWOS, "ImportaWOS", Tool::ImportWeb, QString());
+    CmdModify->setEnabled(false);
+    // Nothing shows these two: their windows are not for users yet.
+    for (QAction* hidden : {Command2, ImportaWOS}) {
+        hidden->setVisible(false);
+        hidden->setEnabled(false);
+    }
+    connect(CmdSearch, &QAction::triggered, this, &Principal::CmdSearch_Click);
+    connect(CmdModify, &QAction::triggered, this, &Principal::CmdModify_Click);
+    connect(Command3, &QAction::triggered, this, &Principal::Command3_Click);
+    connect(Command7, &QAction::triggered, this, &Principal::Command7_Click);
+    connect(CmdLimpiaEmpty, &QAction::triggered, this, &Principal::CmdLimpiaEmpty_Click);
+    connect(Command2, &QAction::triggered, this, &Principal::Command2_Click);
+    connect(ImportaWOS, &QAction::triggered, this, &Principal::ImportaWOS_Click);
+
+    Menupop = new QMenu(this);
+    Menupop->setObjectName("Menupop");
+    mnuAddDBfile = Menupop->addAction(QStringLiteral("Añadir archivo..."));
+    mnuInfoseek = Menupop->addAction(QStringLiteral("Infoseek"));
+    MnuTipShop = Menupop->addAction(QStringLiteral("The TipShop"));
+    mnuDelTitle = Menupop->addAction(QStringLiteral("Elimina registro"));
+    Menupop2 = new QMenu(this);
+    Menupop2->setObjectName("Menupop2");
+    mnuDelFile = Menupop2->addAction(QStringLiteral("Elimina registro"));
+    mnuRenombra = Menupop2->addAction(QStringLiteral("Renombra archivo"));
+    mnuTap2Tzx = Menupop2->addAction(QStringLiteral("Convertir en TZX"));
+    connect(mnuAddDBfile, &QAction::triggered, this, &Principal::mnuAddDBfile_Click);
+    connect(mnuInfoseek, &QAction::triggered, this, &Principal::mnuInfoseek_Click);
+    connect(MnuTipShop, &QAction::triggered, this, &Principal::MnuTipShop_Click);
+    connect(mnuDelTitle, &QAction::triggered, this, &Principal::mnuDelTitle_Click);
+    connect(mnuDelFile, &QAction::triggered, this, &Principal::mnuDelFile_Click);
+    connect(mnuRenombra, &QAction::triggered, this, &Principal::mnuRenombra_Click);
+    connect(mnuTap2Tzx, &QAction::triggered, this, &Principal::mnuTap2Tzx_Click);
+
+    connect(GridTitles, &Grid::RightButton, this, [this](const QPoint& at) { Menupop->popup(at); });
+    connect(GridFiles, &Grid::RightButton, this, [this](const QPoint& at) {
+        if (GridFiles->SelectedRow() > 0) Menupop2->popup(at);
+    });
+    connect(GridTitles, &Grid::RowDoubleClicked, this, [this] { CmdModify_Click(); });
+
+    ChooseFile = [this](const QString& filter) {
+        return QFileDialog::getOpenFileName(this, QString(), QString(), QtFilter(filter));
+    };
+}
+
+QString Principal::SelectedTitleCell(const char* key) const {
+    const int row = GridTitles->SelectedRow();
+    return row > 0 ? GridTitles->CellText(row, GridTitles->ColumnIndex(key)) : QString();
+}
+
+// The selected file on disk, found ignoring case; empty when its folder is unknown.
+QString Principal::SelectedFilePath() const {
+    const int row = GridFiles->SelectedRow();
+    if (row < 1) return {};
+    const QString dir = GridFiles->CellText(row, GridFiles->ColumnIndex("ColPath"));
+    if (dir.isEmpty()) return {};
+    const QString name = GridFiles->CellText(row, GridFiles->ColumnIndex("ColFileName"));
+    const QString found = FindIgnoringCase(dir, {name});
+    return found.isEmpty() ? QDir(dir).filePath(name) : found;
+}
+
+void Principal::PaintTitleRow(const QColor& back, const QColor& fore) {
+    const int row = GridTitles->SelectedRow();
+    if (row < 1) return;
+    for (int col = 1; col <= GridTitles->Columns(); ++col) {
+        GridTitles->SetCellBackColor(row, col, back);
+        GridTitles->SetCellForeColor(row, col, fore);
+    }
+}
+
+void Principal::CmdSearch_Click() {}
+
+void Principal::CmdModify_Click() {
+    bool tape = false;
+    if (GridTitles->SelectedRow() > 0) {
+        const int col = GridFiles->ColumnIndex("ColExtension");
+        for (int row = 1; row <= GridFiles->Rows() && !tape; ++row)
+            tape = GridFiles->CellText(row, col).toLower() == QLatin1String("tzx");
+    }
+    // The inspector and the title dialog come later; until then, say which.
+    if (tape)
+        Tell(QStringLiteral("Aquí se abrirá el inspector de cintas (Info)."), Icon::Information,
+             QStringLiteral("Info"));
+    else
+        Tell(QStringLiteral("Aquí se abrirá el diálogo del título (TitleInfo)."), Icon::Information,
+             QStringLiteral("TitleInfo"));
+}
+
+void Principal::AddFileByHand() {
+    const QString titleId = SelectedTitleCell("ColTitleId");
+    if (titleId.isEmpty()) return;
+    const QString path = ChooseFile ? ChooseFile(kAddFileFilter) : QString();
+    if (path.isEmpty()) return;
+    const int failures = Store::Failures();
+    if (Comunes::AddFileToTitle(titleId.toLongLong(), path)) {
+        Grids::FillFiles(titleId, *GridFiles);
+        Tell(QStringLiteral("Archivo Agregado"), Icon::Information);
+        PaintTitleRow(Grids::ColourOwnedBack(), Grids::ColourOwnedFore());
+    } else if (Store::Failures() == failures) {
+        Tell(QStringLiteral("Ya existe"));
+    }
+}
+
+void Principal::OpenAddress(const QString& address) {
+    if (!Shell::Current().Open(address))
+        Tell("No se puede abrir el navegador para " + address, Icon::Exclamation);
+}
+
+void Principal::mnuInfoseek_Click() {
+    OpenAddress(InfoseekAddress(LabelNombre->text(), LabelCompany->text()));
+}
+
+void Principal::MnuTipShop_Click() {
+    OpenAddress(TipShopAddress(LabelNombre->text()));
+}
+
+void Principal::mnuDelTitle_Click() {
+    const int row = GridTitles->SelectedRow();
+    if (row < 1) return;
+    const QString id = SelectedTitleCell("ColTitleId");
+    const QString name = SelectedTitleCell("ColName");
+    if (!AskYes("¿Desea eliminar la entrada \"" + id + " - " + name + "\"?", Icon::Critical,
+                QStringLiteral("Eliminar registro")))
+        return;
+    const int failures = Store::Failures();
+    Comunes::DelTitleRecord(id.toLongLong());
+    if (Store::Failures() != failures) return;
+    Tell(QStringLiteral("Registro eliminado"), Icon::Information);
+    // The combo keeps the order of the load: the item at the row's number goes.
+    ComboRegistro->removeItem(row - 1);
+    GridTitles->RemoveRow(row);
+    ComboRegistro->setCurrentIndex(GridTitles->SelectedRow() - 1);
+    GridFiles->Clear(false);
+}
+
+void Principal::mnuDelFile_Click() {
+    const int row = GridFiles->SelectedRow();
+    if (row < 1) return;
+    const bool moreFiles = GridFiles->Rows() > 1;
+    const QString dir = GridFiles->CellText(row, GridFiles->ColumnIndex("ColPath"));
+    const QString name = GridFiles->CellText(row, GridFiles->ColumnIndex("ColFileName"));
+    if (!AskYes("¿Desea eliminar la entrada \"" + QDir(dir).filePath(name) + "\"?", Icon::Critical,
+                QStringLiteral("Eliminar registro")))
+        return;
+    const int failures = Store::Failures();
+    Comunes::DelFileRecord(
+        GridFiles->CellText(row, GridFiles->ColumnIndex("ColFileId")).toLongLong(),
+        SelectedTitleCell("ColTitleId").toLongLong(), moreFiles);
+    if (Store::Failures() != failures) return;
+    const QString path = SelectedFilePath();
+    if (AskYes(QStringLiteral("¿Eliminar también físicamente el archivo del disco duro?"),
+               Icon::Critical, QStringLiteral("Eliminar registro")) &&
+        !path.isEmpty())
+        DeleteFileFromDisk(path);
+    else
+        Tell(QStringLiteral("Registro eliminado"), Icon::Information);
+    GridFiles->RemoveRow(row);
+    if (!moreFiles) PaintTitleRow(Grids::ColourMissingBack, Grids::ColourMissingFore);
+}
+
+void Principal::CmdLimpiaEmpty_Click() {
+    if (!AskYes(QStringLiteral("esto borrará la base de datos"), Icon::Exclamation)) return;
+    const int failures = Store::Failures();
+    if (!Comunes::EmptyTitles() || Store::Failures() != failures) return;
+    Grids::FillTitles(Parts(), kOrderByName);
+}
+
+void Principal::mnuTap2Tzx_Click() {
+    const QString tap = SelectedFilePath();
+    const QString titleId = SelectedTitleCell("ColTitleId");
+    if (tap.isEmpty() || titleId.isEmpty()) return;
+    std::string made;
+    if (!ConvertTapToTzx(tap.toStdString(), &made)) return;
+    const QString tzx = QString::fromStdString(made);
+    const int failures = Store::Failures();
+    Comunes::AddFileToTitle(titleId.toLongLong(), tzx);
+    if (Store::Failures() != failures) return;
+    Grids::FillFiles(titleId, *GridFiles);
+    Tell("Archivo convertido: " + tzx, Icon::Information);
+}
+
+} // namespace cintal
