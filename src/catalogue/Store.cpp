@@ -53,6 +53,7 @@ const char* kSchema[] = {
 bool quiet = false;
 QString lastError;
 int failures = 0;
+int depth = 0;
 
 const QStringList kTables = {"Titles", "tFiles", "Paths", "Publishers"};
 
@@ -150,6 +151,7 @@ bool Store::Open(const QString& path, QString* reason) {
 }
 
 void Store::Close() {
+    depth = 0;
     if (QSqlDatabase::contains(kConnection)) {
         {
             QSqlDatabase db = QSqlDatabase::database(kConnection, false);
@@ -201,8 +203,12 @@ qint64 Store::LastInsertId(const QSqlQuery& query) {
     return query.lastInsertId().toLongLong();
 }
 
+// Transactions nest: the rows of one scanned file go in one transaction,
+// and the register operations it calls may open their own inside it.
 bool Store::Begin() {
+    if (depth++ > 0) return true;
     if (!Db().transaction()) {
+        depth = 0;
         ReportError(ErrorText(Db().lastError()));
         return false;
     }
@@ -210,6 +216,8 @@ bool Store::Begin() {
 }
 
 bool Store::Commit() {
+    if (depth == 0) return true;
+    if (--depth > 0) return true;
     if (!Db().commit()) {
         ReportError(ErrorText(Db().lastError()));
         Db().rollback();
@@ -219,6 +227,8 @@ bool Store::Commit() {
 }
 
 void Store::Rollback() {
+    if (depth == 0) return;
+    depth = 0;
     Db().rollback();
 }
 

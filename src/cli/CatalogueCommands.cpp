@@ -1,5 +1,6 @@
 #include "cli/CatalogueCommands.h"
 
+#include "acquisition/Scanner.h"
 #include "catalogue/Comunes.h"
 #include "catalogue/Records.h"
 #include "catalogue/Store.h"
@@ -98,6 +99,49 @@ int Add(const std::vector<std::string>& args, std::ostream& out, std::ostream& e
     if (Store::Failures() != failures) return 2;
     out << "Ya existe\n";
     return 1;
+}
+
+int Scan(const std::vector<std::string>& args, std::ostream& out, std::ostream& err) {
+    QString db, folder;
+    for (std::size_t i = 1; i < args.size(); ++i) {
+        if (args[i] == "--db" && i + 1 < args.size())
+            db = QString::fromStdString(args[++i]);
+        else if (folder.isEmpty() && !args[i].empty() && args[i][0] != '-')
+            folder = QString::fromStdString(args[i]);
+        else {
+            err << "cintal-cli: argumento inesperado " << args[i] << "\n";
+            return 2;
+        }
+    }
+    if (folder.isEmpty()) {
+        err << "Uso: cintal-cli scan CARPETA [--db CATÁLOGO]\n";
+        return 2;
+    }
+    if (!QFileInfo(folder).isDir()) {
+        err << "No existe la carpeta " << folder.toStdString() << "\n";
+        return 2;
+    }
+    if (db.isEmpty()) db = Comunes::DefaultDbPath();
+    QString reason;
+    if (!Comunes::InitGlobals(db, &reason)) {
+        err << "No se puede abrir el catálogo " << db.toStdString() << ": " << reason.toStdString()
+            << "\n";
+        return 2;
+    }
+    Scanner scanner;
+    const Scanner::Result result = scanner.Run(QFileInfo(folder).absoluteFilePath());
+    const ScanCounters& c = scanner.counters;
+    out << "Total encontrados: " << c.Total << "\n"
+        << "Total procesados: " << c.Parcial << "\n"
+        << "A entradas nuevas: " << c.Creada << "\n"
+        << "A entradas existentes: " << c.Agregada << "\n"
+        << "Archivos omitidos: " << c.Omitida << "\n"
+        << "Compañías agregadas: " << c.NwComp << "\n"
+        << "Tiempo empleado: " << Scanner::FormatElapsed(scanner.elapsedMs).toStdString() << "\n"
+        << scanner.Estado.toStdString() << "\n";
+    for (const ScanWarning& w : scanner.warnings)
+        err << w.path.toStdString() << ": " << w.text.toStdString() << "\n";
+    return result == Scanner::Result::StoreFailed ? 2 : 0;
 }
 
 } // namespace cintal::cli

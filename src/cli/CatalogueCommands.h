@@ -14,4 +14,8 @@ int Titles(const std::vector<std::string>& args, std::ostream& out, std::ostream
 // `add --title ID FILE [--db FILE]`: a file added to a title, as by hand.
 int Add(const std::vector<std::string>& args, std::ostream& out, std::ostream& err);
 
+// `scan FOLDER [--db FILE]`: the disk scan, its counters on standard output
+// and its warnings on standard error.
+int Scan(const std::vector<std::string>& args, std::ostream& out, std::ostream& err);
+
 } // namespace cintal::cli

@@ -26,6 +26,8 @@ const char* kHelp =
     "  titles [--db ARCHIVO]    muestra los títulos del catálogo por orden de nombre\n"
     "  add --title ID ARCHIVO [--db CATÁLOGO]\n"
     "                           añade un archivo al título ID, como \"Añadir archivo...\"\n"
+    "  scan CARPETA [--db CATÁLOGO]\n"
+    "                           añade al catálogo las cintas TZX nuevas bajo la carpeta\n"
     "  --help                   muestra esta ayuda\n"
     "\n"
     "Los avisos del programa se escriben en la salida de errores.\n";
@@ -162,10 +164,11 @@ int Run(const std::vector<std::string>& args, std::ostream& out, std::ostream& e
         return args.empty() ? 2 : 0;
     }
     const std::string& command = args[0];
-    if (command == "init" || command == "titles" || command == "add") {
+    if (command == "init" || command == "titles" || command == "add" || command == "scan") {
         CliPrompt prompt(err, false);
         PromptScope scope(prompt);
         if (command == "add") return Add(args, out, err);
+        if (command == "scan") return Scan(args, out, err);
         return command == "init" ? Init(args, out, err) : Titles(args, out, err);
     }
     bool yes = false;

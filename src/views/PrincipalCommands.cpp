@@ -1,5 +1,6 @@
 // The main window's buttons and popup menus.
 
+#include "acquisition/BuscarDirs.h"
 #include "catalogue/Comunes.h"
 #include "catalogue/Records.h"
 #include "catalogue/Store.h"
@@ -127,7 +128,11 @@ void Principal::PaintTitleRow(const QColor& back, const QColor& fore) {
     }
 }
 
-void Principal::CmdSearch_Click() {}
+void Principal::CmdSearch_Click() {
+    BuscarDirs window(this);
+    window.exec();
+    Grids::FillTitles(Parts(), QString());
+}
 
 void Principal::CmdModify_Click() {
     bool tape = false;

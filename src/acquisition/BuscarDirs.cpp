@@ -1,0 +1,207 @@
+#include "acquisition/BuscarDirs.h"
+
+#include "catalogue/Settings.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QFileInfo>
+#include <QFileSystemModel>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QLabel>
+#include <QListWidget>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QTimer>
+#include <QTreeView>
+#include <QVBoxLayout>
+
+namespace cintal {
+
+namespace {
+
+QLabel* Counter(const QString& text) {
+    auto* l = new QLabel(text);
+    l->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    l->setMinimumWidth(70);
+    return l;
+}
+
+// The root of a folder: the nearest thing to a drive on this system.
+QString RootOf(const QString& path) {
+    return QDir(path).isRoot() ? path : QDir::rootPath();
+}
+
+} // namespace
+
+BuscarDirs::BuscarDirs(QWidget* parent) : QDialog(parent) {
+    setObjectName("BuscarDirs");
+    setWindowTitle(QStringLiteral("Agregar archivos"));
+    resize(860, 560);
+
+    folders = new QFileSystemModel(this);
+    folders->setFilter(QDir::Dirs | QDir::NoDotAndDotDot | QDir::Drives);
+    folders->setRootPath(QDir::rootPath());
+    Dir1 = new QTreeView;
+    Dir1->setObjectName("Dir1");
+    Dir1->setModel(folders);
+    for (int c = 1; c < folders->columnCount(); ++c)
+        Dir1->hideColumn(c);
+    Dir1->header()->hide();
+    connect(Dir1, &QTreeView::clicked, this,
+            [this](const QModelIndex& i) { Dir1_Click(folders->filePath(i)); });
+    // The tree fills itself in the background: open it down to the chosen
+    // folder as the levels arrive.
+    connect(folders, &QFileSystemModel::directoryLoaded, this, [this](const QString& loaded) {
+        if (dir1Path == loaded || dir1Path.startsWith(loaded)) RevealChosen();
+    });
+    LabelRuta = new QLabel;
+    LabelRuta->setObjectName("LabelRuta");
+    LabelRuta->setTextInteractionFlags(Qt::TextSelectableByMouse);
+
+    List1 = new QListWidget;
+    List1->setObjectName("List1");
+    List2 = new QListWidget;
+    List2->setObjectName("List2");
+    CommandSelecciona = new QPushButton(QStringLiteral("Agregar nuevos programas"));
+    CommandSelecciona->setObjectName("CommandSelecciona");
+    connect(CommandSelecciona, &QPushButton::clicked, this, &BuscarDirs::CommandSelecciona_Click);
+
+    Frame1 = new QGroupBox(QStringLiteral("Archivos agregados"));
+    Frame1->setObjectName("Frame1");
+    LabelTotal = Counter("0");
+    LabelParcial = Counter("0");
+    LabelCreada = Counter("0");
+    LabelAgregada = Counter("0");
+    LabelOmitida = Counter("0");
+    LabelNwComp = Counter("0");
+    LabelTiempo = Counter("0:00:00");
+    Label1 = new QLabel(QStringLiteral("Archivos con info:"));
+    Label7 = Counter("0");
+    Label1->hide();
+    Label7->hide();
+    auto* grid = new QGridLayout(Frame1);
+    const std::pair<const char*, QLabel*> rows[] = {
+        {"Total encontrados:", LabelTotal},   {"Total procesados:", LabelParcial},
+        {"A entradas nuevas:", LabelCreada},  {"A entradas existentes:", LabelAgregada},
+        {"Archivos omitidos:", LabelOmitida}, {"Compañías agregadas:", LabelNwComp},
+        {"Tiempo empleado:", LabelTiempo}};
+    int r = 0;
+    for (const auto& [caption, label] : rows) {
+        grid->addWidget(new QLabel(QString::fromUtf8(caption)), r, 0);
+        grid->addWidget(label, r++, 1);
+    }
+    grid->addWidget(Label1, r, 0);
+    grid->addWidget(Label7, r, 1);
+
+    LabelEstado = new QLabel(QStringLiteral("Estado"));
+    LabelEstado->setObjectName("LabelEstado");
+    ProgressBar1 = new QProgressBar;
+    ProgressBar1->setObjectName("ProgressBar1");
+    ProgressBar1->setValue(0);
+    Avisos = new QListWidget;
+    Avisos->setObjectName("Avisos");
+
+    auto* left = new QVBoxLayout;
+    left->addWidget(new QLabel(QStringLiteral("Carpeta:")));
+    left->addWidget(LabelRuta);
+    left->addWidget(Dir1, 3);
+    left->addWidget(CommandSelecciona);
+    left->addWidget(new QLabel(QStringLiteral("Carpetas:")));
+    left->addWidget(List1, 1);
+    auto* middle = new QVBoxLayout;
+    middle->addWidget(new QLabel(QStringLiteral("Archivos:")));
+    middle->addWidget(List2, 1);
+    auto* right = new QVBoxLayout;
+    right->addWidget(Frame1);
+    right->addWidget(LabelEstado);
+    right->addWidget(ProgressBar1);
+    right->addWidget(new QLabel(QStringLiteral("Avisos")));
+    right->addWidget(Avisos, 1);
+    auto* layout = new QHBoxLayout(this);
+    layout->addLayout(left, 3);
+    layout->addLayout(middle, 3);
+    layout->addLayout(right, 2);
+
+    scanner.onProgress = [this](const Scanner& s) { ShowProgress(s); };
+    Form_Load();
+}
+
+void BuscarDirs::Form_Load() {
+    QString path = GetSetting(QStringLiteral("Caminos"), QStringLiteral("Ruta"));
+    // A saved folder that is gone: start from the user's home.
+    if (path.isEmpty() || !QDir(path).exists()) path = QDir::homePath();
+    dir1Path = QDir(path).absolutePath();
+    LabelRuta->setText(dir1Path);
+    RevealChosen();
+}
+
+void BuscarDirs::RevealChosen() {
+    // Open every level above the folder; each one asks the model to read the
+    // next, and this runs again as it arrives.
+    QString above = dir1Path;
+    QStringList chain;
+    while (!above.isEmpty()) {
+        chain.prepend(above);
+        const QString up = QFileInfo(above).path();
+        if (up == above) break;
+        above = up;
+    }
+    for (const QString& level : chain) {
+        const QModelIndex i = folders->index(level);
+        if (!i.isValid()) return;
+        if (level != dir1Path) Dir1->expand(i);
+    }
+    const QModelIndex at = folders->index(dir1Path);
+    Dir1->setCurrentIndex(at);
+    // Scrolled once the view has laid out the rows that just arrived.
+    QTimer::singleShot(100, this, [this] {
+        Dir1->scrollTo(folders->index(dir1Path), QAbstractItemView::PositionAtCenter);
+    });
+}
+
+void BuscarDirs::Dir1_Click(const QString& path) {
+    dir1Path = path;
+    LabelRuta->setText(path);
+    SaveSetting(QStringLiteral("Caminos"), QStringLiteral("Unidad"), RootOf(path));
+    SaveSetting(QStringLiteral("Caminos"), QStringLiteral("Ruta"), path);
+}
+
+void BuscarDirs::CommandSelecciona_Click() {
+    QApplication::setOverrideCursor(Qt::WaitCursor);
+    listed = -1;
+    List1->clear();
+    List2->clear();
+    Avisos->clear();
+    scanner.Run(dir1Path);
+    QApplication::restoreOverrideCursor();
+}
+
+void BuscarDirs::ShowProgress(const Scanner& s) {
+    const ScanCounters& c = s.counters;
+    LabelTotal->setText(QString::number(c.Total));
+    LabelParcial->setText(QString::number(c.Parcial));
+    LabelCreada->setText(QString::number(c.Creada));
+    LabelAgregada->setText(QString::number(c.Agregada));
+    LabelOmitida->setText(QString::number(c.Omitida));
+    LabelNwComp->setText(QString::number(c.NwComp));
+    LabelTiempo->setText(Scanner::FormatElapsed(s.elapsedMs));
+    LabelEstado->setText(s.Estado);
+    // The lists are shown whole once the walk has made them.
+    if (listed < 0 && s.current >= 0) {
+        List1->addItems(s.List1);
+        List2->addItems(s.List2);
+        ProgressBar1->setRange(0, static_cast<int>(s.List2.size()));
+        listed = 0;
+    }
+    if (s.current >= 0 && s.current < List2->count()) {
+        List2->setCurrentRow(s.current);
+        ProgressBar1->setValue(s.current + 1);
+    }
+    for (std::size_t i = static_cast<std::size_t>(Avisos->count()); i < s.warnings.size(); ++i)
+        Avisos->addItem(s.warnings[i].path + ": " + s.warnings[i].text);
+}
+
+} // namespace cintal

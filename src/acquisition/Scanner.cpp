@@ -1,0 +1,251 @@
+#include "acquisition/Scanner.h"
+
+#include "catalogue/Breathe.h"
+#include "catalogue/Comunes.h"
+#include "catalogue/Records.h"
+#include "catalogue/Store.h"
+#include "platform/PathCase.h"
+#include "tape/Cp1252.h"
+#include "tape/Prompt.h"
+#include "tape/TZXFunct.h"
+
+#include <QDir>
+#include <QFileInfo>
+
+namespace cintal {
+
+namespace {
+
+QString Text(const std::string& cp1252) {
+    return QString::fromStdString(Cp1252ToUtf8(cp1252));
+}
+std::string TapeText(const QString& text) {
+    return Utf8ToCp1252(text.toStdString());
+}
+
+QString VariantText(const Variant& v) {
+    if (const auto* s = std::get_if<std::string>(&v)) return QString::fromStdString(*s);
+    if (const auto* d = std::get_if<double>(&v)) return QString::number(*d, 'f', 0);
+    return {};
+}
+
+// A box that a file's reading or registering would show is kept with the
+// file's path instead: a scan of thousands of tapes never stops on one.
+class CollectingPrompt : public Prompt {
+public:
+    explicit CollectingPrompt(std::vector<ScanWarning>& into) : into(into) {}
+    Button Show(const Message& m) override {
+        into.push_back({path, QString::fromStdString(m.text)});
+        return DefaultAnswer(m.buttons);
+    }
+    QString path;
+
+private:
+    std::vector<ScanWarning>& into;
+};
+
+} // namespace
+
+QString Scanner::FormatElapsed(qint64 ms) {
+    const qint64 s = ms / 1000;
+    return QStringLiteral("%1:%2:%3")
+        .arg(s / 3600)
+        .arg((s / 60) % 60, 2, 10, QLatin1Char('0'))
+        .arg(s % 60, 2, 10, QLatin1Char('0'));
+}
+
+void Scanner::Tell() {
+    elapsedMs = clock.isValid() ? clock.elapsed() : 0;
+    if (onProgress) onProgress(*this);
+}
+
+void Scanner::BuscaDirectorios(const QString& path) {
+    // Hidden folders, links and folders that can't be read are not walked.
+    const QFileInfoList entries =
+        QDir(path).entryInfoList(QDir::Dirs | QDir::NoDotAndDotDot, QDir::Name);
+    for (const QFileInfo& e : entries) {
+        if (e.fileName().startsWith('.') || e.isSymLink() || !e.isReadable() || !e.isExecutable())
+            continue;
+        const QString sub = path + '/' + e.fileName();
+        List1 << sub;
+        BuscaDirectorios(sub);
+    }
+}
+
+void Scanner::BuscaArchivos() {
+    Estado = QStringLiteral("Buscando archivos...");
+    Tell();
+    for (const QString& folder : List1) {
+        // The mask "*.tzx" ignores case: the collection came from a file
+        // system that did. Hidden files are not found.
+        const QFileInfoList files = QDir(folder).entryInfoList(
+            {QStringLiteral("*.tzx")}, QDir::Files, QDir::Name | QDir::IgnoreCase);
+        for (const QFileInfo& f : files) {
+            if (f.fileName().startsWith('.')) continue;
+            List2 << folder + '/' + f.fileName();
+            ++counters.Total;
+            Breathe();
+        }
+    }
+}
+
+Scanner::Result Scanner::Run(const QString& folder) {
+    clock.start();
+    Estado = QStringLiteral("Procesando directorios...");
+    counters.Total = 0;
+    current = -1;
+    warnings.clear();
+    Tell();
+    QString base = folder;
+    while (base.size() > 1 && base.endsWith('/'))
+        base.chop(1);
+    List1.clear();
+    List2.clear();
+    List1 << base;
+    BuscaDirectorios(base);
+    BuscaArchivos();
+    if (List2.isEmpty()) {
+        Estado = QStringLiteral("No hay archivos que agregar");
+        Tell();
+        return Result::NoFiles;
+    }
+    Estado = QStringLiteral("Procesando archivos...");
+    Tell();
+    Comunes::CurTape = std::make_unique<TZXTape>();
+    Result result = Result::Done;
+    for (current = 0; current < List2.size(); ++current) {
+        if (!ProcessFile(List2[current])) {
+            // What this file wrote goes; the files done before it stay.
+            Store::Rollback();
+            result = Result::StoreFailed;
+            break;
+        }
+        Breathe();
+        ++counters.Parcial;
+        Tell();
+    }
+    Comunes::CurTape.reset();
+    if (result == Result::StoreFailed) {
+        Comunes::ReloadRegisters();
+        Estado = QStringLiteral("Error en el catálogo");
+        Tell();
+        Store::ReportError(Store::LastError());
+        return result;
+    }
+    if (!warnings.empty()) Estado = QStringLiteral("Terminado: %1 avisos").arg(warnings.size());
+    Tell();
+    return result;
+}
+
+bool Scanner::ProcessFile(const QString& path) {
+    CollectingPrompt collect(warnings);
+    collect.path = path;
+    PromptScope scope(collect);
+    // Failures of the store are told once, at the end of the run.
+    QuietErrors quiet;
+    const int failures = Store::Failures();
+    auto failed = [&] { return Store::Failures() != failures; };
+
+    const std::string p = path.toStdString();
+    const QString name = QString::fromStdString(FileNameOf(p));
+    const QString ext = QString::fromStdString(ExtensionOf(p)).toLower();
+    const QString dir = QString::fromStdString(DirOf(p));
+
+    // The rows of one file go in together: a crash never leaves half a file.
+    if (!Store::Begin()) return false;
+    qint64 pathIndex = Comunes::FindPathIndex(dir);
+    if (pathIndex == 0 && !Comunes::AddPath(dir)) return false;
+    if (Comunes::FileInDB(name, ext, pathIndex)) {
+        ++counters.Omitida;
+        return Store::Commit();
+    }
+    if (failed()) return false;
+    if (ext != QLatin1String("tzx")) return Store::Commit();
+
+    TZXTape& tape = *Comunes::CurTape;
+    tape.FileName = p;
+    tape.ReadTape();
+    // A file that can't be read at all is passed over; one that reads but is
+    // no tape goes in under its file name.
+    if (tape.Status().stop == ReadStop::Unreadable || tape.Status().stop == ReadStop::Missing)
+        return Store::Commit();
+    if (Comunes::CurInfo) Comunes::CurInfo->Clear();
+    Comunes::CurInfo = tape.ArchiveInfoRef();
+    ArchiveInfo& info = *Comunes::CurInfo;
+
+    double idPub = 0;
+    if (!info.iPublisher.empty()) {
+        while (!info.iPublisher.empty() && info.iPublisher.back() == ' ')
+            info.iPublisher.pop_back();
+        const QString publisher = Text(info.iPublisher).toLower();
+        int match = -1;
+        for (std::size_t i = 0; i < Comunes::PublisherNames.size() && match < 0; ++i)
+            if (Comunes::PublisherNames[i].toLower() == publisher) match = static_cast<int>(i);
+        // Slot 0 stands for no publisher: matching it is having none.
+        if (match > 0) idPub = match;
+        if (match < 0) {
+            const qint64 id = Comunes::AddPublisher(Text(info.iPublisher));
+            if (id < 0 || !Comunes::LoadPublishers()) return false;
+            idPub = static_cast<double>(id);
+            ++counters.NwComp;
+        }
+    }
+    info.fPath = dir.toStdString();
+    info.fPathIndex = static_cast<double>(Comunes::FindPathIndex(dir));
+    info.fExtension = ext.toStdString();
+    info.fFileName = name.toStdString();
+    info.fFileSize = static_cast<double>(QFileInfo(path).size());
+    if (info.iName.empty()) info.iName = TapeText(name);
+
+    double titleId = static_cast<double>(Comunes::FindTitle(static_cast<qint64>(idPub)));
+    if (failed()) return false;
+    const bool isNew = titleId == 0;
+    if (!Comunes::AddScannedFile(idPub, titleId) || !Store::Commit()) return false;
+    ++(isNew ? counters.Creada : counters.Agregada);
+    return true;
+}
+
+namespace Comunes {
+
+bool AddScannedFile(double& idPub, double& titleId) {
+    const ArchiveInfo& info = Info();
+    const QString fileName = VariantText(info.fFileName);
+    const QString extension = VariantText(info.fExtension);
+    const QString dir = VariantText(info.fPath);
+    const qint64 pathIndex = VariantText(info.fPathIndex).toLongLong();
+    const int failures = Store::Failures();
+    if (FileInDB(fileName, extension, pathIndex)) return true;
+    if (Store::Failures() != failures) return false;
+    // Found ignoring case, as the extension is kept in lower case.
+    const bool onDisk = !FindIgnoringCase(dir, {fileName + '.' + extension}).isEmpty();
+    if (titleId == 0) {
+        QSqlQuery q = Store::NewQuery();
+        if (!Store::Exec(q,
+                         "INSERT INTO Titles (Name, Year, IdPub, Type, HaveIt, Author) "
+                         "VALUES (?, ?, ?, ?, ?, ?)",
+                         {Text(info.iName).left(50), Text(info.iYear).left(4),
+                          static_cast<qint64>(idPub), Text(info.iType).left(3),
+                          onDisk ? QVariant(1) : QVariant(), Text(info.iAuthor)}))
+            return false;
+        titleId = static_cast<double>(Store::LastInsertId(q));
+    }
+    const QString lang = Text(info.iLang);
+    const QString memory = VariantText(info.fMemory);
+    if (!Store::Run("INSERT INTO tFiles (TitleId, FileName, Extension, PathIndex, Origscreen, "
+                    "Memory, Players, FileSize, Origin, IdLang, LoadSchema, HaveIt) "
+                    "VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)",
+                    {static_cast<qint64>(titleId), fileName, extension, pathIndex,
+                     info.fOriginalScreen ? 1 : 0,
+                     memory.isEmpty() ? QVariant() : QVariant(memory.toLongLong()),
+                     VariantText(info.fPlayers).toLongLong(),
+                     VariantText(info.fFileSize).toLongLong(), Text(info.iOrigin).left(50),
+                     lang.isEmpty() ? QVariant() : QVariant(lang.left(3)), Text(info.iSchema),
+                     onDisk ? 1 : 0}))
+        return false;
+    return Store::Run("UPDATE Titles SET HaveIt = 1 WHERE TitleId = ?",
+                      {static_cast<qint64>(titleId)});
+}
+
+} // namespace Comunes
+
+} // namespace cintal
