@@ -89,8 +89,20 @@ int Add(const std::vector<std::string>& args, std::ostream& out, std::ostream& e
             << "\n";
         return 1;
     }
-    // The file's full path, as the file dialog would give it.
+    // The file's full path, as the file dialog would give it: an existing file
+    // and an existing title, as the window can only offer.
     const QString path = QFileInfo(file).absoluteFilePath();
+    if (!QFileInfo(path).isFile()) {
+        err << "No existe el archivo " << path.toStdString() << "\n";
+        return 2;
+    }
+    QSqlQuery q = Store::NewQuery();
+    if (!Store::Exec(q, "SELECT TitleId FROM Titles WHERE TitleId = ?", {titleId})) return 2;
+    if (!q.next()) {
+        err << "No existe el título " << titleId << "\n";
+        return 2;
+    }
+    q.finish();
     const int failures = Store::Failures();
     if (Comunes::AddFileToTitle(titleId, path)) {
         out << "Archivo Agregado\n";

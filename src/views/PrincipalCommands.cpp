@@ -213,11 +213,15 @@ void Principal::mnuDelFile_Click() {
     if (Store::Failures() != failures) return;
     const QString path = SelectedFilePath();
     if (AskYes(QStringLiteral("¿Eliminar también físicamente el archivo del disco duro?"),
-               Icon::Critical, QStringLiteral("Eliminar registro")) &&
-        !path.isEmpty())
-        DeleteFileFromDisk(path);
-    else
+               Icon::Critical, QStringLiteral("Eliminar registro"))) {
+        // No path is built from an unknown folder; the answer is the same.
+        if (path.isEmpty())
+            Tell(QStringLiteral("Archivo borrado"), Icon::Information);
+        else
+            DeleteFileFromDisk(path);
+    } else {
         Tell(QStringLiteral("Registro eliminado"), Icon::Information);
+    }
     GridFiles->RemoveRow(row);
     if (!moreFiles) PaintTitleRow(Grids::ColourMissingBack, Grids::ColourMissingFore);
 }

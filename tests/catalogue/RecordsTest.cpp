@@ -1,0 +1,210 @@
+// Titles and files added and removed one at a time, and the registers
+// growing with them, as the store and the boxes show it afterwards.
+
+#include "catalogue/Records.h"
+#include "../tape/TestSupport.h"
+#include "CatalogueFixture.h"
+#include "cli/Commands.h"
+#include "tape/Cp1252.h"
+
+#include <QDir>
+#include <sstream>
+
+namespace cintal::test {
+namespace {
+
+class RecordsTest : public CatalogueTest, protected Tzx {
+protected:
+    void Open() {
+        QString reason;
+        ASSERT_TRUE(Comunes::InitGlobals(db, &reason)) << S(reason);
+    }
+    qint64 NewTitle(const QString& name, qint64 idPub = 0, int haveIt = 0) {
+        Title(name, "1986", idPub, "Arcade", haveIt, 4);
+        return Sql(db, "SELECT max(TitleId) FROM Titles")[0][0].toLongLong();
+    }
+    qint64 NewFile(qint64 title, const QString& name, const QString& ext, qint64 path) {
+        Sql(db, "INSERT INTO tFiles (TitleId, FileName, Extension, PathIndex) VALUES (?, ?, ?, ?)",
+            {title, name, ext, path});
+        return Sql(db, "SELECT max(FileId) FROM tFiles")[0][0].toLongLong();
+    }
+    // Each row as its cells joined by "|", NULL shown as "NULL".
+    std::vector<std::string> Rows(const QString& sql) {
+        std::vector<std::string> out;
+        for (const QVariantList& row : Sql(db, sql)) {
+            QStringList cells;
+            for (const QVariant& v : row)
+                cells << (v.isNull() ? QStringLiteral("NULL") : v.toString());
+            out.push_back(S(cells.join('|')));
+        }
+        return out;
+    }
+    std::vector<std::string> Shown() const {
+        std::vector<std::string> out;
+        for (const Message& m : prompt.shown)
+            out.push_back(Box(m.text, m.title, m.icon, m.buttons));
+        return out;
+    }
+    int HaveIt(qint64 title) {
+        return Sql(db, "SELECT HaveIt FROM Titles WHERE TitleId = ?", {title})[0][0].toInt();
+    }
+
+    ScriptedPrompt prompt;
+    PromptScope scope{prompt};
+};
+
+using Texts = std::vector<std::string>;
+
+TEST_F(RecordsTest, NewFoldersFillTheFirstGapAndSayWhichNumberTheyTook) {
+    Create();
+    Path(1, "/juegos/a");
+    Path(4, "/juegos/d");
+    Open();
+    ASSERT_TRUE(Comunes::AddPath("/juegos/b"));
+    ASSERT_TRUE(Comunes::AddPath("/juegos/c"));
+    EXPECT_EQ(Shown(), (Texts{Box("2"), Box("3")}));
+    EXPECT_EQ(S(Comunes::PathTable.Dir(3)), "/juegos/c") << "the register follows at once";
+
+    // No gap left: the next number, and nothing said.
+    ASSERT_TRUE(Comunes::AddPath("/JUEGOS/A"));
+    EXPECT_EQ(prompt.shown.size(), 2u);
+    EXPECT_EQ(Rows("SELECT PathIndex, GameDir FROM Paths ORDER BY PathIndex"),
+              (Texts{"1|/juegos/a", "2|/juegos/b", "3|/juegos/c", "4|/juegos/d", "5|/JUEGOS/A"}));
+    EXPECT_EQ(Comunes::FindPathIndex("/Juegos/A"), 1) << "the lowest number wins";
+    EXPECT_EQ(Comunes::FindPathIndex("/juegos/d"), 4);
+    EXPECT_EQ(Comunes::FindPathIndex("/juegos/d/"), 0);
+
+    // An empty table counts its first slot as a free one too.
+    Sql(db, "DELETE FROM Paths");
+    ASSERT_TRUE(Comunes::LoadPaths());
+    ASSERT_TRUE(Comunes::AddPath("/cintas"));
+    EXPECT_EQ(prompt.shown.back().text, "1");
+    EXPECT_EQ(Rows("SELECT PathIndex, GameDir FROM Paths"), Texts{"1|/cintas"});
+}
+
+TEST_F(RecordsTest, PublishersTakeTheNextNumberAndTheFirstComesWithThePlaceholder) {
+    Create();
+    Publisher(2, "Ocean");
+    Publisher(5, "Dinamic");
+    Open();
+    EXPECT_EQ(Comunes::AddPublisher("  topo SOFT "), 6);
+    EXPECT_EQ(Rows("SELECT IdPub, PublisherName FROM Publishers WHERE IdPub = 6"),
+              Texts{"6|  topo SOFT "});
+
+    Sql(db, "DELETE FROM Publishers");
+    ASSERT_TRUE(Comunes::LoadPublishers());
+    EXPECT_EQ(Comunes::AddPublisher("Ocean"), 1);
+    EXPECT_EQ(Rows("SELECT IdPub, PublisherName FROM Publishers ORDER BY IdPub"),
+              (Texts{"0|- Desconocido -", "1|Ocean"}));
+    ASSERT_TRUE(Comunes::LoadPublishers());
+    EXPECT_EQ(Comunes::AddPublisher("Dinamic"), 2);
+    EXPECT_TRUE(prompt.shown.empty());
+}
+
+TEST_F(RecordsTest, AFileAddedByHandCarriesItsTapesTextsOnce) {
+    Create();
+    Path(1, "/otra/carpeta");
+    const qint64 t = NewTitle("Juego");
+    Open();
+    const QString folder = dir.filePath("cintas nuevas");
+    QDir().mkpath(folder);
+    const QString origin = QString(55, 'O');
+    const Bytes tape = Tape(
+        {Archive({{0, "Juego"}, {4, "Spanish"}, {7, "Carga r\xE1pida"}, {8, origin.toStdString()}}),
+         Std(RomData(20))});
+    const QString tzx = QDir(folder).filePath("a.b.tzx");
+    WriteFile(tzx, QByteArray::fromStdString(tape));
+
+    ASSERT_TRUE(Comunes::AddFileToTitle(t, tzx));
+    EXPECT_EQ(Rows("SELECT PathIndex, GameDir FROM Paths ORDER BY PathIndex"),
+              (Texts{"1|/otra/carpeta", "2|" + S(folder)}));
+    const std::string sizeText = std::to_string(tape.size());
+    const char* columns = "SELECT TitleId, FileName, Extension, PathIndex, Origscreen, FileSize, "
+                          "Origin, IdLang, LoadSchema, HaveIt, Memory, Players FROM tFiles";
+    EXPECT_EQ(Rows(columns), Texts{std::to_string(t) + "|a.b|tzx|2|0|" + sizeText + "|" +
+                                   S(origin.left(50)) + "|Spa|Carga rápida|1|NULL|NULL"});
+    EXPECT_EQ(HaveIt(t), 1);
+    EXPECT_TRUE(Comunes::FileInDB("a.b", "tzx", 2));
+    EXPECT_FALSE(Comunes::FileInDB("a.b", "tzx", 1));
+
+    // The same file again changes nothing.
+    EXPECT_FALSE(Comunes::AddFileToTitle(t, tzx));
+    EXPECT_EQ(Rows("SELECT count(*) FROM tFiles"), Texts{"1"});
+
+    // A file that is no tape: its row all the same, with no texts and no language.
+    const QString z80 = QDir(folder).filePath("JUEGO.Z80");
+    WriteFile(z80, "no es una cinta");
+    ASSERT_TRUE(Comunes::AddFileToTitle(t, z80));
+    EXPECT_EQ(Rows("SELECT Extension, coalesce(Origin, ''), IdLang, coalesce(LoadSchema, ''), "
+                   "FileSize FROM tFiles WHERE FileName = 'JUEGO'"),
+              Texts{"Z80||NULL||15"});
+    EXPECT_TRUE(prompt.shown.empty());
+}
+
+TEST_F(RecordsTest, TitlesAreFoundByTheirCleanedNameAndPublisher) {
+    Create();
+    const QString given =
+        QStringLiteral("El \"Ñandú\" de Don Íñigo, edición para coleccionistas (1986)!");
+    ASSERT_EQ(given.size(), 60);
+    const QString stored = QString(given).replace('"', '\'').left(50);
+    const qint64 three = NewTitle(stored, 3);
+    NewTitle(stored, 0);
+    Open();
+
+    Comunes::Info().iName = Utf8ToCp1252(S(given));
+    EXPECT_EQ(Comunes::FindTitle(3), three);
+    EXPECT_EQ(Comunes::Info().iName, Utf8ToCp1252(S(stored)));
+    EXPECT_EQ(Comunes::Info().iName.substr(0, 9), "El '\xD1"
+                                                  "and\xFA");
+    EXPECT_EQ(Comunes::FindTitle(7), 0);
+}
+
+TEST_F(RecordsTest, DeletingRowsFollowsTheHaveItRules) {
+    Create();
+    const qint64 two = NewTitle("Dos archivos", 0, 1);
+    const qint64 gone = NewTitle("Se borra", 0, 1);
+    const qint64 a = NewFile(two, "uno", "tzx", 1);
+    const qint64 b = NewFile(two, "otro", "tap", 1);
+    NewFile(gone, "huerfano", "tzx", 1);
+    NewFile(gone, "di \"hola\"", "tzx", 1);
+    Open();
+
+    EXPECT_TRUE(Comunes::DelFileRecord(a, two, true));
+    EXPECT_EQ(HaveIt(two), 1);
+    EXPECT_TRUE(Comunes::DelFileRecord(b, two, false));
+    EXPECT_EQ(HaveIt(two), 0);
+    // A row already gone touches nothing, the title included.
+    Sql(db, "UPDATE Titles SET HaveIt = 1");
+    EXPECT_FALSE(Comunes::DelFileRecord(b, two, false));
+    EXPECT_EQ(HaveIt(two), 1);
+
+    EXPECT_TRUE(Comunes::DelTitleRecord(gone));
+    EXPECT_FALSE(Comunes::DelTitleRecord(gone));
+    EXPECT_EQ(Rows("SELECT TitleId FROM Titles"), Texts{std::to_string(two)});
+    EXPECT_EQ(Rows("SELECT FileName FROM tFiles ORDER BY FileId"),
+              (Texts{"huerfano", "di \"hola\""}));
+    EXPECT_TRUE(Comunes::FileInDB("di \"hola\"", "TZX", 1));
+    EXPECT_TRUE(prompt.shown.empty());
+}
+
+TEST_F(RecordsTest, CommandLineAddSaysWhatHappenedInItsStatus) {
+    Create();
+    const qint64 t = NewTitle("Juego");
+    const QString file = dir.filePath("juego.tap");
+    WriteFile(file, QByteArray::fromStdString(Le(2, 2) + B({0xFF, 0xFF})));
+    auto add = [&] {
+        std::ostringstream out, err;
+        const int status =
+            cli::Run({"add", "--title", std::to_string(t), S(file), "--db", S(db)}, out, err);
+        Comunes::Reset();
+        return std::to_string(status) + " " + out.str();
+    };
+    EXPECT_EQ(add(), "0 Archivo Agregado\n");
+    EXPECT_EQ(add(), "1 Ya existe\n");
+    EXPECT_EQ(Rows("SELECT TitleId, FileName, Extension, HaveIt FROM tFiles"),
+              Texts{std::to_string(t) + "|juego|tap|1"});
+    EXPECT_EQ(HaveIt(t), 1);
+}
+
+} // namespace
+} // namespace cintal::test

@@ -1,0 +1,360 @@
+// The main window's toolbar and popup menus driven as a user would: the
+// questions asked, what the grids show afterwards, what the store and the
+// disk hold, and what is handed to the browser.
+
+#include "../catalogue/CatalogueFixture.h"
+#include "../tape/TestSupport.h"
+#include "platform/Shell.h"
+#include "views/ComboAutoComplete.h"
+#include "views/Principal.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QLineEdit>
+
+namespace cintal::test {
+namespace {
+
+using Texts = std::vector<std::string>;
+
+class CommandsTest : public CatalogueTest, protected Tzx {
+protected:
+    void SetUp() override {
+        CatalogueTest::SetUp();
+        Shell::Set(&shell);
+        Create();
+        QDir(dir.path()).mkpath("uno");
+        one = dir.filePath("uno");
+    }
+    void TearDown() override {
+        Shell::Set(nullptr);
+        CatalogueTest::TearDown();
+    }
+
+    qint64 TitleWithId(const QString& name, qint64 idPub = 0, int haveIt = 1,
+                       const QString& year = "1986") {
+        Title(name, year, idPub, "Arcade", haveIt, 4);
+        return Sql(db, "SELECT max(TitleId) FROM Titles")[0][0].toLongLong();
+    }
+    void File(qint64 title, const QString& name, const QString& ext, qint64 path = 1) {
+        Sql(db,
+            "INSERT INTO tFiles (TitleId, FileName, Extension, PathIndex, HaveIt) "
+            "VALUES (?, ?, ?, ?, 1)",
+            {title, name, ext, path});
+    }
+    void Load() { ASSERT_TRUE(frm.Form_Load(db)); }
+    // Selects the row whose cell shows text, as a click would.
+    static void Pick(Grid* g, const char* key, const QString& text) {
+        for (int r = 1; r <= g->Rows(); ++r)
+            if (g->CellText(r, g->ColumnIndex(key)) == text) return g->SetSelectedRow(r);
+        FAIL() << "no row " << S(text);
+    }
+    void Select(const QString& name) { Pick(frm.GridTitles, "ColName", name); }
+    void SelectFile(const QString& name) { Pick(frm.GridFiles, "ColFileName", name); }
+    QString TitleCell(const char* key) const {
+        Grid* g = frm.GridTitles;
+        return g->CellText(g->SelectedRow(), g->ColumnIndex(key));
+    }
+    // True when every cell the user sees of the selected title row has these colours.
+    bool RowColoured(const QColor& back, const QColor& fore) const {
+        Grid* g = frm.GridTitles;
+        for (int c = 1; c <= g->Columns(); ++c)
+            if (g->ColumnVisible(c) && (g->CellBackColor(g->SelectedRow(), c) != back ||
+                                        g->CellForeColor(g->SelectedRow(), c) != fore))
+                return false;
+        return true;
+    }
+    Texts Shown() const {
+        Texts out;
+        for (const Message& m : prompt.shown)
+            out.push_back(Box(m.text, m.title, m.icon, m.buttons));
+        return out;
+    }
+    int Count(const char* table) {
+        return Sql(db, QStringLiteral("SELECT count(*) FROM %1").arg(table))[0][0].toInt();
+    }
+
+    const QColor base = QApplication::palette().color(QPalette::Base);
+    const QColor text = QApplication::palette().color(QPalette::Text);
+    const QColor grey = QColor(0xE0, 0xE0, 0xE0), greyText = QColor(0x66, 0x99, 0xCC);
+    const std::string question = Box("¿Eliminar también físicamente el archivo del disco duro?",
+                                     "Eliminar registro", Icon::Critical, Buttons::YesNo);
+    ScriptedPrompt prompt;
+    PromptScope scope{prompt};
+    RecordingShell shell;
+    QString one;
+    Principal frm;
+};
+
+TEST_F(CommandsTest, ToolbarShowsItsTipsAndKeepsUnbuiltCommandsOutOfReach) {
+    TitleWithId("Juego");
+    Load();
+    const std::vector<std::pair<QAction*, std::string>> tips = {
+        {frm.CmdSearch, "Buscar archivos en disco"},
+        {frm.CmdModify, "Información del registro"},
+        {frm.Command3, "Reordenar colección"},
+        {frm.Command7, "Opciones"},
+        {frm.CmdLimpiaEmpty, "Vacía la base de datos"}};
+    for (const auto& [action, tip] : tips) {
+        EXPECT_EQ(S(action->toolTip()), tip);
+        EXPECT_TRUE(action->isVisible() && !action->icon().isNull()) << tip;
+        EXPECT_EQ(action->isEnabled(), action != frm.CmdModify) << tip;
+    }
+    EXPECT_EQ(S(frm.Command2->text()), "Comparar cintas");
+    for (QAction* hidden : {frm.Command2, frm.ImportaWOS})
+        EXPECT_FALSE(hidden->isVisible() || hidden->isEnabled());
+    Select("Juego");
+    EXPECT_TRUE(frm.CmdModify->isEnabled());
+}
+
+TEST_F(CommandsTest, AFileAddedByHandColoursTheRowButNotItsHaveItCell) {
+    const qint64 t = TitleWithId("Juego", 0, 0);
+    const QString file = QDir(one).filePath("juego.tzx");
+    WriteFile(file, QByteArray::fromStdString(Tape({Std(RomData(10))})));
+    Load();
+    Select("Juego");
+    ASSERT_TRUE(RowColoured(grey, greyText));
+    QStringList filters;
+    QString answer;
+    frm.ChooseFile = [&](const QString& filter) {
+        filters << filter;
+        return answer;
+    };
+
+    frm.mnuAddDBfile_Click(); // the dialog closed without a choice
+    EXPECT_TRUE(prompt.shown.empty());
+    answer = file;
+    frm.mnuAddDBfile_Click();
+    EXPECT_EQ(S(filters.value(0)),
+              "Archivo TZX (*.tzx)|*.tzx|Archivo TAP (*.tap)|*.tap|Archivo Z80 (*.z80)|*.z80|"
+              "Archivo sna (*.sna)|*.sna|Archivo DSK (*.dsk)|*.dsk|Archivo TRD (*.trd)|*.trd|"
+              "Archivo slt (*.slt)|*.slt|Archivo sp (*.sp)|*.sp|");
+    // The folder is the first of an empty table: its number is told too.
+    EXPECT_EQ(Shown(), (Texts{Box("1"), Box("Archivo Agregado", "", Icon::Information)}));
+    EXPECT_EQ(frm.GridFiles->Rows(), 1);
+    EXPECT_TRUE(RowColoured(base, text));
+    EXPECT_EQ(S(TitleCell("ColHaveIt")), "0");
+    EXPECT_EQ(Sql(db, "SELECT HaveIt FROM Titles WHERE TitleId = ?", {t})[0][0].toInt(), 1);
+
+    prompt.shown.clear();
+    frm.mnuAddDBfile_Click();
+    EXPECT_EQ(Shown(), Texts{Box("Ya existe")});
+    EXPECT_EQ(Count("tFiles"), 1);
+}
+
+TEST_F(CommandsTest, DeletingATitleAsksFirstAndDropsTheComboItemAtItsRow) {
+    TitleWithId("Alfa", 0, 1, "1986");
+    TitleWithId("Beta", 0, 1, "1985");
+    const qint64 gamma = TitleWithId("Gamma", 0, 1, "1984");
+    File(gamma, "gamma", "tzx");
+    Load();
+    frm.GridTitles_HeaderClick(frm.GridTitles->ColumnIndex("ColYear")); // oldest first
+    Select("Gamma");
+    ASSERT_EQ(frm.GridTitles->SelectedRow(), 1);
+    ASSERT_EQ(frm.GridFiles->Rows(), 1);
+    const std::string ask =
+        Box("¿Desea eliminar la entrada \"" + std::to_string(gamma) + " - Gamma\"?",
+            "Eliminar registro", Icon::Critical, Buttons::YesNo);
+
+    prompt.Answer(Button::No);
+    frm.mnuDelTitle_Click();
+    EXPECT_EQ(Shown(), Texts{ask});
+    EXPECT_EQ(Count("Titles"), 3);
+    EXPECT_EQ(frm.GridTitles->Rows(), 3);
+
+    prompt.Answer(Button::Yes);
+    frm.mnuDelTitle_Click();
+    EXPECT_EQ(Shown(), (Texts{ask, ask, Box("Registro eliminado", "", Icon::Information)}));
+    EXPECT_EQ(Count("Titles"), 2);
+    EXPECT_EQ(Count("tFiles"), 1) << "a title's files outlive it";
+    Grid* g = frm.GridTitles;
+    ASSERT_EQ(g->Rows(), 2);
+    EXPECT_EQ(S(g->CellText(1, g->ColumnIndex("ColName"))), "Beta");
+    // The list keeps the order of the load: its first item went, not "Gamma".
+    ASSERT_EQ(frm.ComboRegistro->count(), 2);
+    EXPECT_EQ(S(frm.ComboRegistro->itemText(0)), "Beta");
+    EXPECT_EQ(S(frm.ComboRegistro->itemText(1)), "Gamma");
+    EXPECT_EQ(frm.GridFiles->Rows(), 0);
+}
+
+TEST_F(CommandsTest, DeletingFilesAsksTwiceAndGreysTheTitleOnlyWithItsLastFile) {
+    Path(1, one);
+    const qint64 t = TitleWithId("Juego");
+    for (const char* name : {"rock'n'roll", "di \"hola\"", "queda", "perdido"})
+        File(t, name, "tzx");
+    File(t, "sin carpeta", "tzx", 9); // a PathIndex the register lacks
+    for (const char* name : {"rock'n'roll.tzx", "di \"hola\".tzx", "queda.tzx"})
+        WriteFile(QDir(one).filePath(name), "ZXTape!");
+    Load();
+    Select("Juego");
+    auto del = [&](const QString& name, std::initializer_list<Button> answers) {
+        prompt.shown.clear();
+        prompt.answers.assign(answers);
+        SelectFile(name);
+        frm.mnuDelFile_Click();
+        return Shown();
+    };
+    auto ask = [&](const QString& name) {
+        return Box("¿Desea eliminar la entrada \"" + S(QDir(one).filePath(name)) + "\"?",
+                   "Eliminar registro", Icon::Critical, Buttons::YesNo);
+    };
+    const std::string deleted = Box("Archivo borrado", "", Icon::Information);
+
+    EXPECT_EQ(del("perdido.tzx", {Button::No}).size(), 1u); // No to the first question
+    EXPECT_EQ(Count("tFiles"), 5);
+    for (const QString name : {"rock'n'roll.tzx", "di \"hola\".tzx"}) {
+        EXPECT_EQ(del(name, {Button::Yes, Button::Yes}), (Texts{ask(name), question, deleted}));
+        EXPECT_FALSE(QFile::exists(QDir(one).filePath(name)));
+    }
+    // Not on disk, or in a folder the catalogue doesn't know: deleted all the same.
+    EXPECT_EQ(del("perdido.tzx", {Button::Yes, Button::Yes}).back(), deleted);
+    EXPECT_EQ(del("sin carpeta.tzx", {Button::Yes, Button::Yes}).back(), deleted);
+    EXPECT_TRUE(RowColoured(base, text)) << "one file is left";
+
+    EXPECT_EQ(
+        del("queda.tzx", {Button::Yes, Button::No}),
+        (Texts{ask("queda.tzx"), question, Box("Registro eliminado", "", Icon::Information)}));
+    EXPECT_TRUE(QFile::exists(QDir(one).filePath("queda.tzx")));
+    EXPECT_EQ(Count("tFiles"), 0);
+    EXPECT_EQ(frm.GridFiles->Rows(), 0);
+    EXPECT_TRUE(RowColoured(grey, greyText));
+    EXPECT_EQ(S(TitleCell("ColHaveIt")), "1");
+    EXPECT_EQ(Sql(db, "SELECT HaveIt FROM Titles")[0][0].toInt(), 0);
+}
+
+TEST_F(CommandsTest, WebLookUpsTurnBlanksIntoPlusAndLeaveTheUnknownPublisherOut) {
+    Publisher(1, "- Desconocida -");
+    Publisher(2, "- Desconocido -");
+    Publisher(3, "Ocean Software");
+    TitleWithId("Mi Juego Largo", 1);
+    TitleWithId("Otro Juego", 2);
+    TitleWithId("Año & Cía", 3);
+    TitleWithId("Sin Editor", 0);
+    Load();
+    const std::string infoseek = "https://www.worldofspectrum.org/infoseek.cgi?regexp=^";
+    for (const char* name : {"Mi Juego Largo", "Otro Juego", "Año & Cía", "Sin Editor"}) {
+        Select(name);
+        frm.mnuInfoseek_Click();
+    }
+    Select("Mi Juego Largo");
+    frm.MnuTipShop_Click();
+    EXPECT_EQ(S(shell.calls.join('\n')),
+              infoseek + "Mi+Juego+Largo\n" + infoseek + "Otro+Juego&pub=^-+Desconocido+-\n" +
+                  infoseek + "Año+&+Cía&pub=^Ocean+Software\n" + infoseek + "Sin+Editor\n" +
+                  "https://www.the-tipshop.co.uk/cgi-bin/search.pl?name=Mi+Juego+Largo");
+    EXPECT_TRUE(prompt.shown.empty());
+
+    shell.result = false;
+    frm.MnuTipShop_Click();
+    EXPECT_EQ(Shown(),
+              Texts{Box("No se puede abrir el navegador para "
+                        "https://www.the-tipshop.co.uk/cgi-bin/search.pl?name=Mi+Juego+Largo",
+                        "", Icon::Exclamation)});
+}
+
+TEST_F(CommandsTest, EmptyingTheCatalogueTakesTitlesOnly) {
+    Path(1, one);
+    Publisher(1, "Ocean");
+    const qint64 t = TitleWithId("Juego", 1);
+    TitleWithId("Otro", 1);
+    File(t, "juego", "tzx");
+    Load();
+    Select("Juego");
+    const std::string ask =
+        Box("esto borrará la base de datos", "", Icon::Exclamation, Buttons::YesNo);
+
+    prompt.Answer(Button::No);
+    frm.CmdLimpiaEmpty_Click();
+    EXPECT_EQ(Count("Titles"), 2);
+    EXPECT_EQ(frm.GridTitles->Rows(), 2);
+
+    prompt.Answer(Button::Yes);
+    frm.CmdLimpiaEmpty_Click();
+    EXPECT_EQ(Shown(), (Texts{ask, ask}));
+    EXPECT_EQ(Count("Titles"), 0);
+    EXPECT_EQ(Count("tFiles") + Count("Paths") + Count("Publishers"), 3);
+    EXPECT_EQ(S(frm.windowTitle()), "Cintal - 0 programas hallados");
+    EXPECT_EQ(frm.GridTitles->Rows(), 0);
+    EXPECT_EQ(frm.GridFiles->Rows(), 0);
+}
+
+TEST_F(CommandsTest, ATapBecomesATzxOfTheTitleAndTheRecordThenOpensTheInspector) {
+    Path(1, one);
+    const qint64 t = TitleWithId("Juego");
+    File(t, "juego", "tap");
+    const Bytes header = RomHeader(3, "juego"), data = RomData(5);
+    WriteFile(QDir(one).filePath("juego.tap"),
+              QByteArray::fromStdString(Le(header.size(), 2) + header + Le(data.size(), 2) + data));
+    Load();
+    frm.CmdModify_Click(); // no title selected
+    Select("Juego");
+    frm.CmdModify_Click();
+    SelectFile("juego.tap");
+    frm.mnuTap2Tzx_Click();
+
+    const QString tzx = QDir(one).filePath("juego.tzx");
+    const Bytes expected = "ZXTape!\x1A" + B({1, 13}) + B({0x10}) + Le(1000, 2) +
+                           Le(header.size(), 2) + header + B({0x10}) + Le(1000, 2) +
+                           Le(data.size(), 2) + data;
+    EXPECT_TRUE(SameBytes(Contents(tzx).toStdString(), expected));
+    ASSERT_EQ(prompt.shown.size(), 3u);
+    EXPECT_EQ(prompt.shown[0].title, "TitleInfo");
+    EXPECT_EQ(prompt.shown[1].title, "TitleInfo");
+    EXPECT_EQ(Shown()[2], Box("Archivo convertido: " + S(tzx), "", Icon::Information));
+    EXPECT_EQ(Sql(db, "SELECT FileName, Extension, TitleId FROM tFiles WHERE Extension = 'tzx'"),
+              (std::vector<QVariantList>{{"juego", "tzx", t}}));
+    EXPECT_EQ(frm.GridFiles->Rows(), 2);
+
+    // A TZX among the files opens the inspector, whichever row is selected.
+    SelectFile("juego.tap");
+    frm.CmdModify_Click();
+    EXPECT_EQ(prompt.shown.back().title, "Info");
+    EXPECT_EQ(prompt.shown.back().icon, Icon::Information);
+
+    // Once the TZX exists the engine refuses, and nothing is added.
+    prompt.shown.clear();
+    frm.mnuTap2Tzx_Click();
+    EXPECT_EQ(Shown(), Texts{Box("Ya existe " + S(tzx), "Convertir en TZX", Icon::Critical)});
+    EXPECT_EQ(Count("tFiles"), 2);
+}
+
+TEST(ComboAutoCompleteTest, ProposesTheRestOfTheFirstItemAndSwallowsOtherKeys) {
+    QComboBox box;
+    box.setEditable(true);
+    box.addItems({"Beta", "Alfa", "Alfombra"});
+    box.setCurrentIndex(-1);
+    QLineEdit* edit = box.lineEdit();
+    ASSERT_TRUE(edit->text().isEmpty());
+    auto state = [&] { return S(edit->text() + "|" + edit->selectedText()); };
+
+    EXPECT_EQ(ComboAutoComplete(&box, 'a', false), 0);
+    EXPECT_EQ(state(), "Alfa|lfa");
+    EXPECT_EQ(edit->selectionStart(), 1);
+    EXPECT_EQ(box.currentIndex(), 1);
+    EXPECT_EQ(ComboAutoComplete(&box, 'z', false), 'z') << "no item: the key is the box's";
+    EXPECT_EQ(ComboAutoComplete(&box, 'z', true), 0);
+    for (int key : {13, 9, 27, 128, 0xF1})
+        EXPECT_EQ(ComboAutoComplete(&box, key, false), 0) << key;
+    EXPECT_EQ(state(), "Alfa|lfa");
+
+    // Typed without a selection, the whole text counts, in any case.
+    edit->setText("alfo");
+    EXPECT_EQ(ComboAutoComplete(&box, 'm', false), 0);
+    EXPECT_EQ(state(), "Alfombra|bra");
+    // Backspace steps back one letter before the selection.
+    EXPECT_EQ(ComboAutoComplete(&box, 8, false), 0);
+    EXPECT_EQ(state(), "Alfombra|mbra");
+    EXPECT_EQ(ComboAutoComplete(&box, 8, false), 0);
+    EXPECT_EQ(state(), "Alfa|a");
+
+    edit->setSelection(1, 3);
+    EXPECT_EQ(ComboAutoComplete(&box, 8, false), 0);
+    EXPECT_EQ(state(), "|");
+    edit->setText("Beta");
+    edit->setCursorPosition(0);
+    EXPECT_EQ(ComboAutoComplete(&box, 8, false), 0);
+    EXPECT_EQ(state(), "|");
+}
+
+} // namespace
+} // namespace cintal::test
