@@ -66,7 +66,7 @@ void Scanner::BuscaDirectorios(const QString& path) {
     for (const QFileInfo& e : entries) {
         if (e.fileName().startsWith('.') || e.isSymLink() || !e.isReadable() || !e.isExecutable())
             continue;
-        const QString sub = path + '/' + e.fileName();
+        const QString sub = QDir(path).filePath(e.fileName());
         List1 << sub;
         BuscaDirectorios(sub);
     }
@@ -82,7 +82,7 @@ void Scanner::BuscaArchivos() {
             {QStringLiteral("*.tzx")}, QDir::Files, QDir::Name | QDir::IgnoreCase);
         for (const QFileInfo& f : files) {
             if (f.fileName().startsWith('.')) continue;
-            List2 << folder + '/' + f.fileName();
+            List2 << QDir(folder).filePath(f.fileName());
             ++counters.Total;
             Breathe();
         }
@@ -174,6 +174,7 @@ bool Scanner::ProcessFile(const QString& path) {
     ArchiveInfo& info = *Comunes::CurInfo;
 
     double idPub = 0;
+    bool newPublisher = false;
     if (!info.iPublisher.empty()) {
         while (!info.iPublisher.empty() && info.iPublisher.back() == ' ')
             info.iPublisher.pop_back();
@@ -187,7 +188,7 @@ bool Scanner::ProcessFile(const QString& path) {
             const qint64 id = Comunes::AddPublisher(Text(info.iPublisher));
             if (id < 0 || !Comunes::LoadPublishers()) return false;
             idPub = static_cast<double>(id);
-            ++counters.NwComp;
+            newPublisher = true;
         }
     }
     info.fPath = dir.toStdString();
@@ -201,6 +202,8 @@ bool Scanner::ProcessFile(const QString& path) {
     if (failed()) return false;
     const bool isNew = titleId == 0;
     if (!Comunes::AddScannedFile(idPub, titleId) || !Store::Commit()) return false;
+    // Counted once the file's rows stand: a rolled-back publisher is none.
+    if (newPublisher) ++counters.NwComp;
     ++(isNew ? counters.Creada : counters.Agregada);
     return true;
 }

@@ -1,0 +1,412 @@
+// The disk scan over folder trees made here: what lands in the catalogue, the
+// counters the collector watches, and the boxes kept as warnings.
+
+#include "acquisition/Scanner.h"
+#include "../catalogue/CatalogueFixture.h"
+#include "TapeBytes.h"
+#include "acquisition/BuscarDirs.h"
+#include "catalogue/Records.h"
+#include "cli/Commands.h"
+#include "tape/Prompt.h"
+#include "views/Principal.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QLabel>
+#include <QListWidget>
+#include <QProgressBar>
+#include <QTimer>
+#include <regex>
+#include <sstream>
+
+namespace cintal::test {
+namespace {
+
+using Texts = std::vector<std::string>;
+using Entries = std::vector<std::pair<std::uint8_t, std::string>>;
+
+// The archive block first, as tools write it, then a small BASIC program.
+Bytes Tape(const Entries& archive = {}) {
+    Bytes t = raw::TzxHeader(1, 20);
+    if (!archive.empty()) t += raw::Archive(archive);
+    t += raw::Standard(raw::RomHeader(raw::RomType::Program, "cargador", 20, 10, 20));
+    t += raw::Standard(raw::RomData(Bytes(20, '\x01')));
+    return t;
+}
+
+Bytes Named(const std::string& name, const std::string& publisher) {
+    return Tape({{0, name}, {1, publisher}});
+}
+
+// A block id that no version of the format has.
+const Bytes kUnknownBlock("\x19\x01\x02\x03", 4);
+
+std::string UnknownAt(const Bytes& before, int ordinal) {
+    return "Bloque desconocido: 25 en  byte " + std::to_string(before.size() + 1) + " , bloque " +
+           std::to_string(ordinal);
+}
+
+// Total, processed, new, existing, omitted, publishers.
+std::string Counts(const ScanCounters& c) {
+    return std::to_string(c.Total) + " " + std::to_string(c.Parcial) + " " +
+           std::to_string(c.Creada) + " " + std::to_string(c.Agregada) + " " +
+           std::to_string(c.Omitida) + " " + std::to_string(c.NwComp);
+}
+
+class ScanTest : public CatalogueTest {
+protected:
+    void SetUp() override {
+        CatalogueTest::SetUp();
+        ASSERT_TRUE(disk.isValid());
+    }
+    void Open() {
+        QString reason;
+        ASSERT_TRUE(Comunes::InitGlobals(db, &reason)) << S(reason);
+    }
+    QString Put(const QString& relative, const Bytes& bytes) {
+        const QString path = root + '/' + relative;
+        QDir().mkpath(QFileInfo(path).path());
+        WriteFile(path, QByteArray::fromStdString(bytes));
+        return path;
+    }
+    std::string At(const QString& relative) const { return S(root + '/' + relative); }
+    // Paths below the tree, "." for its base.
+    Texts Relative(const QStringList& paths) const {
+        Texts out;
+        for (const QString& p : paths)
+            out.push_back(p == root ? "." : S(p.mid(root.size() + 1)));
+        return out;
+    }
+    // Each row as "a|b|c", NULL spelt out.
+    Texts Rows(const QString& sql) {
+        Texts out;
+        for (const QVariantList& row : Sql(db, sql)) {
+            QStringList cells;
+            for (const QVariant& v : row)
+                cells << (v.isNull() ? QStringLiteral("NULL") : v.toString());
+            out.push_back(S(cells.join('|')));
+        }
+        return out;
+    }
+    Texts AllRows() {
+        Texts all;
+        for (const char* table : {"Titles", "tFiles", "Paths", "Publishers"})
+            for (const std::string& r : Rows(QStringLiteral("SELECT * FROM %1").arg(table)))
+                all.push_back(table + ('|' + r));
+        return all;
+    }
+    Scanner::Result Scan() { return scanner.Run(root); }
+
+    ScriptedPrompt prompt;
+    PromptScope scope{prompt};
+    QTemporaryDir disk;
+    QString root = disk.path();
+    Scanner scanner;
+};
+
+TEST_F(ScanTest, ASecondRunOverTheSameTreeAddsNothing) {
+    Create();
+    Open();
+    Put("a/Tres.tzx", Named("Tres", "Dinamic"));
+    Put("a/uno.tzx", Named("UNO", "OCEAN "));
+    Put("a/z/z.tzx", Named("Dos", "Ocean"));
+    Put("b/b1.tzx", Named("Uno", "ocean"));
+    Put("nota.txt", "texto");
+    Put("juego.tap", raw::TapEntry(raw::RomData("x")));
+    Put(".oculto.tzx", Named("Oculto", "Nadie"));
+    QDir().mkpath(root + "/vacia");
+
+    ASSERT_EQ(Scan(), Scanner::Result::Done);
+    EXPECT_EQ(Relative(scanner.List1), (Texts{".", "a", "a/z", "b", "vacia"}));
+    EXPECT_EQ(Relative(scanner.List2), (Texts{"a/Tres.tzx", "a/uno.tzx", "a/z/z.tzx", "b/b1.tzx"}));
+    EXPECT_EQ(Counts(scanner.counters), "4 4 3 1 0 2");
+    // The second file of a title under one publisher, spelt otherwise, joins it.
+    EXPECT_EQ(Rows("SELECT TitleId, Name, IdPub, HaveIt FROM Titles ORDER BY TitleId"),
+              (Texts{"1|Tres|1|1", "2|UNO|2|1", "3|Dos|2|1"}));
+    EXPECT_EQ(Rows("SELECT FileName, TitleId, PathIndex FROM tFiles ORDER BY FileId"),
+              (Texts{"Tres|1|1", "uno|2|1", "z|3|2", "b1|2|3"}));
+    // Folders without tapes, the base among them, are not registered.
+    EXPECT_EQ(Rows("SELECT * FROM Paths ORDER BY PathIndex"),
+              (Texts{"1|" + At("a"), "2|" + At("a/z"), "3|" + At("b")}));
+    EXPECT_EQ(Rows("SELECT * FROM Publishers ORDER BY IdPub"),
+              (Texts{"0|- Desconocido -", "1|Dinamic", "2|OCEAN"}));
+
+    // The folder as typed, with a separator at its end, is the same folder.
+    const Texts before = AllRows();
+    ASSERT_EQ(scanner.Run(root + '/'), Scanner::Result::Done);
+    EXPECT_EQ(Counts(scanner.counters), "4 8 3 1 4 2");
+    EXPECT_EQ(AllRows(), before);
+    EXPECT_TRUE(scanner.warnings.empty());
+    EXPECT_TRUE(prompt.shown.empty());
+}
+
+TEST_F(ScanTest, TitlesAndPublishersAreFoundInTheRegisterIgnoringCaseAndTrailingBlanks) {
+    Create();
+    Publisher(0, "- Desconocido -");
+    Publisher(1, "Bug-Byte");
+    Publisher(2, "Ocean");
+    Publisher(3, "Érbe");
+    Title("Manic Miner", "1983", 1, "Arc", 0, 0);
+    Title("Sin Editor", "", 0, "", 0, 0);
+    Title("Cañón", "", 3, "", 0, 0);
+    Open();
+    Put("1.tzx", Named("MANIC MINER", "BUG-BYTE  "));
+    Put("2.tzx", Named("Manic Miner", "ocean"));
+    Put("3.tzx", Tape({{0, "sin editor"}}));
+    Put("4.tzx", Named("Sin editor", "- DESCONOCIDO -"));
+    Put("5.tzx", Named("Nuevo", ""));
+    // The register folds every letter; the store folds A to Z only, so an
+    // accented title in capitals is a title of its own.
+    Put("6.tzx", Named("CA\xD1\xD3N", "\xC9RBE"));
+
+    ASSERT_EQ(Scan(), Scanner::Result::Done);
+    EXPECT_EQ(Counts(scanner.counters), "6 6 3 3 0 0");
+    // The same name under another publisher is another title; no publisher is
+    // IdPub 0, never a number of its own.
+    EXPECT_EQ(Rows("SELECT TitleId, Name, IdPub, HaveIt FROM Titles ORDER BY TitleId"),
+              (Texts{"1|Manic Miner|1|1", "2|Sin Editor|0|1", "3|Cañón|3|0", "4|Manic Miner|2|1",
+                     "5|Nuevo|0|1", "6|CAÑÓN|3|1"}));
+    EXPECT_EQ(Rows("SELECT FileName, TitleId FROM tFiles ORDER BY FileName"),
+              (Texts{"1|1", "2|4", "3|2", "4|2", "5|5", "6|6"}));
+    EXPECT_EQ(Rows("SELECT count(*) FROM Publishers"), Texts{"4"});
+}
+
+TEST_F(ScanTest, RowsOfANewTitleAndOfAFileJoiningItByTheCutName) {
+    Create();
+    Open();
+    const Bytes first =
+        Tape({{0, "La leyenda del \"Se\xF1or\" de las mazmorras perdidas: segunda parte"},
+              {1, "Dinamic"},
+              {2, "Jos\xE9 P\xE9rez"},
+              {3, "1985/86"},
+              {4, "Spanish"},
+              {5, "Arcade"},
+              {6, "1.99"},
+              {7, "Speedlock 2"},
+              {8, "Original Release, edicion limitada con manual y poster"},
+              {9, "Erbe Software"},
+              {255, "Comentario"}});
+    const Bytes second =
+        Tape({{0, "La leyenda del \"Se\xF1or\" de las mazmorras perdidas: tercera parte"},
+              {1, "Dinamic"},
+              {3, "1987"}});
+    Put("Sub/JUEGO.TZX", first);
+    Put("Sub/otro.tzx", second);
+
+    ASSERT_EQ(Scan(), Scanner::Result::Done);
+    EXPECT_EQ(Counts(scanner.counters), "2 2 1 1 0 1");
+    EXPECT_EQ(Rows("SELECT TitleId, Name, Year, IdPub, Type, HaveIt, Author, Estado FROM Titles"),
+              Texts{"1|La leyenda del 'Señor' de las mazmorras perdidas: |1985|1|Arc|1|José "
+                    "Pérez|0"});
+    EXPECT_EQ(Rows("SELECT TitleId, FileName, Extension, PathIndex, FileSize, Origin, IdLang, "
+                   "LoadSchema, HaveIt FROM tFiles ORDER BY FileId"),
+              (Texts{"1|JUEGO|tzx|1|" + std::to_string(first.size()) +
+                         "|Original Release, edicion limitada con manual y po|Spa|Speedlock 2|1",
+                     "1|otro|tzx|1|" + std::to_string(second.size()) + "||NULL||1"}));
+    EXPECT_EQ(Rows("SELECT * FROM Paths"), Texts{"1|" + At("Sub")});
+    // The re-publisher is not a publisher of the title.
+    EXPECT_EQ(Rows("SELECT * FROM Publishers ORDER BY IdPub"),
+              (Texts{"0|- Desconocido -", "1|Dinamic"}));
+}
+
+TEST_F(ScanTest, FilesWithoutInformationTakeTheirNameAndFilesAddedByHandAreOmitted) {
+    Create();
+    Title("A mano", "", 0, "", 0, 0);
+    Open();
+    const QString hand = Put("MANO.TZX", Named("Otro nombre", "Otra"));
+    ASSERT_TRUE(Comunes::AddFileToTitle(1, hand));
+    const Bytes bare = Tape();
+    Put("sin info.tzx", bare);
+    Put("basura.tzx", "esto no es una cinta");
+    Put("corto.tzx", "ZX");
+
+    ASSERT_EQ(Scan(), Scanner::Result::Done);
+    EXPECT_EQ(Counts(scanner.counters), "4 4 3 0 1 0");
+    EXPECT_EQ(Rows("SELECT TitleId, Name, IdPub, HaveIt FROM Titles ORDER BY TitleId"),
+              (Texts{"1|A mano|0|1", "2|basura|0|1", "3|corto|0|1", "4|sin info|0|1"}));
+    EXPECT_EQ(Rows("SELECT FileName, Extension, TitleId, FileSize FROM tFiles ORDER BY FileId"),
+              (Texts{"MANO|TZX|1|" + std::to_string(Named("Otro nombre", "Otra").size()),
+                     "basura|tzx|2|20", "corto|tzx|3|2",
+                     "sin info|tzx|4|" + std::to_string(bare.size())}));
+    EXPECT_TRUE(Rows("SELECT * FROM Publishers").empty());
+}
+
+TEST_F(ScanTest, HiddenFoldersAndLinksAreNotWalkedAndTheMaskIgnoresCase) {
+    Create();
+    Open();
+    Put("real/JUEGO.TZX", Named("Juego", ""));
+    Put("real/Mixto.TzX", Named("Mixto", ""));
+    Put("real/.escondido.tzx", Named("Escondido", ""));
+    Put(".oculta/a.tzx", Named("Oculta", ""));
+    QTemporaryDir outside;
+    WriteFile(outside.filePath("fuera.tzx"), QByteArray::fromStdString(Named("Fuera", "")));
+    ASSERT_TRUE(QFile::link(root + "/real", root + "/enlace"));
+    ASSERT_TRUE(QFile::link(outside.path(), root + "/fuera"));
+    // A link back up would never end if links were followed.
+    ASSERT_TRUE(QFile::link(root, root + "/real/bucle"));
+
+    ASSERT_EQ(Scan(), Scanner::Result::Done);
+    EXPECT_EQ(Relative(scanner.List1), (Texts{".", "real"}));
+    EXPECT_EQ(Relative(scanner.List2), (Texts{"real/JUEGO.TZX", "real/Mixto.TzX"}));
+    EXPECT_EQ(Rows("SELECT FileName, Extension, PathIndex, HaveIt FROM tFiles ORDER BY FileId"),
+              (Texts{"JUEGO|tzx|1|1", "Mixto|tzx|1|1"}));
+    EXPECT_EQ(Rows("SELECT Name, HaveIt FROM Titles ORDER BY TitleId"),
+              (Texts{"Juego|1", "Mixto|1"}));
+    EXPECT_EQ(Rows("SELECT * FROM Paths"), Texts{"1|" + At("real")});
+}
+
+TEST_F(ScanTest, BoxesOfReadingAndRegisteringAreKeptAsWarningsWithThePath) {
+    Create();
+    Path(1, "/lejos/uno");
+    Path(3, "/lejos/tres");
+    Open();
+    const Bytes readable = Named("Roto", "Ocean");
+    const QString broken = Put("roto.tzx", readable + kUnknownBlock);
+    Put("sano.tzx", Named("Sano", "Ocean"));
+
+    ASSERT_EQ(Scan(), Scanner::Result::Done);
+    EXPECT_TRUE(prompt.shown.empty());
+    // The new folder fills the gap in the numbers, which the register tells.
+    std::vector<std::pair<std::string, std::string>> got;
+    for (const ScanWarning& w : scanner.warnings)
+        got.emplace_back(S(w.path), S(w.text));
+    EXPECT_EQ(got, (std::vector<std::pair<std::string, std::string>>{
+                       {S(broken), "2"}, {S(broken), UnknownAt(readable, 4)}}));
+    EXPECT_EQ(S(scanner.Estado), "Terminado: 2 avisos");
+    // What was read before the unknown block still names the title.
+    EXPECT_EQ(Rows("SELECT FileName, PathIndex, TitleId FROM tFiles ORDER BY FileId"),
+              (Texts{"roto|2|1", "sano|2|2"}));
+    EXPECT_EQ(Rows("SELECT Name FROM Titles ORDER BY TitleId"), (Texts{"Roto", "Sano"}));
+
+    ASSERT_EQ(Scan(), Scanner::Result::Done);
+    EXPECT_TRUE(scanner.warnings.empty());
+}
+
+TEST_F(ScanTest, AStoreFailureEndsTheRunAndKeepsTheFilesDoneBeforeIt) {
+    Create();
+    Open();
+    Put("a.tzx", Named("Uno", "Ocean"));
+    Put("b.tzx", Named("Dos", "Dinamic"));
+    Put("c.tzx", Named("Tres", "Topo"));
+    Sql(db, "CREATE TRIGGER lleno BEFORE INSERT ON tFiles WHEN NEW.FileName = 'b' "
+            "BEGIN SELECT RAISE(ABORT, 'disco lleno'); END");
+
+    EXPECT_EQ(Scan(), Scanner::Result::StoreFailed);
+    ASSERT_EQ(prompt.shown.size(), 1u);
+    EXPECT_EQ(prompt.shown[0].text, "Error en el catálogo: disco lleno");
+    EXPECT_EQ(prompt.shown[0].icon, Icon::Critical);
+    EXPECT_EQ(S(scanner.Estado), "Error en el catálogo");
+    // Nothing of the failed file stays, its publisher included.
+    EXPECT_EQ(Counts(scanner.counters), "3 1 1 0 0 1");
+    EXPECT_EQ(Rows("SELECT TitleId, Name, IdPub FROM Titles"), Texts{"1|Uno|1"});
+    EXPECT_EQ(Rows("SELECT FileName, TitleId FROM tFiles"), Texts{"a|1"});
+    EXPECT_EQ(Rows("SELECT * FROM Paths"), Texts{"1|" + S(root)});
+    EXPECT_EQ(Rows("SELECT * FROM Publishers ORDER BY IdPub"),
+              (Texts{"0|- Desconocido -", "1|Ocean"}));
+    EXPECT_EQ(Comunes::PublisherNames, (std::vector<QString>{"- Desconocido -", "Ocean"}));
+
+    // Once the store works again a run takes up the files left.
+    Sql(db, "DROP TRIGGER lleno");
+    EXPECT_EQ(Scan(), Scanner::Result::Done);
+    EXPECT_EQ(Rows("SELECT TitleId, Name, IdPub FROM Titles ORDER BY TitleId"),
+              (Texts{"1|Uno|1", "2|Dos|2", "3|Tres|3"}));
+    EXPECT_EQ(Rows("SELECT * FROM Publishers ORDER BY IdPub"),
+              (Texts{"0|- Desconocido -", "1|Ocean", "2|Dinamic", "3|Topo"}));
+    EXPECT_EQ(prompt.shown.size(), 1u);
+}
+
+TEST_F(ScanTest, CliScanPrintsTheCountersThenTheWarningsAndFailsOnAStoreFailure) {
+    Create();
+    const Bytes readable = Named("Roto", "Ocean");
+    const QString broken = Put("x/roto.tzx", readable + kUnknownBlock);
+    Put("x/sano.tzx", Named("Sano", "Ocean"));
+    auto scan = [&](const std::string& folder, std::string& out, std::string& err) {
+        std::ostringstream o, e;
+        const int status = cli::Run({"scan", folder, "--db", S(db)}, o, e);
+        out = std::regex_replace(o.str(), std::regex("Tiempo empleado: \\d+:\\d\\d:\\d\\d\n"),
+                                 "Tiempo empleado: -\n");
+        err = e.str();
+        return status;
+    };
+    std::string out, err;
+    EXPECT_EQ(scan(S(root), out, err), 0);
+    EXPECT_EQ(out, "Total encontrados: 2\nTotal procesados: 2\nA entradas nuevas: 2\n"
+                   "A entradas existentes: 0\nArchivos omitidos: 0\nCompañías agregadas: 1\n"
+                   "Tiempo empleado: -\nTerminado: 2 avisos\n");
+    // The first folder of an empty register tells its number, as a gap would.
+    EXPECT_EQ(err, S(broken) + ": 1\n" + S(broken) + ": " + UnknownAt(readable, 4) + "\n");
+
+    Put("x/z-nuevo.tzx", Named("Nuevo", "Ocean"));
+    Sql(db, "CREATE TRIGGER lleno BEFORE INSERT ON tFiles BEGIN SELECT RAISE(ABORT, 'disco "
+            "lleno'); END");
+    EXPECT_EQ(scan(S(root), out, err), 2);
+    EXPECT_NE(out.find("Total procesados: 2\n"), std::string::npos) << out;
+    EXPECT_NE(out.find("Archivos omitidos: 2\n"), std::string::npos) << out;
+    EXPECT_EQ(err, "Error en el catálogo: disco lleno\n");
+
+    EXPECT_EQ(scan(At("no-existe"), out, err), 2);
+    EXPECT_EQ(err, "No existe la carpeta " + At("no-existe") + "\n");
+}
+
+TEST_F(ScanTest, TheWindowSavesItsFolderAndAddsUpItsCountersOverRuns) {
+    Create();
+    Open();
+    Put("a.tzx", Named("Uno", "Ocean"));
+    Put("s/b.tzx", Named("Uno", "Ocean"));
+    const Bytes readable = Named("Dos", "");
+    const QString broken = Put("s/c.tzx", readable + kUnknownBlock);
+    SaveSetting("Caminos", "Ruta", root + "/ya-no-existe");
+    {
+        BuscarDirs gone;
+        EXPECT_EQ(gone.Dir1Path(), QDir::homePath());
+        gone.Dir1_Click(root);
+    }
+    EXPECT_EQ(GetSetting("Caminos", "Unidad"), QDir::rootPath());
+    EXPECT_EQ(GetSetting("Caminos", "Ruta"), root);
+
+    BuscarDirs w;
+    ASSERT_EQ(w.Dir1Path(), root);
+    auto labels = [&] {
+        return S(QStringList{w.LabelTotal->text(), w.LabelParcial->text(), w.LabelCreada->text(),
+                             w.LabelAgregada->text(), w.LabelOmitida->text(), w.LabelNwComp->text()}
+                     .join(' '));
+    };
+    w.CommandSelecciona_Click();
+    EXPECT_EQ(labels(), "3 3 2 1 0 1");
+    EXPECT_EQ(S(w.LabelEstado->text()), "Terminado: 2 avisos");
+    EXPECT_EQ(w.List1->count(), 2);
+    EXPECT_EQ(w.List2->count(), 3);
+    ASSERT_EQ(w.Avisos->count(), 2);
+    EXPECT_EQ(S(w.Avisos->item(1)->text()), S(broken) + ": " + UnknownAt(readable, 4));
+    EXPECT_EQ(w.ProgressBar1->value(), w.ProgressBar1->maximum());
+
+    w.CommandSelecciona_Click();
+    EXPECT_EQ(labels(), "3 6 2 1 3 1");
+    EXPECT_EQ(w.List2->count(), 3);
+    EXPECT_EQ(w.Avisos->count(), 0);
+}
+
+TEST_F(ScanTest, TheSearchCommandRefillsTheTitleListWhenTheWindowCloses) {
+    Create();
+    Put("a.tzx", Named("Uno", "Ocean"));
+    Put("b.tzx", Named("Dos", "Ocean"));
+    SaveSetting("Caminos", "Ruta", root);
+    Principal frm;
+    ASSERT_TRUE(frm.Form_Load(db));
+    ASSERT_EQ(frm.GridTitles->Rows(), 0);
+    // The window is modal: it is driven from inside its own loop.
+    QTimer drive;
+    QObject::connect(&drive, &QTimer::timeout, [&] {
+        auto* w = frm.findChild<BuscarDirs*>();
+        if (!w || !w->isVisible()) return;
+        drive.stop();
+        w->CommandSelecciona_Click();
+        w->accept();
+    });
+    drive.start(10);
+    frm.CmdSearch_Click();
+    EXPECT_EQ(frm.GridTitles->Rows(), 2);
+}
+
+} // namespace
+} // namespace cintal::test
