@@ -1,11 +1,16 @@
-// Writes the demo catalogue "cintal.mdb" through the store layer: a title and
-// a file row for every tape of the demo collection, and a few hundred more
+// Writes the demo catalogue "cintal.mdb" through the store layer: a file row
+// for every tape, snapshot, disk and recording of the demo collection under
+// its title, a few titles whose files are gone, and a few hundred more
 // titles, owned or not, with every source code, accents, apostrophes and
-// double quotes. The same file on every run.
+// double quotes. Then checks that every picture in the side folders is found
+// by a title as the main window looks for it. The same file on every run.
 //
 //   cintal-demo-catalogue CATALOGUE DEMO_DIR
 
+#include "acquisition/Scanner.h"
 #include "catalogue/Comunes.h"
+#include "catalogue/Files.h"
+#include "catalogue/Records.h"
 #include "catalogue/Store.h"
 #include "catalogue/Titles.h"
 #include "tape/Cp1252.h"
@@ -20,6 +25,7 @@
 #include <QFileInfo>
 #include <cstdio>
 #include <map>
+#include <set>
 
 using namespace cintal;
 
@@ -44,6 +50,63 @@ const char* kSecond[] = {"Perdida", "del Dragón", "Tormenta", "Sombría", "de C
 const char* kTypes[] = {"Arcade",  "Aventur", "Estrate", "Deporte",
                         "Utilida", "Puzzle",  "Simulad", "Educati"};
 
+// What the collector noted by hand: the title and release of the files whose
+// format carries no archive texts, and corrections to what some tapes say.
+// Keyed by the path below the demo folder. A null text was not noted.
+struct Noted {
+    const char* file;
+    const char* title;
+    const char* year;
+    const char* publisher;
+    const char* type;
+    int memory;  // 0: not noted
+    int players; // 0: not noted
+    const char* origin;
+    const char* lang;
+    const char* joysticks;
+    bool ay, multiload;
+};
+const Noted kNoted[] = {
+    {"Juegos/Mision Rescate.z80", "Misión: Rescate?", "1987", "Lince Soft", "Arcade", 48, 1,
+     "Original Release", "SPA", "Kempston, Sinclair", false, false},
+    {"Juegos/Dragon de Fuego.sna", "Dragón de Fuego", "1986", "Bytes del Sur", "Arcade", 48, 1,
+     "Hacked Version", "ENG", "Kempston", false, false},
+    {"Juegos/Comando Tigre.z80", "Comando Tigre", "1989", "Topacio Soft", "Arcade", 128, 2,
+     "Original Release", "SPA", "Kempston, Sinclair, Cursor", true, true},
+    {"Juegos/Cavernas Abisales.slt", "Cavernas Abisales", "1990", "Erizo Soft", "Arcade", 48, 1,
+     "Compilation", "POR", "Sinclair", false, true},
+    {"Juegos/LABERINT.SP", "Laberinto del Minotauro", "1984", "Microbyte Ediciones", "Puzzle", 48,
+     1, "Type-In", "SPA", "", false, false},
+    // The same title as the tape in Juegos: one title, files in two folders.
+    {"Varios/Castillo Sombrio.z80", "Castillo Sombrío", nullptr, nullptr, nullptr, 48, 1,
+     "Re-Release", "ENG", "Kempston", false, false},
+    {"Varios/Rally del Desierto.voc", "Rally del Desierto", "1988", "Zafiro Software", "Deporte", 0,
+     2, "Magazine Cover Tape", "ITA", nullptr, false, false},
+    {"Discos/El Templo Perdido.dsk", "El Templo Perdido", "1990", "Topacio Soft", "Aventur", 128, 1,
+     "Original Release", "FRE", "Kempston", true, true},
+    {"Discos/Batalla Naval.trd", "Batalla Naval", "1991", "Lince Soft", "Estrate", 128, 2,
+     "Demo version", "GER", "Kempston, Sinclair", true, false},
+    {"Juegos/RANAS SALTARINAS.tap", nullptr, nullptr, nullptr, nullptr, 48, 1, "Incomplete", "XX",
+     nullptr, false, false},
+    {"Utilidades/Curso de BASIC.tap", nullptr, nullptr, nullptr, nullptr, 0, 0, "", "SPA", nullptr,
+     false, false},
+    {"Varios/Tetrix.tap", nullptr, "1990", "Grupo Eco", "Puzzle", 48, 1, "Original Release", "XX",
+     nullptr, false, false},
+    {"Varios/Roto.tap", nullptr, nullptr, nullptr, nullptr, 0, 0, "Buggered / Corrupt", "", nullptr,
+     false, false},
+};
+
+const Noted* Find(const QString& relative) {
+    for (const Noted& n : kNoted)
+        if (relative == QString::fromUtf8(n.file)) return &n;
+    return nullptr;
+}
+
+// A noted text, or what the file itself said.
+QString Or(const char* noted, const QString& otherwise) {
+    return noted ? QString::fromUtf8(noted) : otherwise;
+}
+
 // A small deterministic sequence, so that every run writes the same rows.
 unsigned next = 12345;
 unsigned Rand(unsigned n) {
@@ -58,25 +121,22 @@ bool Insert(const QString& sql, const QVariantList& values, qint64* id = nullptr
     return true;
 }
 
-qint64 PublisherId(std::map<QString, qint64>& ids, const QString& name) {
-    if (name.trimmed().isEmpty()) return 0;
-    const QString key = name.trimmed().toLower();
-    auto it = ids.find(key);
-    if (it != ids.end()) return it->second;
-    const qint64 id = static_cast<qint64>(ids.size()) + 1;
-    Insert("INSERT INTO Publishers (IdPub, PublisherName) VALUES (?, ?)", {id, name.trimmed()});
-    ids[key] = id;
+// The publisher's IdPub, registered as the scan registers one when new.
+qint64 PublisherId(const QString& name) {
+    const QString wanted = name.trimmed();
+    if (wanted.isEmpty()) return 0;
+    for (std::size_t i = 1; i < Comunes::PublisherNames.size(); ++i)
+        if (Comunes::PublisherNames[i].compare(wanted, Qt::CaseInsensitive) == 0)
+            return static_cast<qint64>(i);
+    const qint64 id = Comunes::AddPublisher(wanted);
+    Comunes::LoadPublishers();
     return id;
 }
 
-qint64 PathId(std::map<QString, qint64>& ids, const QString& dir) {
-    auto it = ids.find(dir);
-    if (it != ids.end()) return it->second;
-    // Leave gaps in the numbers, as a catalogue that lost folders has.
-    const qint64 id = static_cast<qint64>(ids.size()) * 2 + 1;
-    Insert("INSERT INTO Paths (PathIndex, GameDir) VALUES (?, ?)", {id, dir});
-    ids[dir] = id;
-    return id;
+// The folder's PathIndex, registered as the scan registers one when new.
+qint64 PathId(const QString& dir) {
+    if (!Comunes::FindPathIndex(dir)) Comunes::AddPath(dir);
+    return Comunes::FindPathIndex(dir);
 }
 
 qint64 AddTitle(const QString& name, const QString& year, qint64 pub, const QString& type,
@@ -93,6 +153,63 @@ QString FromTape(const std::string& cp1252) {
     return QString::fromStdString(Cp1252ToUtf8(cp1252)).trimmed();
 }
 
+// A row of tFiles to write; what is left unset is stored as NULL.
+struct NewFile {
+    qint64 title = 0;
+    QString name{}, extension{};
+    qint64 path = 0;
+    QVariant memory{}, players{}, size{};
+    QString origin{}, lang{}, schema{};
+    QVariant joysticks{};
+    bool ay = false, multiload = false, haveIt = true;
+};
+
+bool AddFile(const NewFile& r) {
+    return Insert("INSERT INTO tFiles (TitleId, FileName, Extension, PathIndex, Memory, Players, "
+                  "FileSize, Origin, IdLang, LoadSchema, HaveIt, Joysticks, AYSound, MultiLoad) "
+                  "VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)",
+                  {r.title, r.name, r.extension, r.path, r.memory, r.players, r.size, r.origin,
+                   r.lang, r.schema, r.haveIt ? 1 : 0, r.joysticks, r.ay ? 1 : 0,
+                   r.multiload ? 1 : 0});
+}
+
+// Looks for every title's side files from every folder of its files, as the
+// main window does, and reports the pictures that no title finds: a name
+// that doesn't match its title is a mistake of the demo, not a case to show.
+// Counts the titles that have a picture of each kind.
+bool CheckSideFiles(const QString& demo, int counts[4]) {
+    QSqlQuery q = Store::NewQuery();
+    if (!Store::Exec(q, "SELECT Titles.TitleId, Titles.Name, Paths.GameDir FROM tFiles "
+                        "JOIN Titles ON Titles.TitleId = tFiles.TitleId "
+                        "JOIN Paths ON Paths.PathIndex = tFiles.PathIndex"))
+        return false;
+    std::set<QString> found;
+    std::set<qint64> titles[4];
+    while (q.next()) {
+        const QString base = SideBaseName(TextOf(q.value(1)));
+        for (int kind = 0; kind < 4; ++kind) {
+            const QString path =
+                FindSideFile(TextOf(q.value(2)), static_cast<SideKind>(kind), base);
+            if (path.isEmpty()) continue;
+            found.insert(QFileInfo(path).canonicalFilePath());
+            titles[kind].insert(NumberOf(q.value(0)));
+        }
+    }
+    for (int kind = 0; kind < 4; ++kind)
+        counts[kind] = static_cast<int>(titles[kind].size());
+    static const QStringList kSideFolders = {"scrshot", "inlay", "map", "codesheet"};
+    bool ok = true;
+    QDirIterator it(demo, QDir::Files, QDirIterator::Subdirectories);
+    while (it.hasNext()) {
+        const QFileInfo fi(it.next());
+        if (!kSideFolders.contains(fi.dir().dirName(), Qt::CaseInsensitive)) continue;
+        if (found.count(fi.canonicalFilePath())) continue;
+        std::fprintf(stderr, "Ningún título encuentra %s\n", qPrintable(fi.filePath()));
+        ok = false;
+    }
+    return ok;
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
@@ -105,7 +222,7 @@ int main(int argc, char** argv) {
     const QString demo = QDir(QString::fromLocal8Bit(argv[2])).absolutePath();
     QFile::remove(db);
     QString reason;
-    if (!Store::CreateEmpty(db, &reason) || !Store::Open(db, &reason)) {
+    if (!Store::CreateEmpty(db, &reason) || !Comunes::InitGlobals(db, &reason)) {
         std::fprintf(stderr, "No se puede crear %s: %s\n", qPrintable(db), qPrintable(reason));
         return 1;
     }
@@ -113,48 +230,146 @@ int main(int argc, char** argv) {
     PromptScope scope(quiet);
     Store::Begin();
 
-    std::map<QString, qint64> pubs, paths;
     for (const char* p : kPublishers)
-        PublisherId(pubs, QString::fromUtf8(p));
+        PublisherId(QString::fromUtf8(p));
 
-    // Every file of the demo collection, under a title made from its tape.
+    // The tapes come in as a collector's would: through the disk scan.
+    Scanner scanner;
+    scanner.Run(demo);
+    std::printf("Búsqueda en %s: %lld cintas, %lld títulos nuevos, %lld avisos\n", qPrintable(demo),
+                static_cast<long long>(scanner.counters.Total),
+                static_cast<long long>(scanner.counters.Creada),
+                static_cast<long long>(scanner.warnings.size()));
+
+    // Every file of the demo collection under its title: the one its tape
+    // names, the one noted for it, or else its file name. Files that name the
+    // same title share it, whatever their folders.
+    static const QStringList kFormats = {"tzx", "tap", "z80", "sna", "sp",
+                                         "voc", "slt", "dsk", "trd"};
     QStringList files;
     QDirIterator it(demo, QDir::Files, QDirIterator::Subdirectories);
     while (it.hasNext())
         files << it.next();
     files.sort();
+    std::map<QString, qint64> titles;
+    {
+        QSqlQuery q = Store::NewQuery();
+        Store::Exec(q, "SELECT TitleId, Name FROM Titles");
+        while (q.next())
+            titles.emplace(TextOf(q.value(1)), NumberOf(q.value(0)));
+    }
     int n = 0;
     for (const QString& file : files) {
         const QFileInfo fi(file);
-        const QString ext = fi.suffix();
-        if (ext.compare("tzx", Qt::CaseInsensitive) && ext.compare("tap", Qt::CaseInsensitive))
-            continue;
-        TZXTape tape;
-        tape.FileName = file.toStdString();
-        if (ext.compare("tzx", Qt::CaseInsensitive) == 0) tape.ReadTape();
-        const ArchiveInfo& info = tape.ArchiveInfo();
+        const QString ext = fi.suffix().toLower();
+        if (!kFormats.contains(ext)) continue;
+        const Noted* noted = Find(QDir(demo).relativeFilePath(file));
+        const bool tape = ext == "tzx" || ext == "tap";
+        TZXTape reader;
+        reader.FileName = file.toStdString();
+        if (ext == "tzx") reader.ReadTape();
+        const ArchiveInfo& info = reader.ArchiveInfo();
         QString name = FromTape(info.iName);
         if (name.isEmpty()) name = fi.completeBaseName();
-        const qint64 pub = PublisherId(pubs, FromTape(info.iPublisher));
-        const qint64 title =
-            AddTitle(name, FromTape(info.iYear), pub, FromTape(info.iType).left(3), true,
-                     QVariant(static_cast<int>(n++ % 7)), FromTape(info.iAuthor));
-        Insert("INSERT INTO tFiles (TitleId, FileName, Extension, PathIndex, Memory, FileSize, "
-               "Origin, IdLang, LoadSchema, HaveIt) VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, 1)",
-               {title, fi.completeBaseName(), ext.toLower(), PathId(paths, fi.absolutePath()),
-                n % 3 == 0 ? 128 : 48, fi.size(), FromTape(info.iOrigin),
-                FromTape(info.iLang).left(3).toUpper(), FromTape(info.iSchema)});
+        if (noted && noted->title) name = QString::fromUtf8(noted->title);
+        name = StoredTitleName(name);
+
+        ++n;
+        if (ext == "tzx") {
+            // Scanned already: only what the collector noted by hand is added.
+            const QVariant memory =
+                noted && noted->memory ? QVariant(noted->memory) : QVariant(n % 3 == 0 ? 128 : 48);
+            Insert(
+                "UPDATE tFiles SET Memory = ?, Players = coalesce(?, Players), "
+                "Origin = coalesce(?, Origin), IdLang = coalesce(?, IdLang), Joysticks = ?, "
+                "AYSound = ?, MultiLoad = ? "
+                "WHERE FileName = ? AND Extension = 'tzx' AND PathIndex = ?",
+                {memory, noted && noted->players ? QVariant(noted->players) : QVariant(),
+                 noted && noted->origin ? QVariant(QString::fromUtf8(noted->origin)) : QVariant(),
+                 noted && noted->lang ? QVariant(QString::fromUtf8(noted->lang)) : QVariant(),
+                 noted && noted->joysticks ? QVariant(QString::fromUtf8(noted->joysticks))
+                                           : QVariant(),
+                 noted && noted->ay ? 1 : 0, noted && noted->multiload ? 1 : 0,
+                 fi.completeBaseName(), PathId(fi.absolutePath())});
+            continue;
+        }
+        auto known = titles.find(name);
+        if (known == titles.end()) {
+            const qint64 pub = PublisherId(noted ? Or(noted->publisher, FromTape(info.iPublisher))
+                                                 : FromTape(info.iPublisher));
+            const QString type = noted && noted->type ? QString::fromUtf8(noted->type)
+                                                      : FromTape(info.iType).left(3);
+            const qint64 id = AddTitle(
+                name, noted ? Or(noted->year, FromTape(info.iYear)) : FromTape(info.iYear), pub,
+                type, true, QVariant(static_cast<int>((n - 1) % 7)), FromTape(info.iAuthor));
+            known = titles.emplace(name, id).first;
+        }
+        NewFile row;
+        row.title = known->second;
+        row.name = fi.completeBaseName();
+        row.extension = ext;
+        row.path = PathId(fi.absolutePath());
+        row.size = fi.size();
+        if (noted && noted->memory)
+            row.memory = noted->memory;
+        else if (tape)
+            row.memory = n % 3 == 0 ? 128 : 48;
+        if (noted && noted->players) row.players = noted->players;
+        row.origin = noted ? Or(noted->origin, FromTape(info.iOrigin)) : FromTape(info.iOrigin);
+        const QString lang = FromTape(info.iLang).left(3).toUpper();
+        row.lang = noted ? Or(noted->lang, lang) : lang;
+        row.schema = FromTape(info.iSchema);
+        if (noted && noted->joysticks) row.joysticks = QString::fromUtf8(noted->joysticks);
+        row.ay = noted && noted->ay;
+        row.multiload = noted && noted->multiload;
+        AddFile(row);
     }
 
-    // A file row whose file is gone: the title is owned but its tape missing.
+    // Titles whose files are gone: the rows are there, the files are not.
     const qint64 lost = AddTitle("Cinta Extraviada", "1986", 3, "Arcade", true, 2);
-    Insert("INSERT INTO tFiles (TitleId, FileName, Extension, PathIndex, HaveIt) "
-           "VALUES (?, ?, ?, ?, 1)",
-           {lost, "Cinta Extraviada", "tzx", PathId(paths, demo + "/Perdidos")});
+    AddFile({.title = lost,
+             .name = "Cinta Extraviada",
+             .extension = "tzx",
+             .path = PathId(demo + "/Perdidos")});
+    // Its snapshot lost, its screen still beside where it was.
+    const qint64 ghost =
+        AddTitle("Nave Fantasma", "1988", PublisherId("Zafiro Software"), "Aventur", true, 3);
+    AddFile({.title = ghost,
+             .name = "Nave Fantasma",
+             .extension = "sna",
+             .path = PathId(demo + "/Varios"),
+             .memory = 48,
+             .players = 1,
+             .size = 49179,
+             .origin = "Re-Release",
+             .lang = "POR"});
+    // Two rows, neither file on disk. The first is marked as not owned, and
+    // the file grid takes its colours from the first row.
+    const qint64 sun =
+        AddTitle("Guerreros del Sol", "1989", PublisherId("Topacio Soft"), "Arcade", true, 1);
+    AddFile({.title = sun,
+             .name = "Guerreros del Sol",
+             .extension = "tzx",
+             .path = PathId(demo + "/Juegos"),
+             .memory = 48,
+             .players = 2,
+             .size = 48211,
+             .origin = "Original Release",
+             .lang = "SPA",
+             .haveIt = false});
+    AddFile({.title = sun,
+             .name = "Guerreros del Sol",
+             .extension = "trd",
+             .path = PathId(demo + "/Discos"),
+             .memory = 128,
+             .players = 2,
+             .size = 163840,
+             .origin = "Incomplete",
+             .lang = ""});
 
     // Titles from listings: some owned, most not, every source code, and a few
     // names with the characters that trip a store up.
-    AddTitle("The \"Last\" Ninja", "1987", PublisherId(pubs, "System 3"), "Arcade", false, 4);
+    AddTitle("The \"Last\" Ninja", "1987", PublisherId("System 3"), "Arcade", false, 4);
     AddTitle("Jack's \"Big\" Day Out", "1985", 11, "Arcade", false, 1);
     AddTitle("Ábaco Mágico", "1984", 2, "Educati", false, 5);
     AddTitle("abadía del crimen, La", "1988", 3, "Aventur", false, 4);
@@ -171,7 +386,15 @@ int main(int argc, char** argv) {
                  Rand(9) ? QVariant(static_cast<int>(Rand(7))) : QVariant());
     }
     if (!Store::Commit()) return 1;
+    int counts[4] = {};
+    const bool matched = CheckSideFiles(demo, counts);
     Store::Close();
-    std::printf("Catálogo de ejemplo: %s\n", qPrintable(db));
+    if (!matched) {
+        QFile::remove(db);
+        return 1;
+    }
+    std::printf("Catálogo de ejemplo: %s; títulos con pantalla: %d, con encarte: %d, con mapa: "
+                "%d, con hoja de códigos: %d\n",
+                qPrintable(db), counts[0], counts[1], counts[2], counts[3]);
     return 0;
 }

@@ -115,6 +115,8 @@ void Principal::BuildLayout() {
     LabelType = new QLabel;
     for (QLabel* l : {LabelNombre, LabelCompany, LabelYear, LabelType}) {
         l->setTextInteractionFlags(Qt::TextSelectableByMouse);
+        // A long name wraps inside the box instead of pushing the picture aside.
+        l->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
         l->setMinimumWidth(120);
     }
     QFont nameFont = LabelNombre->font();
@@ -280,9 +282,12 @@ void Principal::MarkOption(int option, bool found) {
     o->setFont(f);
     if (found) {
         // Blue stays once set: a miss only takes the bold away.
+        // Disabled options keep the desktop's grey.
         QPalette p = o->palette();
-        p.setColor(QPalette::WindowText, QColor(0, 0, 0xFF));
-        p.setColor(QPalette::ButtonText, QColor(0, 0, 0xFF));
+        for (QPalette::ColorGroup g : {QPalette::Active, QPalette::Inactive}) {
+            p.setColor(g, QPalette::WindowText, QColor(0, 0, 0xFF));
+            p.setColor(g, QPalette::ButtonText, QColor(0, 0, 0xFF));
+        }
         o->setPalette(p);
     }
 }
