@@ -349,10 +349,10 @@ QString Grid::ColumnTag(int col) const {
     return ColumnAt(col) ? ColumnAt(col)->tag : QString();
 }
 void Grid::SetColumnTag(int col, const QString& tag) {
-    if (ColumnAt(col)) const_cast<Column*>(ColumnAt(col))->tag = tag;
+    if (Column* c = ColumnAt(col)) c->tag = tag;
 }
 void Grid::SetColumnTextHidden(int col, bool hidden) {
-    if (ColumnAt(col)) const_cast<Column*>(ColumnAt(col))->textHidden = hidden;
+    if (Column* c = ColumnAt(col)) c->textHidden = hidden;
 }
 
 void Grid::Touch(int row, int col) {

@@ -103,6 +103,9 @@ protected:
 
 private:
     const Column* ColumnAt(int col) const;
+    Column* ColumnAt(int col) {
+        return const_cast<Column*>(static_cast<const Grid*>(this)->ColumnAt(col));
+    }
     int ViewRow(int row) const;
     int Pixels(int units) const;
     void Touch(int row, int col);
