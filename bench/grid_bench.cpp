@@ -46,10 +46,10 @@ QString Catalogue() {
                    {p, QStringLiteral("Editorial %1").arg(p)});
     const char* words[] = {"Castillo", "Ábaco",  "Galaxia", "Dragón", "Misión",
                            "zorro",    "Abadía", "Turbo",   "Ñu",     "Ciudad"};
-    unsigned seed = 7;
+    unsigned state = 7;
     auto rnd = [&](unsigned n) {
-        seed = seed * 1103515245u + 12345u;
-        return (seed >> 16) % n;
+        state = state * 1103515245u + 12345u;
+        return (state >> 16) % n;
     };
     for (int i = 0; i < kTitles; ++i) {
         const QString name = QStringLiteral("%1 %2 %3")
