@@ -13,7 +13,6 @@
 #include "catalogue/Records.h"
 #include "catalogue/Store.h"
 #include "catalogue/Titles.h"
-#include "tape/Cp1252.h"
 #include "tape/Prompt.h"
 #include "tape/TZXFunct.h"
 #include "tape/TZXTape.h"
@@ -125,9 +124,7 @@ bool Insert(const QString& sql, const QVariantList& values, qint64* id = nullptr
 qint64 PublisherId(const QString& name) {
     const QString wanted = name.trimmed();
     if (wanted.isEmpty()) return 0;
-    for (std::size_t i = 1; i < Comunes::PublisherNames.size(); ++i)
-        if (Comunes::PublisherNames[i].compare(wanted, Qt::CaseInsensitive) == 0)
-            return static_cast<qint64>(i);
+    if (const qint64 known = Comunes::FindPublisher(wanted); known >= 0) return known;
     const qint64 id = Comunes::AddPublisher(wanted);
     Comunes::LoadPublishers();
     return id;
@@ -150,7 +147,7 @@ qint64 AddTitle(const QString& name, const QString& year, qint64 pub, const QStr
 }
 
 QString FromTape(const std::string& cp1252) {
-    return QString::fromStdString(Cp1252ToUtf8(cp1252)).trimmed();
+    return Comunes::FromTape(cp1252).trimmed();
 }
 
 // A row of tFiles to write; what is left unset is stored as NULL.

@@ -5,7 +5,6 @@
 #include "catalogue/Records.h"
 #include "catalogue/Store.h"
 #include "platform/PathCase.h"
-#include "tape/Cp1252.h"
 #include "tape/Prompt.h"
 #include "tape/TZXFunct.h"
 
@@ -15,13 +14,6 @@
 namespace cintal {
 
 namespace {
-
-QString Text(const std::string& cp1252) {
-    return QString::fromStdString(Cp1252ToUtf8(cp1252));
-}
-std::string TapeText(const QString& text) {
-    return Utf8ToCp1252(text.toStdString());
-}
 
 QString VariantText(const Variant& v) {
     if (const auto* s = std::get_if<std::string>(&v)) return QString::fromStdString(*s);
@@ -178,14 +170,11 @@ bool Scanner::ProcessFile(const QString& path) {
     if (!info.iPublisher.empty()) {
         while (!info.iPublisher.empty() && info.iPublisher.back() == ' ')
             info.iPublisher.pop_back();
-        const QString publisher = Text(info.iPublisher).toLower();
-        int match = -1;
-        for (std::size_t i = 0; i < Comunes::PublisherNames.size() && match < 0; ++i)
-            if (Comunes::PublisherNames[i].toLower() == publisher) match = static_cast<int>(i);
+        const qint64 match = Comunes::FindPublisher(Comunes::FromTape(info.iPublisher));
         // Slot 0 stands for no publisher: matching it is having none.
-        if (match > 0) idPub = match;
+        if (match > 0) idPub = static_cast<double>(match);
         if (match < 0) {
-            const qint64 id = Comunes::AddPublisher(Text(info.iPublisher));
+            const qint64 id = Comunes::AddPublisher(Comunes::FromTape(info.iPublisher));
             if (id < 0 || !Comunes::LoadPublishers()) return false;
             idPub = static_cast<double>(id);
             newPublisher = true;
@@ -196,7 +185,7 @@ bool Scanner::ProcessFile(const QString& path) {
     info.fExtension = ext.toStdString();
     info.fFileName = name.toStdString();
     info.fFileSize = static_cast<double>(QFileInfo(path).size());
-    if (info.iName.empty()) info.iName = TapeText(name);
+    if (info.iName.empty()) info.iName = Comunes::ToTape(name);
 
     double titleId = static_cast<double>(Comunes::FindTitle(static_cast<qint64>(idPub)));
     if (failed()) return false;
@@ -226,13 +215,14 @@ bool AddScannedFile(double& idPub, double& titleId) {
         if (!Store::Exec(q,
                          "INSERT INTO Titles (Name, Year, IdPub, Type, HaveIt, Author) "
                          "VALUES (?, ?, ?, ?, ?, ?)",
-                         {Text(info.iName).left(50), Text(info.iYear).left(4),
-                          static_cast<qint64>(idPub), Text(info.iType).left(3),
-                          onDisk ? QVariant(1) : QVariant(), Text(info.iAuthor)}))
+                         {Comunes::FromTape(info.iName).left(50),
+                          Comunes::FromTape(info.iYear).left(4), static_cast<qint64>(idPub),
+                          Comunes::FromTape(info.iType).left(3), onDisk ? QVariant(1) : QVariant(),
+                          Comunes::FromTape(info.iAuthor)}))
             return false;
         titleId = static_cast<double>(Store::LastInsertId(q));
     }
-    const QString lang = Text(info.iLang);
+    const QString lang = Comunes::FromTape(info.iLang);
     const QString memory = VariantText(info.fMemory);
     if (!Store::Run("INSERT INTO tFiles (TitleId, FileName, Extension, PathIndex, Origscreen, "
                     "Memory, Players, FileSize, Origin, IdLang, LoadSchema, HaveIt) "
@@ -241,9 +231,10 @@ bool AddScannedFile(double& idPub, double& titleId) {
                      info.fOriginalScreen ? 1 : 0,
                      memory.isEmpty() ? QVariant() : QVariant(memory.toLongLong()),
                      VariantText(info.fPlayers).toLongLong(),
-                     VariantText(info.fFileSize).toLongLong(), Text(info.iOrigin).left(50),
-                     lang.isEmpty() ? QVariant() : QVariant(lang.left(3)), Text(info.iSchema),
-                     onDisk ? 1 : 0}))
+                     VariantText(info.fFileSize).toLongLong(),
+                     Comunes::FromTape(info.iOrigin).left(50),
+                     lang.isEmpty() ? QVariant() : QVariant(lang.left(3)),
+                     Comunes::FromTape(info.iSchema), onDisk ? 1 : 0}))
         return false;
     return Store::Run("UPDATE Titles SET HaveIt = 1 WHERE TitleId = ?",
                       {static_cast<qint64>(titleId)});

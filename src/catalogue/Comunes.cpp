@@ -2,6 +2,7 @@
 
 #include "catalogue/Settings.h"
 #include "catalogue/Store.h"
+#include "tape/Cp1252.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -80,6 +81,21 @@ bool LoadPaths() {
 QString PublisherName(qint64 idPub) {
     if (idPub < 0 || idPub >= static_cast<qint64>(PublisherNames.size())) return {};
     return PublisherNames[static_cast<std::size_t>(idPub)];
+}
+
+qint64 FindPublisher(const QString& name) {
+    const QString wanted = name.toLower();
+    for (std::size_t i = 0; i < PublisherNames.size(); ++i)
+        if (PublisherNames[i].toLower() == wanted) return static_cast<qint64>(i);
+    return -1;
+}
+
+QString FromTape(const std::string& cp1252) {
+    return QString::fromStdString(Cp1252ToUtf8(cp1252));
+}
+
+std::string ToTape(const QString& text) {
+    return Utf8ToCp1252(text.toStdString());
 }
 
 void Reset() {

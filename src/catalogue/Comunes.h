@@ -60,6 +60,14 @@ bool LoadPaths();
 // The publisher's name for an IdPub; empty outside the register.
 QString PublisherName(qint64 idPub);
 
+// The first register slot whose name equals name, case folded, or -1.
+// Slot 0 stands for no publisher.
+qint64 FindPublisher(const QString& name);
+
+// Tape texts are Windows-1252 bytes; the catalogue holds Unicode.
+QString FromTape(const std::string& cp1252);
+std::string ToTape(const QString& text);
+
 void Reset();
 
 } // namespace Comunes

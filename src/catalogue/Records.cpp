@@ -3,7 +3,6 @@
 #include "catalogue/Comunes.h"
 #include "catalogue/Store.h"
 #include "catalogue/Titles.h"
-#include "tape/Cp1252.h"
 #include "tape/Prompt.h"
 #include "tape/SafeWrite.h"
 #include "tape/TZXFunct.h"
@@ -14,10 +13,6 @@
 namespace cintal::Comunes {
 
 namespace {
-
-QString Text(const std::string& cp1252) {
-    return QString::fromStdString(Cp1252ToUtf8(cp1252));
-}
 
 // Ends a command that hit a store failure: nothing half-done stays in memory.
 bool Failed() {
@@ -112,23 +107,24 @@ bool AddFileToTitle(qint64 titleId, const QString& path) {
     CurTape->FileName = p;
     CurTape->ReadTape();
     const ArchiveInfo& info = CurTape->ArchiveInfo();
-    const QString lang = Text(info.iLang);
+    const QString lang = FromTape(info.iLang);
     const bool ok =
         Store::Begin() &&
         Store::Run("INSERT INTO tFiles (TitleId, FileName, Extension, PathIndex, Origscreen, "
                    "FileSize, Origin, IdLang, LoadSchema, HaveIt) "
                    "VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, 1)",
                    {titleId, name, extension, pathIndex, info.fOriginalScreen ? 1 : 0,
-                    QFileInfo(path).size(), Text(info.iOrigin).left(50),
-                    lang.isEmpty() ? QVariant() : QVariant(lang.left(3)), Text(info.iSchema)}) &&
+                    QFileInfo(path).size(), FromTape(info.iOrigin).left(50),
+                    lang.isEmpty() ? QVariant() : QVariant(lang.left(3)),
+                    FromTape(info.iSchema)}) &&
         Store::Run("UPDATE Titles SET HaveIt = 1 WHERE TitleId = ?", {titleId}) && Store::Commit();
     CurTape.reset();
     return ok ? true : Failed();
 }
 
 qint64 FindTitle(qint64 idPub) {
-    const QString name = StoredTitleName(Text(Info().iName));
-    Info().iName = Utf8ToCp1252(name.toStdString());
+    const QString name = StoredTitleName(FromTape(Info().iName));
+    Info().iName = ToTape(name);
     QSqlQuery q = Store::NewQuery();
     if (!Store::Exec(q, "SELECT TitleId FROM Titles WHERE Name = ? AND IdPub = ? LIMIT 1",
                      {name, idPub}))
