@@ -1,6 +1,7 @@
 #include "cli/Commands.h"
 
 #include "cli/CatalogueCommands.h"
+#include "cli/InfoCommand.h"
 
 #include "tape/Cp1252.h"
 #include "tape/TZXTape.h"
@@ -28,6 +29,10 @@ const char* kHelp =
     "                           añade un archivo al título ID, como \"Añadir archivo...\"\n"
     "  scan CARPETA [--db CATÁLOGO]\n"
     "                           añade al catálogo las cintas TZX nuevas bajo la carpeta\n"
+    "  info [--set CAMPO=TEXTO]... [--yes] [--db CATÁLOGO] CINTA.tzx\n"
+    "                           muestra la información de archivo de la cinta o, con --set,\n"
+    "                           cambia esos campos (\\n es un salto de línea) y la guarda como\n"
+    "                           \"Guardar Info\"; con --db actualiza también su fila del catálogo\n"
     "  --help                   muestra esta ayuda\n"
     "\n"
     "Los avisos del programa se escriben en la salida de errores.\n";
@@ -164,6 +169,7 @@ int Run(const std::vector<std::string>& args, std::ostream& out, std::ostream& e
         return args.empty() ? 2 : 0;
     }
     const std::string& command = args[0];
+    if (command == "info") return InfoCommand(args, out, err);
     if (command == "init" || command == "titles" || command == "add" || command == "scan") {
         CliPrompt prompt(err, false);
         PromptScope scope(prompt);

@@ -8,6 +8,7 @@
 
 #include <QCheckBox>
 #include <QComboBox>
+#include <QDialog>
 #include <QLabel>
 #include <QMainWindow>
 #include <QMenu>
@@ -96,6 +97,9 @@ public:
     // The file dialog of AddFileByHand: given the filter, gives the chosen
     // path or nothing. Tests put their own choice here.
     std::function<QString(const QString& filter)> ChooseFile;
+    // Shows a window modally and returns when it is closed. Tests put their
+    // own here, so that no window waits for a person.
+    std::function<void(QDialog&)> RunModal = [](QDialog& window) { window.exec(); };
     // The filter of AddFileByHand, as the collection's users know it.
     static const QString kAddFileFilter;
 

@@ -5,6 +5,7 @@
 #include "catalogue/Records.h"
 #include "catalogue/Store.h"
 #include "catalogue/Titles.h"
+#include "inspector/Info.h"
 #include "platform/PathCase.h"
 #include "platform/Shell.h"
 #include "tape/Prompt.h"
@@ -141,13 +142,15 @@ void Principal::CmdModify_Click() {
         for (int row = 1; row <= GridFiles->Rows() && !tape; ++row)
             tape = GridFiles->CellText(row, col).toLower() == QLatin1String("tzx");
     }
-    // The inspector and the title dialog come later; until then, say which.
-    if (tape)
-        Tell(QStringLiteral("Aquí se abrirá el inspector de cintas (Info)."), Icon::Information,
-             QStringLiteral("Info"));
-    else
-        Tell(QStringLiteral("Aquí se abrirá el diálogo del título (TitleInfo)."), Icon::Information,
-             QStringLiteral("TitleInfo"));
+    if (tape) {
+        Info window(GridTitles, GridFiles, this);
+        window.Form_Load();
+        RunModal(window);
+        return;
+    }
+    // The title dialog comes later; until then, say so.
+    Tell(QStringLiteral("Aquí se abrirá el diálogo del título (TitleInfo)."), Icon::Information,
+         QStringLiteral("TitleInfo"));
 }
 
 void Principal::AddFileByHand() {

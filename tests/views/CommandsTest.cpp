@@ -307,12 +307,18 @@ TEST_F(CommandsTest, ATapBecomesATzxOfTheTitleAndTheRecordThenOpensTheInspector)
 
     // A TZX among the files opens the inspector, whichever row is selected.
     SelectFile("juego.tap");
+    QString opened;
+    frm.RunModal = [&](QDialog& window) {
+        opened = window.objectName();
+        window.close();
+    };
     frm.CmdModify_Click();
-    EXPECT_EQ(prompt.shown.back().title, "Info");
-    EXPECT_EQ(prompt.shown.back().icon, Icon::Information);
+    EXPECT_EQ(opened, "Info");
 
-    // Once the TZX exists the engine refuses, and nothing is added.
+    // Once the TZX exists the engine refuses, and nothing is added. Closing
+    // the inspector listed the files again, without a selection.
     prompt.shown.clear();
+    SelectFile("juego.tap");
     frm.mnuTap2Tzx_Click();
     EXPECT_EQ(Shown(), Texts{Box("Ya existe " + S(tzx), "Convertir en TZX", Icon::Critical)});
     EXPECT_EQ(Count("tFiles"), 2);

@@ -1,0 +1,153 @@
+#include "cli/InfoCommand.h"
+
+#include "catalogue/Comunes.h"
+#include "catalogue/Records.h"
+#include "catalogue/Store.h"
+#include "cli/Commands.h"
+#include "inspector/Inspector.h"
+#include "tape/TZXFunct.h"
+
+#include <QFileInfo>
+#include <QSqlQuery>
+#include <ostream>
+
+namespace cintal::cli {
+
+namespace {
+
+const char* kUsage = "Uso: cintal-cli info [--set CAMPO=TEXTO]... [--yes] [--db CATÁLOGO] "
+                     "CINTA.tzx\n";
+
+// The command line's questions: Aceptar/Cancelar is a question too, and
+// only --yes accepts it.
+class InfoPrompt : public CliPrompt {
+public:
+    InfoPrompt(std::ostream& err, bool yes) : CliPrompt(err, yes), err(err), yes(yes) {}
+    Button Show(const Message& message) override {
+        if (message.buttons != Buttons::OkCancel) return CliPrompt::Show(message);
+        err << FormatMessage(message) << " -> " << (yes ? "Aceptar" : "Cancelar") << "\n";
+        return yes ? Button::Ok : Button::Cancel;
+    }
+
+private:
+    std::ostream& err;
+    bool yes;
+};
+
+// "\n" stands for a new line, which the tape writes as a carriage return;
+// "\\" for a backslash.
+QString Unescape(const std::string& utf8) {
+    QString text = QString::fromStdString(utf8), out;
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        if (text[i] == '\\' && i + 1 < text.size() && (text[i + 1] == 'n' || text[i + 1] == '\\')) {
+            out += text[i + 1] == 'n' ? QChar('\r') : QChar('\\');
+            ++i;
+        } else {
+            out += text[i];
+        }
+    }
+    return out;
+}
+
+int BoxOf(const std::string& name) {
+    for (const auto& f : kArchiveFields)
+        if (name == f.name) return f.id;
+    return -1;
+}
+
+// The file's row in the catalogue, found by folder, name and extension.
+std::optional<qint64> FileRowOf(const QString& path) {
+    const std::string p = path.toStdString();
+    const qint64 pathIndex = Comunes::FindPathIndex(QString::fromStdString(DirOf(p)));
+    if (pathIndex == 0) return 0;
+    QSqlQuery q = Store::NewQuery();
+    if (!Store::Exec(q,
+                     "SELECT FileId FROM tFiles WHERE FileName = ? AND Extension = ? AND "
+                     "PathIndex = ? LIMIT 1",
+                     {QString::fromStdString(FileNameOf(p)), QString::fromStdString(ExtensionOf(p)),
+                      pathIndex}))
+        return std::nullopt;
+    return q.next() ? NumberOf(q.value(0)) : 0;
+}
+
+} // namespace
+
+int InfoCommand(const std::vector<std::string>& args, std::ostream& out, std::ostream& err) {
+    QString db, file;
+    bool yes = false;
+    std::vector<std::pair<int, QString>> sets;
+    for (std::size_t i = 1; i < args.size(); ++i) {
+        if (args[i] == "--db" && i + 1 < args.size()) {
+            db = QString::fromStdString(args[++i]);
+        } else if (args[i] == "--yes") {
+            yes = true;
+        } else if (args[i] == "--set" && i + 1 < args.size()) {
+            const std::string& set = args[++i];
+            const auto eq = set.find('=');
+            const int box = eq == std::string::npos ? -1 : BoxOf(set.substr(0, eq));
+            if (box < 0) {
+                err << "cintal-cli: campo desconocido en --set " << set
+                    << " (iName, iPublisher, iAuthor, iYear, iLang, iType, iPrice, iSchema, "
+                       "iOrigin, iRePublisher, iComments)\n";
+                return 2;
+            }
+            sets.emplace_back(box, Unescape(set.substr(eq + 1)));
+        } else if (file.isEmpty() && !args[i].empty() && args[i][0] != '-') {
+            file = QString::fromStdString(args[i]);
+        } else {
+            err << "cintal-cli: argumento inesperado " << args[i] << "\n" << kUsage;
+            return 2;
+        }
+    }
+    if (file.isEmpty()) {
+        err << kUsage;
+        return 2;
+    }
+    InfoPrompt prompt(err, yes);
+    PromptScope scope(prompt);
+    const QString path = QFileInfo(file).absoluteFilePath();
+    Inspector inspector;
+    inspector.Open(path);
+    if (sets.empty()) {
+        for (const auto& f : kArchiveFields) {
+            const std::string& text = inspector.Tape().ArchiveInfo().*(f.field);
+            if (!text.empty())
+                out << "info\t" << f.id << '\t' << f.name << '\t' << Printable(text) << '\n';
+        }
+        return inspector.Tape().Status().Whole() ? 0 : 1;
+    }
+
+    std::optional<qint64> fileId;
+    if (!db.isEmpty()) {
+        QString reason;
+        if (!Comunes::InitGlobals(db, &reason)) {
+            err << "No se puede abrir el catálogo " << db.toStdString() << ": "
+                << reason.toStdString() << "\n";
+            return 2;
+        }
+        const int failures = Store::Failures();
+        fileId = FileRowOf(path);
+        if (Store::Failures() != failures) return 2;
+    }
+    // As the window does: the boxes show the fields, the user types, the
+    // key release writes them back.
+    Inspector::BoxTexts boxes = inspector.ShowArchiveInfo();
+    for (const auto& [box, text] : sets)
+        boxes[box] = text;
+    inspector.KeyUp(boxes);
+    if (inspector.SaveBlocker().isEmpty() && !inspector.AcceptLongTexts()) {
+        out << file.toStdString() << ": no se ha modificado\n";
+        return 1;
+    }
+    const int failures = Store::Failures();
+    const Inspector::TapeSaved saved = inspector.SaveTape(fileId);
+    if (!saved.written) {
+        out << file.toStdString() << ": no se ha modificado\n";
+        return 1;
+    }
+    out << file.toStdString() << ": guardado, versión " << inspector.Tape().FileVersion << "."
+        << inspector.Tape().FileRevision << "\n";
+    return Store::Failures() != failures ? 2 : 0;
+}
+
+} // namespace cintal::cli

@@ -1,0 +1,130 @@
+#pragma once
+// The tape inspector: a title's catalogue record on the left, the archive
+// information of one of its tapes on the right, the title's files, the path
+// and the tape's blocks below. The window gathers and shows; Inspector does
+// the work.
+
+#include "inspector/Inspector.h"
+#include "platform/Grid.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDialog>
+#include <QGroupBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QToolButton>
+#include <array>
+#include <functional>
+#include <map>
+
+namespace cintal {
+
+class Info : public QDialog {
+    Q_OBJECT
+public:
+    // titles and files are the main window's grids: the selected title is
+    // the one shown, and both are written back when the window saves.
+    Info(Grid* titles, Grid* files, QWidget* parent = nullptr);
+    ~Info() override;
+
+    void Form_Load();
+    // The closing of the window; false when the user chose to stay.
+    bool Form_Unload();
+
+    void FillGrid();
+    void GridFiles_SelectionChange();
+    void ShowArchiveInfo();
+    void TextInfo_KeyUp();
+    int TextInfo_KeyPress(int index, int key);
+    void ComboLang_LostFocus();
+    void ComboOrigin_LostFocus();
+    void ComboPub_LostFocus();
+    void CmdDBSave_Click();
+    void CmdTZXSave_Click();
+    void CommandaDB_Click(int index);
+    void CommandATZX_Click(int index);
+    void Command3_Click();
+    void CommandSube_Click();
+    void CommandBaja_Click();
+    // The four add buttons by their attachment type: 1, 5, 2, 3.
+    void AddBlock_Click(int attType);
+
+    // The text of a box of the tape pane, lines ending in CR LF.
+    QString BoxText(int index) const;
+    void SetBoxText(int index, const QString& text);
+    // The pending flag of the tape pane: true when nothing is pending.
+    bool TZXSaveTag() const { return !logic.Pending(); }
+
+    Inspector& Logic() { return logic; }
+
+    // The file dialog of the add buttons: given the caption and the filter,
+    // gives the chosen path or nothing. Tests put their own choice here.
+    std::function<QString(const QString& caption, const QString& filter)> ChooseFile;
+
+    // Catalogue pane.
+    QGroupBox* Frame1;
+    std::map<int, QLabel*> LabelInfo;
+    QLineEdit* TextName;
+    QComboBox* ComboPub;
+    QComboBox* ListYear;
+    QComboBox* ComboTipo;
+    QLabel* Label2;
+    QComboBox* ComboEstado;
+    std::map<int, QToolButton*> CommandaDB;
+    QString ComboPubTag;
+
+    // Tape pane.
+    QGroupBox* FrameInfo;
+    std::map<int, QWidget*> TextInfo;
+    std::map<int, QLabel*> Label1;
+    QComboBox* ComboLang;
+    QComboBox* ComboOrigin;
+    std::map<int, QToolButton*> CommandATZX;
+    QGroupBox* Frame2;
+    std::array<QRadioButton*, 3> OptDatos;
+
+    // Below.
+    Grid* GridFiles;
+    Grid* GridTZX;
+    QLineEdit* TextPath;
+    QPushButton* CmdTZXSave;
+    QPushButton* CmdDBSave;
+    QPushButton* Command3;
+    QToolButton* CommandSube;
+    QToolButton* CommandBaja;
+    QPushButton* Command2;
+    QPushButton* Command5;
+    QPushButton* Command6;
+    QPushButton* Command7;
+    QPushButton* CommandExtraer;
+    QCheckBox* Check1;
+    QCheckBox* Check2;
+
+    bool AsciiOnly = true;
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+    void reject() override;
+
+private:
+    void BuildLayout();
+    void Wire();
+    Inspector::BoxTexts Boxes() const;
+    void UpdateSaveButton();
+    int TitleRow() const;
+    QString TitleCell(const char* key) const;
+    void SetTitleCell(const char* key, const QString& text, int icon = -1);
+    void RefillPublishers();
+
+    Grid* mainTitles;
+    Grid* mainFiles;
+    Inspector logic;
+    bool unloading = false;
+    bool closing = false;
+};
+
+} // namespace cintal

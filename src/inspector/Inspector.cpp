@@ -1,0 +1,323 @@
+#include "inspector/Inspector.h"
+
+#include "catalogue/Comunes.h"
+#include "catalogue/Records.h"
+#include "catalogue/Store.h"
+#include "catalogue/Titles.h"
+#include "tape/Prompt.h"
+#include "tape/TZXFunct.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QSqlQuery>
+
+namespace cintal {
+
+namespace {
+
+// A length byte holds at most this much of an archive text.
+constexpr int kMaxArchiveText = 255;
+
+std::string* FieldOf(ArchiveInfo& info, int box) {
+    return ArchiveTextFor(info, box);
+}
+
+// Lines of the tape end in a carriage return alone; drops the line feed of
+// every pair.
+void DropPairedLineFeeds(std::string& text) {
+    std::string out;
+    out.reserve(text.size());
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        if (text[i] == '\n' && i > 0 && text[i - 1] == '\r') continue;
+        out += text[i];
+    }
+    text.swap(out);
+}
+
+// The boxes' lines end in CR LF: every lone carriage return gets its feed.
+void PairLoneCarriageReturns(std::string& text) {
+    std::string out;
+    out.reserve(text.size() + 8);
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        out += text[i];
+        if (text[i] == '\r' && (i + 1 == text.size() || text[i + 1] != '\n')) out += '\n';
+    }
+    text.swap(out);
+}
+
+void Tell(const QString& text, Icon icon, const QString& title = Comunes::kAppTitle,
+          Buttons buttons = Buttons::Ok) {
+    Ask(text.toStdString(), title.toStdString(), icon, buttons);
+}
+
+} // namespace
+
+Inspector::Inspector() : tape(std::make_unique<TZXTape>()) {}
+
+void Inspector::Open(const QString& file) {
+    tape = std::make_unique<TZXTape>();
+    path = file;
+    tape->FileName = file.toStdString();
+    tape->ReadTape();
+    pending = false;
+}
+
+QString Inspector::Caption() const {
+    return QStringLiteral("Archivo %1 - versión %2.%3")
+        .arg(QString::fromStdString(tape->FileName))
+        .arg(tape->FileVersion)
+        .arg(tape->FileRevision);
+}
+
+QString Inspector::SaveBlocker() const {
+    if (path.isEmpty()) return QStringLiteral("No hay ningún archivo abierto");
+    if (tape->SafeToSave()) return {};
+    switch (tape->Status().stop) {
+    case ReadStop::Missing:
+        return QStringLiteral("El archivo no existe");
+    case ReadStop::TooShort:
+    case ReadStop::NoSignature:
+        return QStringLiteral("No es una cinta TZX");
+    default:
+        break;
+    }
+    QString cause = QString::fromStdString(tape->Status().Cause());
+    if (cause.isEmpty()) cause = QStringLiteral("el bloque cortado ya no es el último");
+    return "La cinta no se leyó entera: " + cause;
+}
+
+std::vector<Inspector::BlockRow> Inspector::BlockRows() const {
+    std::vector<BlockRow> rows;
+    const Blocks& blocks = const_cast<TZXTape&>(*tape).Blocks();
+    rows.reserve(static_cast<std::size_t>(blocks.Count()));
+    // The header takes the first ten bytes; each block starts one past the
+    // end of the one before, as it will lie in the file once saved.
+    qint64 position = 10, number = 1;
+    for (const BlockRef& b : blocks) {
+        BlockRow row{number++,
+                     b->IdTipoBloque,
+                     Comunes::FromTape(b->TipoBloque),
+                     Comunes::FromTape(b->Descr),
+                     position + 1,
+                     0};
+        position += static_cast<qint64>(b->LenghtTot);
+        row.end = position;
+        rows.push_back(std::move(row));
+    }
+    return rows;
+}
+
+Inspector::BoxTexts Inspector::ShowArchiveInfo() {
+    ArchiveInfo& info = tape->ArchiveInfo();
+    PairLoneCarriageReturns(info.iAuthor);
+    PairLoneCarriageReturns(info.iComments);
+    BoxTexts boxes;
+    for (int box : kBoxes)
+        boxes[box] = Comunes::FromTape(*FieldOf(info, box));
+    return boxes;
+}
+
+void Inspector::WriteBoxes(const BoxTexts& boxes) {
+    ArchiveInfo& info = tape->ArchiveInfo();
+    for (int box : kBoxes) {
+        auto it = boxes.find(box);
+        if (it != boxes.end()) *FieldOf(info, box) = Comunes::ToTape(it->second);
+    }
+}
+
+void Inspector::KeyUp(const BoxTexts& boxes) {
+    WriteBoxes(boxes);
+    ArchiveInfo& info = tape->ArchiveInfo();
+    DropPairedLineFeeds(info.iAuthor);
+    DropPairedLineFeeds(info.iComments);
+    pending = true;
+}
+
+void Inspector::SetField(int box, const QString& text) {
+    if (std::string* field = FieldOf(tape->ArchiveInfo(), box)) *field = Comunes::ToTape(text);
+}
+
+QString Inspector::Field(int box) const {
+    std::string* field = FieldOf(const_cast<TZXTape&>(*tape).ArchiveInfo(), box);
+    return field ? Comunes::FromTape(*field) : QString();
+}
+
+bool Inspector::KeyAllowed(int key, bool asciiOnly) {
+    if (key == 13 || key == 8 || key == 3 || key == 22 || key == 24) return true;
+    return key >= 32 && (key <= 127 || !asciiOnly);
+}
+
+void Inspector::TellAsciiOnly() {
+    Tell(QStringLiteral("El formato sólo admite caracteres ASCII."), Icon::Information);
+}
+
+QString Inspector::BoxLabel(int box) {
+    switch (box) {
+    case 0:
+        return QStringLiteral("Título");
+    case 1:
+        return QStringLiteral("Compañía");
+    case 2:
+        return QStringLiteral("Autor");
+    case 3:
+        return QStringLiteral("Año");
+    case 4:
+        return QStringLiteral("Idioma");
+    case 5:
+        return QStringLiteral("Tipo");
+    case 6:
+        return QStringLiteral("Precio");
+    case 7:
+        return QStringLiteral("Protección");
+    case 8:
+        return QStringLiteral("Origin");
+    case 9:
+        return QStringLiteral("Reeditado por");
+    case 255:
+        return QStringLiteral("Comentarios");
+    default:
+        return {};
+    }
+}
+
+bool Inspector::AcceptLongTexts() const {
+    ArchiveInfo& info = const_cast<TZXTape&>(*tape).ArchiveInfo();
+    for (int box : kBoxes) {
+        if (static_cast<int>(FieldOf(info, box)->size()) <= kMaxArchiveText) continue;
+        const QString text = "El campo " + BoxLabel(box) +
+                             " tiene más de 255 caracteres; se guardarán los 255 primeros.";
+        if (Ask(text.toStdString(), Comunes::kAppTitle.toStdString(), Icon::Exclamation,
+                Buttons::OkCancel) != Button::Ok)
+            return false;
+    }
+    return true;
+}
+
+Inspector::TapeSaved Inspector::SaveTape(std::optional<qint64> fileId) {
+    TapeSaved result;
+    // A file that isn't a tape read whole would be replaced by a nearly empty
+    // one: the engine refuses it in its own words, and nothing else runs.
+    if (!SaveBlocker().isEmpty()) {
+        tape->Save(tape->FileName, true);
+        return result;
+    }
+    result.attempted = true;
+    result.written = tape->Save(tape->FileName, true);
+    // What follows shows and stores the file as it now is, also when the
+    // user declined a newer version's question and nothing was written.
+    tape->ReadTape();
+    pending = false;
+
+    const ArchiveInfo& info = tape->ArchiveInfo();
+    const QString origin = Comunes::FromTape(info.iOrigin).left(50);
+    const QString lang = Comunes::FromTape(info.iLang);
+    const QString schema = Comunes::FromTape(info.iSchema);
+    result.fileSize = QFileInfo(path).size();
+    result.loadSchema = schema;
+    if (!fileId) return result;
+
+    QSqlQuery q = Store::NewQuery();
+    if (!Store::Exec(q, "SELECT IdLang FROM tFiles WHERE FileId = ?", {*fileId})) return result;
+    if (!q.next()) {
+        Tell(QStringLiteral("El archivo ya no está en el catálogo"), Icon::Information);
+        return result;
+    }
+    const QString storedLang = TextOf(q.value(0));
+    q.finish();
+    const bool ok = Store::Run(
+        "UPDATE tFiles SET FileSize = ?, Origin = ?, IdLang = CASE WHEN ? THEN ? ELSE IdLang END, "
+        "LoadSchema = CASE WHEN ? THEN ? ELSE LoadSchema END WHERE FileId = ?",
+        {result.fileSize, origin, lang.isEmpty() ? 0 : 1, lang.left(3), schema.isEmpty() ? 0 : 1,
+         schema, *fileId});
+    if (!ok) return result;
+    result.rowFound = true;
+    result.origin = origin;
+    result.idLang = lang.isEmpty() ? storedLang : lang.left(3);
+    return result;
+}
+
+bool Inspector::RemoveBlock(int row) {
+    Blocks& blocks = tape->Blocks();
+    if (blocks.Count() < 1 || row < 1) return false;
+    blocks.Remove(row);
+    return true;
+}
+
+int Inspector::MoveBlock(int row, bool up, int rows) {
+    tape->Blocks().Move(row, up);
+    if (up) return row > 1 ? row - 1 : 0;
+    return row < rows ? row + 1 : 0;
+}
+
+QString Inspector::AddBlock(int attType, const QString& file, int selectedRow) {
+    QFile source(file);
+    if (!source.open(QIODevice::ReadOnly))
+        return "No se puede añadir " + file + ": no se puede leer el archivo";
+    source.close();
+    // The block is built only for these extensions, written in lower case.
+    const QString ext = QString::fromStdString(ExtensionOf(file.toStdString()));
+    static const QStringList taken = {"gif", "jpg", "jpeg", "scr", "zed", "txt"};
+    if (!taken.contains(ext))
+        return "No se puede añadir " + file +
+               ": sólo se admiten archivos gif, jpg, jpeg, scr, zed y txt, con la extensión en "
+               "minúsculas";
+    std::string descr;
+    if (attType == 1) descr = "Afoto";
+    if (attType == 5) descr = "ZED file";
+    double before = selectedRow;
+    tape->Blocks().MakeNewBlock(53, file.toStdString(), before, descr, 0, attType);
+    return {};
+}
+
+qint64 KnownPublisher(const QString& text) {
+    const QString wanted = text.toLower();
+    const auto& names = Comunes::PublisherNames;
+    for (std::size_t i = 0; i < names.size(); ++i)
+        if (names[i].toLower() == wanted) return static_cast<qint64>(i);
+    return 0;
+}
+
+qint64 ResolvePublisher(QString& text, bool* added) {
+    if (added) *added = false;
+    if (text.isEmpty()) return 0;
+    qint64 id = KnownPublisher(text);
+    if (id != 0) return id;
+    if (Ask("¿Desea agregar la compañía a la base de datos?", "Compañía desconocida",
+            Icon::Exclamation, Buttons::YesNo) != Button::Yes) {
+        text.clear();
+        return 0;
+    }
+    id = Comunes::AddPublisher(text);
+    if (id < 0) {
+        // The store's failure has been shown; the title keeps no publisher.
+        text.clear();
+        return 0;
+    }
+    Comunes::LoadPublishers();
+    text = Comunes::PublisherName(id);
+    if (added) *added = true;
+    return id;
+}
+
+TitleSaved SaveTitleRow(qint64 titleId, const TitleFields& fields) {
+    QSqlQuery q = Store::NewQuery();
+    if (!Store::Exec(q, "SELECT TitleId FROM Titles WHERE TitleId = ?", {titleId}))
+        return TitleSaved::Failed;
+    if (!q.next()) return TitleSaved::NoRow;
+    q.finish();
+    const QString name = StoredTitleName(fields.name);
+    bool ok;
+    if (!fields.year.isEmpty() && fields.estado >= 0)
+        ok = Store::Run("UPDATE Titles SET Name = ?, IdPub = ?, Year = ?, Estado = ? "
+                        "WHERE TitleId = ?",
+                        {name, fields.idPub, fields.year, fields.estado, titleId});
+    else if (!fields.year.isEmpty())
+        ok = Store::Run("UPDATE Titles SET Name = ?, IdPub = ?, Year = ? WHERE TitleId = ?",
+                        {name, fields.idPub, fields.year, titleId});
+    else
+        ok = Store::Run("UPDATE Titles SET Name = ?, IdPub = ? WHERE TitleId = ?",
+                        {name, fields.idPub, titleId});
+    return ok ? TitleSaved::Saved : TitleSaved::Failed;
+}
+
+} // namespace cintal

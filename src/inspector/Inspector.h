@@ -1,0 +1,138 @@
+#pragma once
+// What the tape inspector does, apart from showing it: one title and one of
+// its files opened as a tape, the archive texts as the boxes show them, the
+// block list, and the saves of the title row and of the tape with its file
+// row. The inspector window, its compare twin and `cintal-cli info` all work
+// through this class, so that a test can drive it without a window.
+
+#include "tape/TZXTape.h"
+
+#include <QString>
+#include <QStringList>
+#include <array>
+#include <map>
+#include <memory>
+#include <optional>
+#include <vector>
+
+namespace cintal {
+
+class Inspector {
+public:
+    // The boxes of the tape pane by the kind of text they hold, in the order
+    // in which they are written into the archive information.
+    static constexpr std::array<int, 11> kBoxes = {0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 255};
+    // Box texts in the boxes' own form: lines end in CR LF.
+    using BoxTexts = std::map<int, QString>;
+
+    Inspector();
+
+    // --- The open tape
+    // A new tape read from path: whatever was pending in the old one goes.
+    void Open(const QString& path);
+    TZXTape& Tape() { return *tape; }
+    const TZXTape& Tape() const { return *tape; }
+    QString Path() const { return path; }
+    // "Archivo <ruta> - versión V.R".
+    QString Caption() const;
+    // Why the open file can't be saved as a tape, or empty when it can.
+    QString SaveBlocker() const;
+
+    // One row of the block list, positions counted in the file from 1.
+    struct BlockRow {
+        qint64 number;
+        int id;
+        QString kind;
+        QString descr;
+        qint64 start;
+        qint64 end;
+    };
+    std::vector<BlockRow> BlockRows() const;
+
+    // --- The texts of the tape pane
+    // Gives lone carriage returns of the author and comments their line
+    // feed (in the fields too) and returns what each box shows.
+    BoxTexts ShowArchiveInfo();
+    // A key released in any box: every box goes into the fields, the author
+    // and comments lose the line feeds of their pairs, and the tape is pending.
+    void KeyUp(const BoxTexts& boxes);
+    // Every box into the fields as they stand, without touching line ends
+    // or the pending mark: what the copy arrows do after copying.
+    void WriteBoxes(const BoxTexts& boxes);
+    // One field, from a combo box losing the focus.
+    void SetField(int box, const QString& text);
+    QString Field(int box) const;
+
+    // Whether the ASCII rule lets a typed character code through.
+    static bool KeyAllowed(int key, bool asciiOnly);
+    // The box shown when it doesn't.
+    static void TellAsciiOnly();
+    // The label of a box, as the window shows it, without a final colon.
+    static QString BoxLabel(int box);
+
+    bool Pending() const { return pending; }
+    void SetPending(bool on) { pending = on; }
+
+    // --- Saving
+    // Warns about each text that is too long for its one-byte length and
+    // lets the user stop; false when the save must not go on.
+    bool AcceptLongTexts() const;
+
+    // What a save of the tape left in its file row, for the file grid.
+    struct TapeSaved {
+        bool attempted = false; // false: refused before the engine was asked
+        bool written = false;   // the file on disk was replaced
+        bool rowFound = false;  // the file row existed and was updated
+        QString loadSchema;     // iSchema as read back, also when empty
+        QString idLang;         // the row's IdLang after the save
+        QString origin;         // the row's Origin after the save
+        qint64 fileSize = 0;
+    };
+    // "Guardar Info" after the name box went into iName: the tape is saved
+    // with the version update, read back, and the file row with that key
+    // takes its size, origin, language and load schema. A file that isn't a
+    // tape read whole is never written, and then nothing else happens.
+    // Without a key the store isn't touched: a tape saved outside the catalogue.
+    TapeSaved SaveTape(std::optional<qint64> fileId);
+
+    // --- Block commands; true when the list shown must be rebuilt.
+    bool RemoveBlock(int row);
+    // Returns the row to select afterwards, or 0 when nothing changes on screen.
+    int MoveBlock(int row, bool up, int rows);
+    // The four add buttons by their attachment type (1 picture, 2 screen,
+    // 3 instructions, 5 ZX-Edit document). Empty when the block was added,
+    // otherwise the reason nothing was.
+    QString AddBlock(int attType, const QString& file, int selectedRow);
+
+private:
+    std::unique_ptr<TZXTape> tape;
+    QString path;
+    bool pending = false;
+};
+
+// --- The catalogue pane
+
+// The publisher id of a text, walking the register from slot 0 and folding
+// case; 0 when none (slot 0 included) matches.
+qint64 KnownPublisher(const QString& text);
+
+// What the loss of focus of the publisher box works out. Asks whether to
+// register an unknown publisher; text becomes "" on No, the stored name on
+// Yes. added tells the window to list the register again.
+qint64 ResolvePublisher(QString& text, bool* added = nullptr);
+
+// The title's fields as the catalogue pane holds them. estado is -1 when the
+// list has no selection, which keeps the stored value.
+struct TitleFields {
+    QString name;
+    qint64 idPub = 0;
+    QString year;
+    int estado = -1;
+};
+
+enum class TitleSaved { Saved, NoRow, Failed };
+// Writes the title row: name and publisher always, year and source only
+// with a year.
+TitleSaved SaveTitleRow(qint64 titleId, const TitleFields& fields);
+
+} // namespace cintal

@@ -1,0 +1,605 @@
+// The tape inspector driven as a collector would: opened from the main
+// window on a title, boxes typed into, arrows pressed, blocks moved, the tape
+// saved and the window closed; then the bytes on disk, the rows of the store
+// and the cells of both grids are looked at.
+
+#include "inspector/Info.h"
+#include "../catalogue/CatalogueFixture.h"
+#include "../tape/TestSupport.h"
+#include "views/Principal.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QFile>
+#include <QKeyEvent>
+#include <QLocale>
+
+namespace cintal::test {
+namespace {
+
+using Texts = std::vector<std::string>;
+
+class InfoTest : public CatalogueTest, protected Tzx {
+protected:
+    void SetUp() override {
+        CatalogueTest::SetUp();
+        Create();
+        Publisher(0, "- Desconocido -");
+        Publisher(1, "Dinamic");
+        Publisher(2, "Ocean");
+        folder = dir.filePath("juegos");
+        QDir(dir.path()).mkpath("juegos");
+        Path(1, folder);
+    }
+
+    qint64 TitleWithId(const QString& name, const QVariant& year = "1986", qint64 idPub = 1,
+                       const QVariant& estado = 4) {
+        Title(name, year, idPub, "Arcade", 1, estado);
+        return Sql(db, "SELECT max(TitleId) FROM Titles")[0][0].toLongLong();
+    }
+    qint64 File(qint64 title, const QString& name, const QString& ext) {
+        Sql(db,
+            "INSERT INTO tFiles (TitleId, FileName, Extension, PathIndex, HaveIt, Origin, "
+            "IdLang, LoadSchema, FileSize) VALUES (?, ?, ?, 1, 1, 'Original', 'spa', 'Normal', 7)",
+            {title, name, ext});
+        return Sql(db, "SELECT max(FileId) FROM tFiles")[0][0].toLongLong();
+    }
+    QString Disk(const QString& name) const { return QDir(folder).filePath(name); }
+    void Put(const QString& name, const Bytes& bytes) { test::WriteFile(S(Disk(name)), bytes); }
+
+    // The main window on the catalogue, the title selected, the inspector open.
+    Info& Open(const QString& title) {
+        EXPECT_TRUE(frm.Form_Load(db));
+        for (int r = 1; r <= frm.GridTitles->Rows(); ++r)
+            if (frm.GridTitles->CellText(r, frm.GridTitles->ColumnIndex("ColName")) == title)
+                frm.GridTitles->SetSelectedRow(r);
+        info = std::make_unique<Info>(frm.GridTitles, frm.GridFiles);
+        info->Form_Load();
+        return *info;
+    }
+
+    Texts Shown() const {
+        Texts out;
+        for (const Message& m : prompt.shown)
+            out.push_back(Box(m.text, m.title, m.icon, m.buttons));
+        return out;
+    }
+    static Texts Rows(Grid* g, std::initializer_list<const char*> keys) {
+        Texts rows;
+        for (int r = 1; r <= g->Rows(); ++r) {
+            QStringList cells;
+            for (const char* key : keys)
+                cells << g->CellText(r, g->ColumnIndex(key));
+            rows.push_back(S(cells.join('|')));
+        }
+        return rows;
+    }
+    Texts Blocks() const {
+        return Rows(info->GridTZX, {"ColRow", "ColTipoBloque", "ColInicio", "ColFin"});
+    }
+    QString TitleCell(const char* key) const {
+        return frm.GridTitles->CellText(frm.GridTitles->SelectedRow(),
+                                        frm.GridTitles->ColumnIndex(key));
+    }
+    QString FileCell(const char* key) const {
+        return info->GridFiles->CellText(info->GridFiles->SelectedRow(),
+                                         info->GridFiles->ColumnIndex(key));
+    }
+    // A key typed into a box as the desktop delivers it: press, then release.
+    static void Type(QWidget* w, int key, const QString& text,
+                     Qt::KeyboardModifiers mods = Qt::NoModifier) {
+        QKeyEvent press(QEvent::KeyPress, key, mods, text);
+        QApplication::sendEvent(w, &press);
+        QKeyEvent release(QEvent::KeyRelease, key, mods, text);
+        QApplication::sendEvent(w, &release);
+    }
+    std::string Field(std::string ArchiveInfo::*f) { return info->Logic().Tape().ArchiveInfo().*f; }
+
+    // A tape of version 1.10 with its archive info last, as old tools left it.
+    Bytes OldTape() {
+        return Tape({Std(RomHeader(0, "juego")), Std(RomData(40)), Pause(1000), Group("Nivel"),
+                     B({0x22}),
+                     Archive({{0, "Juego"},
+                              {1, "Dinamic"},
+                              {3, "1986"},
+                              {4, "Spanish"},
+                              {7, "Normal"},
+                              {255, "Uno\rDos\r"}})},
+                    1, 10);
+    }
+
+    ScriptedPrompt prompt;
+    PromptScope scope{prompt};
+    Principal frm;
+    std::unique_ptr<Info> info;
+    QString folder;
+    const std::string agree = Box("¿Desea agregar la compañía a la base de datos?",
+                                  "Compañía desconocida", Icon::Exclamation, Buttons::YesNo);
+};
+
+TEST_F(InfoTest, OpensTheFirstFileWhateverItIsAndShowsTheTitleAndTheTapeOfAnother) {
+    const qint64 t = TitleWithId("Juego", "1979", 2, 6);
+    File(t, "juego", "z80");
+    File(t, "juego", "tzx");
+    Put("juego.z80", "no es una cinta");
+    Put("juego.tzx", OldTape());
+    Open("Juego");
+
+    // The catalogue pane from the title row: no source item for 6, no year
+    // for 1979, the publisher and type as the grid shows them.
+    EXPECT_EQ(info->TextName->text(), "Juego");
+    EXPECT_EQ(info->ComboPub->currentText(), "Ocean");
+    EXPECT_EQ(info->ComboTipo->currentText(), "Arcade");
+    EXPECT_EQ(info->ComboEstado->currentIndex(), -1);
+    EXPECT_EQ(info->ComboEstado->count(), 6);
+    EXPECT_EQ(info->ComboEstado->itemText(3), "Distribución prohibida");
+    EXPECT_EQ(info->ListYear->currentIndex(), -1);
+    EXPECT_EQ(info->ListYear->count(), 52);
+    EXPECT_EQ(info->ComboPub->count(), 2); // the register from slot 1
+    EXPECT_EQ(info->ComboLang->count(), 22);
+    EXPECT_EQ(info->ComboOrigin->itemText(8), "Demo version");
+
+    // Row 1 is opened though it isn't a tape, and can't be saved.
+    EXPECT_EQ(info->TextPath->text(), Disk("juego.z80"));
+    EXPECT_EQ(info->GridTZX->Rows(), 0);
+    EXPECT_EQ(info->windowTitle(), "Archivo " + Disk("juego.z80") + " - versión 0.0");
+    EXPECT_FALSE(info->CmdTZXSave->isEnabled());
+    EXPECT_EQ(info->CmdTZXSave->toolTip(), "No es una cinta TZX");
+    EXPECT_TRUE(info->TZXSaveTag());
+
+    // A key in the year box, then the other file: no question, the change goes.
+    info->GridFiles->SetSelectedRow(1);
+    Type(info->TextInfo[3], Qt::Key_5, "5");
+    EXPECT_FALSE(info->TZXSaveTag());
+    info->GridFiles->SetSelectedRow(2);
+    EXPECT_TRUE(info->TZXSaveTag());
+    EXPECT_TRUE(prompt.shown.empty());
+    EXPECT_EQ(info->windowTitle(), "Archivo " + Disk("juego.tzx") + " - versión 1.10");
+    EXPECT_TRUE(info->CmdTZXSave->isEnabled());
+    EXPECT_EQ(Blocks(), (Texts{"1|Bloque estandar|11|34", "2|Bloque estandar|35|81",
+                               "3|Pausa/detención|82|84", "4|Inicio de grupo|85|91",
+                               "5|Final de grupo|92|92", "6|Info de archivo|93|145"}));
+    EXPECT_EQ(info->BoxText(0), "Juego");
+    EXPECT_EQ(info->BoxText(3), "1986");
+    EXPECT_EQ(info->ComboLang->currentText(), "Spanish");
+    EXPECT_EQ(info->ComboOrigin->currentText(), "");
+
+    // A file gone from the disk: the reader's box, an empty list, no save.
+    QFile::remove(Disk("juego.z80"));
+    info->GridFiles->SetSelectedRow(1);
+    EXPECT_EQ(Shown(), Texts{Box("no existe el archivo!!!!!")});
+    EXPECT_EQ(info->CmdTZXSave->toolTip(), "El archivo no existe");
+    EXPECT_EQ(info->BoxText(0), "");
+}
+
+TEST_F(InfoTest, TheYearAndSourceOfTheTitleRowPickTheirItems) {
+    for (const auto& [year, estado, yearIndex, estadoIndex] :
+         std::vector<std::tuple<QVariant, QVariant, int, int>>{
+             {"", 0, 0, 0}, {"0", 5, 0, 5}, {"2031", 2, -1, 2}, {"1980", 3, 1, 3}}) {
+        Sql(db, "DELETE FROM Titles");
+        const qint64 t = TitleWithId("Juego", year, 1, estado);
+        File(t, "juego", "tzx");
+        Put("juego.tzx", OldTape());
+        Open("Juego");
+        EXPECT_EQ(info->ListYear->currentIndex(), yearIndex) << S(year.toString());
+        EXPECT_EQ(info->ComboEstado->currentIndex(), estadoIndex);
+    }
+}
+
+TEST_F(InfoTest, PositionsCountTheFileFromElevenByTheLengthsInTheList) {
+    const qint64 t = TitleWithId("Juego");
+    File(t, "juego", "tzx");
+    Put("juego.tzx", Tape({}));
+    Open("Juego");
+    EXPECT_EQ(info->GridTZX->Rows(), 0);
+    for (int n : {1, 2, 3})
+        info->Logic().Tape().Blocks().Add(0x20, "", Bytes(std::size_t(n), '\0'), n);
+    info->FillGrid();
+    EXPECT_EQ(Rows(info->GridTZX, {"ColRow", "ColIdTipoBloque", "ColInicio", "ColFin"}),
+              (Texts{"1|32|11|11", "2|32|12|13", "3|32|14|16"}));
+}
+
+TEST_F(InfoTest, OnlyAsciiCanBeTypedIntoTheTapeBoxes) {
+    const qint64 t = TitleWithId("Juego");
+    File(t, "juego", "tzx");
+    Put("juego.tzx", OldTape());
+    Open("Juego");
+    const std::string ascii =
+        Box("El formato sólo admite caracteres ASCII.", "Cintal", Icon::Information);
+    for (int key : {13, 8, 3, 22, 24, 32, int('a'), 127})
+        EXPECT_EQ(info->TextInfo_KeyPress(0, key), key) << key;
+    EXPECT_TRUE(prompt.shown.empty());
+    for (int key : {128, 233, 1, 26}) {
+        prompt.shown.clear();
+        EXPECT_EQ(info->TextInfo_KeyPress(5, key), 0) << key;
+        EXPECT_EQ(Shown(), Texts{ascii}) << key;
+    }
+
+    // Typed for real: the letter doesn't appear, the release still writes
+    // the boxes and marks the tape pending. A cursor key does as much.
+    prompt.shown.clear();
+    auto* name = static_cast<QLineEdit*>(info->TextInfo[0]);
+    name->setFocus();
+    name->setCursorPosition(5);
+    Type(name, Qt::Key_unknown, QStringLiteral("é"));
+    EXPECT_EQ(Shown(), Texts{ascii});
+    EXPECT_EQ(name->text(), "Juego");
+    EXPECT_FALSE(info->TZXSaveTag());
+    info->GridFiles->SetSelectedRow(1);
+    Type(name, Qt::Key_Left, QString());
+    EXPECT_FALSE(info->TZXSaveTag());
+    Type(name, Qt::Key_X, "x");
+    EXPECT_EQ(Field(&ArchiveInfo::iName), "Juegxo");
+
+    // The language box is no tape box: the accent brings no message.
+    prompt.shown.clear();
+    Type(info->ComboLang->lineEdit(), Qt::Key_unknown, QStringLiteral("é"));
+    EXPECT_TRUE(prompt.shown.empty());
+}
+
+TEST_F(InfoTest, LinesEndInCarriageReturnsOnTheTapeAndInPairsInTheBoxes) {
+    const qint64 t = TitleWithId("Juego");
+    File(t, "juego", "tzx");
+    Put("juego.tzx", OldTape());
+    Open("Juego");
+    // Shown: every lone CR gets its LF, in the box and in the field, the
+    // last line too.
+    EXPECT_EQ(info->BoxText(255), "Uno\r\nDos\r\n");
+    EXPECT_EQ(Field(&ArchiveInfo::iComments), "Uno\r\nDos\r\n");
+    EXPECT_EQ(static_cast<QPlainTextEdit*>(info->TextInfo[255])->toPlainText(), "Uno\nDos\n");
+
+    // Enter in the comments gives a new line, one CR in the field.
+    auto* comments = static_cast<QPlainTextEdit*>(info->TextInfo[255]);
+    comments->setFocus();
+    comments->moveCursor(QTextCursor::End);
+    Type(comments, Qt::Key_T, "T");
+    Type(comments, Qt::Key_Return, "\r");
+    Type(comments, Qt::Key_R, "r");
+    EXPECT_EQ(info->BoxText(255), "Uno\r\nDos\r\nT\r\nr");
+    EXPECT_EQ(Field(&ArchiveInfo::iComments), "Uno\rDos\rT\rr");
+    EXPECT_TRUE(prompt.shown.empty());
+
+    // Pairs already there are shown as they are; the author is cleaned too.
+    info->SetBoxText(2, "A\r\nB");
+    info->TextInfo_KeyUp();
+    EXPECT_EQ(Field(&ArchiveInfo::iAuthor), "A\rB");
+    info->ShowArchiveInfo();
+    EXPECT_EQ(info->BoxText(2), "A\r\nB");
+    EXPECT_EQ(Field(&ArchiveInfo::iAuthor), "A\r\nB");
+}
+
+TEST_F(InfoTest, GuardarInfoRewritesTheTapeItsFileRowAndTheFileGrid) {
+    const qint64 t = TitleWithId("Juego");
+    const qint64 f = File(t, "juego", "tzx");
+    const Bytes old = OldTape();
+    Put("juego.tzx", old);
+    Open("Juego");
+
+    info->SetBoxText(0, "Juego Nuevo");
+    info->SetBoxText(7, "");
+    info->TextInfo_KeyUp();
+    info->ComboOrigin->setEditText("Type-In");
+    info->ComboOrigin_LostFocus();
+    info->ComboLang->setEditText("English");
+    info->ComboLang_LostFocus();
+    info->CmdTZXSave_Click();
+
+    EXPECT_EQ(Shown(), Texts{Box("Formato de archivo actualizado a la versión 1.13", "",
+                                 Icon::Exclamation)});
+    // The archive block first, rebuilt; every other block byte for byte.
+    const Bytes archive = Archive({{0, "Juego Nuevo"},
+                                   {1, "Dinamic"},
+                                   {3, "1986"},
+                                   {4, "English"},
+                                   {8, "Type-In"},
+                                   {255, "Uno\rDos\r"}});
+    const Bytes expected = Tape({archive, Std(RomHeader(0, "juego")), Std(RomData(40)), Pause(1000),
+                                 Group("Nivel"), B({0x22})},
+                                1, 13);
+    EXPECT_TRUE(SameBytes(ReadFile(S(Disk("juego.tzx"))), expected));
+    EXPECT_TRUE(SameBytes(ReadFile(S(Disk("juego.tmp"))), old));
+    EXPECT_EQ(info->windowTitle(), "Archivo " + Disk("juego.tzx") + " - versión 1.13");
+    EXPECT_EQ(Blocks().front(), "1|Info de archivo|11|" + std::to_string(10 + archive.size()));
+    EXPECT_TRUE(info->TZXSaveTag());
+
+    // The row: origin, language cut to three, the schema kept where it was emptied.
+    EXPECT_EQ(
+        Sql(db, "SELECT Origin, IdLang, LoadSchema, FileSize FROM tFiles WHERE FileId = ?", {f}),
+        (std::vector<QVariantList>{{"Type-In", "Eng", "Normal", qint64(expected.size())}}));
+    EXPECT_EQ(S(FileCell("ColOrigin")), "Type-In");
+    EXPECT_EQ(info->GridFiles->CellIcon(1, info->GridFiles->ColumnIndex("ColOrigin")),
+              frm.FormatIcon.ItemIndex("OT"));
+    EXPECT_EQ(S(FileCell("ColLanguage")), "ENG");
+    EXPECT_EQ(S(FileCell("ColLoadSchema")), "");
+    EXPECT_EQ(FileCell("ColSize"), QLocale().toString(qint64(expected.size())) + "  ");
+
+    // Closing refills the main window's files and saves the title as it stands.
+    EXPECT_TRUE(info->Form_Unload());
+    EXPECT_EQ(frm.GridFiles->CellText(1, frm.GridFiles->ColumnIndex("ColOrigin")), "Type-In");
+    EXPECT_EQ(Sql(db, "SELECT Name, IdPub, Year, Estado FROM Titles"),
+              (std::vector<QVariantList>{{"Juego", 1, "1986", 4}}));
+}
+
+TEST_F(InfoTest, ClosingSavesTheTitleWithThePublisherKnownAddedOrRefused) {
+    const qint64 t = TitleWithId("Juego", "1985", 1, 2);
+    File(t, "juego", "tzx");
+    Put("juego.tzx", OldTape());
+
+    // Known in another case: no question, the text stays as typed.
+    Open("Juego");
+    info->TextName->setText("Juego \"2\"");
+    info->ComboPub->setEditText("ocean");
+    info->ListYear->setCurrentIndex(1987 - 1980 + 1);
+    info->ComboEstado->setCurrentIndex(5);
+    EXPECT_TRUE(info->Form_Unload());
+    EXPECT_TRUE(prompt.shown.empty());
+    EXPECT_EQ(Sql(db, "SELECT Name, IdPub, Year, Estado FROM Titles"),
+              (std::vector<QVariantList>{{"Juego '2'", 2, "1987", 5}}));
+    EXPECT_EQ(S(TitleCell("ColName")), "Juego '2'");
+    EXPECT_EQ(S(TitleCell("ColPublisher")), "ocean");
+    EXPECT_EQ(S(TitleCell("ColPubId")), "2");
+    EXPECT_EQ(S(TitleCell("ColYear")), "1987");
+    EXPECT_EQ(S(TitleCell("ColEstado")), "5");
+    EXPECT_EQ(frm.GridTitles->CellIcon(frm.GridTitles->SelectedRow(),
+                                       frm.GridTitles->ColumnIndex("ColEstado")),
+              5);
+
+    // Unknown, and added: the register grows, the box takes the stored name.
+    Open("Juego '2'");
+    info->ComboPub->setEditText("Topo Soft");
+    prompt.Answer(Button::Yes);
+    EXPECT_TRUE(info->Form_Unload());
+    EXPECT_EQ(Shown(), Texts{agree});
+    EXPECT_EQ(Sql(db, "SELECT IdPub, PublisherName FROM Publishers WHERE IdPub = 3"),
+              (std::vector<QVariantList>{{3, "Topo Soft"}}));
+    EXPECT_EQ(Sql(db, "SELECT IdPub FROM Titles"), (std::vector<QVariantList>{{3}}));
+    EXPECT_EQ(S(TitleCell("ColPublisher")), "Topo Soft");
+
+    // Unknown and refused, with the year list emptied: no publisher, and
+    // neither year nor source written, while the grid shows both choices.
+    prompt.shown.clear();
+    Open("Juego '2'");
+    info->ComboPub->setEditText("Nadie");
+    info->ListYear->setCurrentIndex(0);
+    info->ComboEstado->setCurrentIndex(1);
+    prompt.Answer(Button::No);
+    EXPECT_TRUE(info->Form_Unload());
+    EXPECT_EQ(Shown(), Texts{agree});
+    EXPECT_EQ(Sql(db, "SELECT Name, IdPub, Year, Estado FROM Titles"),
+              (std::vector<QVariantList>{{"Juego '2'", 0, "1987", 5}}));
+    EXPECT_EQ(S(TitleCell("ColPublisher")), "");
+    EXPECT_EQ(S(TitleCell("ColYear")), "");
+    EXPECT_EQ(S(TitleCell("ColEstado")), "1");
+
+    // A source without an item keeps what the store holds.
+    Sql(db, "UPDATE Titles SET Estado = 6");
+    Open("Juego '2'");
+    info->ListYear->setCurrentIndex(2);
+    EXPECT_TRUE(info->Form_Unload());
+    EXPECT_EQ(Sql(db, "SELECT Year, Estado FROM Titles"), (std::vector<QVariantList>{{"1981", 6}}));
+}
+
+TEST_F(InfoTest, ClosingWithAPendingTapeAsksAndCancelKeepsTheWindow) {
+    const qint64 t = TitleWithId("Juego");
+    File(t, "juego", "tzx");
+    const Bytes tape = Tape({Std(RomHeader(0, "juego")), Archive({{0, "Juego"}})}, 1, 13);
+    Put("juego.tzx", tape);
+    const std::string question =
+        Box("¿Guardar cambios en el archivo TZX?", "Hay modificaciones pendientes", Icon::None,
+            Buttons::YesNoCancel);
+
+    // A copy by arrow or a block removal alone raises no question.
+    Open("Juego");
+    info->CommandATZX_Click(5);
+    info->GridTZX->SetSelectedRow(1);
+    info->Command3_Click();
+    EXPECT_TRUE(info->Form_Unload());
+    EXPECT_TRUE(prompt.shown.empty());
+
+    Open("Juego");
+    info->SetBoxText(0, "Otro");
+    info->TextInfo_KeyUp();
+    prompt.Answer(Button::Cancel);
+    EXPECT_FALSE(info->Form_Unload());
+    EXPECT_EQ(Shown(), Texts{question});
+    EXPECT_EQ(info->BoxText(0), "Otro");
+    EXPECT_FALSE(info->TZXSaveTag());
+    prompt.Answer(Button::No);
+    EXPECT_TRUE(info->Form_Unload());
+    EXPECT_TRUE(SameBytes(ReadFile(S(Disk("juego.tzx"))), tape));
+
+    prompt.shown.clear();
+    Open("Juego");
+    info->SetBoxText(0, "Otro");
+    info->TextInfo_KeyUp();
+    prompt.Answer(Button::Yes);
+    EXPECT_TRUE(info->Form_Unload());
+    EXPECT_EQ(Shown(), Texts{question});
+    EXPECT_TRUE(SameBytes(ReadFile(S(Disk("juego.tzx"))),
+                          Tape({Archive({{0, "Otro"}}), Std(RomHeader(0, "juego"))}, 1, 13)));
+}
+
+TEST_F(InfoTest, ANewerVersionRefusedKeepsTheFileAndStoresWhatItHolds) {
+    const qint64 t = TitleWithId("Juego");
+    const qint64 f = File(t, "juego", "tzx");
+    const Bytes tape = Tape({Archive({{0, "Juego"}, {4, "French"}}), Pause(10)}, 1, 20);
+    Put("juego.tzx", tape);
+    Open("Juego");
+    info->SetBoxText(0, "Cambiado");
+    info->TextInfo_KeyUp();
+    prompt.Answer(Button::No);
+    info->CmdTZXSave_Click();
+    EXPECT_EQ(Shown(), Texts{Box("La versión del archivo es superior a la versión soportada. Si "
+                                 "guarda los cambios puede perderse información. ¿Desea "
+                                 "continuar?",
+                                 "", Icon::Critical, Buttons::YesNo)});
+    EXPECT_TRUE(SameBytes(ReadFile(S(Disk("juego.tzx"))), tape));
+    EXPECT_FALSE(QFile::exists(Disk("juego.tmp")));
+    EXPECT_EQ(Sql(db, "SELECT IdLang, Origin, FileSize FROM tFiles WHERE FileId = ?", {f}),
+              (std::vector<QVariantList>{{"Fre", "", qint64(tape.size())}}));
+    // The boxes go on showing what was typed.
+    EXPECT_EQ(info->BoxText(0), "Cambiado");
+    EXPECT_EQ(Field(&ArchiveInfo::iName), "Juego");
+}
+
+TEST_F(InfoTest, LongTextsAndAFileRowGoneAreToldBeforeAndAfterSaving) {
+    const qint64 t = TitleWithId("Juego");
+    const qint64 f = File(t, "juego", "tzx");
+    const Bytes tape = Tape({Pause(10)}, 1, 13);
+    Put("juego.tzx", tape);
+    Open("Juego");
+    info->SetBoxText(2, QString(300, 'a'));
+    info->TextInfo_KeyUp();
+    const std::string warning =
+        Box("El campo Autor tiene más de 255 caracteres; se guardarán los 255 primeros.", "Cintal",
+            Icon::Exclamation, Buttons::OkCancel);
+    prompt.Answer(Button::Cancel);
+    info->CmdTZXSave_Click();
+    EXPECT_EQ(Shown(), Texts{warning});
+    EXPECT_TRUE(SameBytes(ReadFile(S(Disk("juego.tzx"))), tape));
+
+    prompt.shown.clear();
+    Sql(db, "DELETE FROM tFiles WHERE FileId = ?", {f});
+    info->CmdTZXSave_Click();
+    EXPECT_EQ(Shown(), (Texts{warning, Box("El archivo ya no está en el catálogo", "Cintal",
+                                           Icon::Information)}));
+    EXPECT_TRUE(SameBytes(ReadFile(S(Disk("juego.tzx"))),
+                          Tape({Archive({{2, std::string(255, 'a')}}), Pause(10)}, 1, 13)));
+}
+
+TEST_F(InfoTest, FilesThatAreNotWholeTapesAreNeverWritten) {
+    const qint64 t = TitleWithId("Juego");
+    File(t, "juego", "z80");
+    File(t, "cortada", "tzx");
+    Put("juego.z80", "Z80 snapshot bytes");
+    const Bytes cut = Tape({Pause(10), B({0x19, 0x10, 0, 0})}, 1, 13);
+    Put("cortada.tzx", cut);
+    Open("Juego");
+    info->SetBoxText(0, "Nombre");
+    info->TextInfo_KeyUp();
+    info->CmdTZXSave_Click(); // the window's guard is bypassed: the engine refuses
+    EXPECT_TRUE(SameBytes(ReadFile(S(Disk("juego.z80"))), "Z80 snapshot bytes"));
+    ASSERT_EQ(prompt.shown.size(), 1u);
+    EXPECT_EQ(prompt.shown[0].icon, Icon::Critical);
+
+    info->GridFiles->SetSelectedRow(2);
+    EXPECT_FALSE(info->CmdTZXSave->isEnabled());
+    EXPECT_EQ(S(info->CmdTZXSave->toolTip()),
+              "La cinta no se leyó entera: bloque desconocido 0x19");
+    info->CmdTZXSave_Click();
+    EXPECT_TRUE(SameBytes(ReadFile(S(Disk("cortada.tzx"))), cut));
+    EXPECT_EQ(Sql(db, "SELECT count(*) FROM tFiles WHERE Origin = 'Original'")[0][0], 2);
+}
+
+TEST_F(InfoTest, BlockCommandsChangeTheListInMemoryAndTheSelectionFollows) {
+    const qint64 t = TitleWithId("Juego");
+    File(t, "juego", "tzx");
+    Put("juego.tzx", Tape({Pause(1), Group("G"), Pause(2), B({0x22})}, 1, 13));
+    Open("Juego");
+    const std::string special = Box("comprobar si es especial");
+    Grid* g = info->GridTZX;
+    auto kinds = [&] { return Rows(g, {"ColRow", "ColDescr", "ColInicio"}); };
+
+    // At the ends nothing moves and nothing is said.
+    g->SetSelectedRow(1);
+    info->CommandSube_Click();
+    g->SetSelectedRow(4);
+    info->CommandBaja_Click();
+    EXPECT_TRUE(prompt.shown.empty());
+
+    g->SetSelectedRow(1);
+    info->CommandBaja_Click();
+    info->CommandBaja_Click();
+    EXPECT_EQ(g->SelectedRow(), 3);
+    EXPECT_EQ(kinds(), (Texts{"1|G|11", "2|Pausa de 2 mseg.|14", "3|Pausa de 1 mseg.|17",
+                              "4|      ................... |20"}));
+    info->CommandSube_Click();
+    EXPECT_EQ(g->SelectedRow(), 2);
+    EXPECT_EQ(Shown(), (Texts{special, special, special}));
+
+    // Removing a group start warns and takes that block alone; no selection
+    // removes nothing.
+    prompt.shown.clear();
+    g->SetSelectedRow(1);
+    info->Command3_Click();
+    EXPECT_EQ(Shown(), Texts{Box("va a eliminar un bloque de tipo \"Inicio de grupo\". Debe "
+                                 "eliminar también el correspondiente bloque \"Final de grupo\"")});
+    EXPECT_EQ(g->Rows(), 3);
+    g->ClearSelection();
+    info->Command3_Click();
+    EXPECT_EQ(g->Rows(), 3);
+    EXPECT_TRUE(info->TZXSaveTag());
+
+    // Adding: the chosen file lands before the selected block.
+    prompt.shown.clear();
+    const QString scr = Disk("pantalla.scr");
+    test::WriteFile(S(scr), Filler(6912));
+    QString offered;
+    info->ChooseFile = [&](const QString&, const QString& filter) {
+        offered = filter;
+        return scr;
+    };
+    g->SetSelectedRow(2);
+    info->AddBlock_Click(2);
+    EXPECT_EQ(offered, "Pantalla (*.scr)");
+    EXPECT_EQ(g->Rows(), 4);
+    EXPECT_EQ(S(g->CellText(2, g->ColumnIndex("ColTipoBloque"))), "Info personalizada");
+    EXPECT_EQ(info->Logic().Tape().Blocks().Item(2)->BlockData,
+              Custom("Spectrum Screen ", B({0, 0}) + Filler(6912)));
+
+    // Cancel adds nothing; a name the engine wouldn't take is refused aloud.
+    info->ChooseFile = [](const QString&, const QString&) { return QString(); };
+    info->AddBlock_Click(1);
+    const QString upper = Disk("PANTALLA.SCR");
+    test::WriteFile(S(upper), Filler(10));
+    info->ChooseFile = [&](const QString&, const QString&) { return upper; };
+    info->AddBlock_Click(2);
+    info->ChooseFile = [&](const QString&, const QString&) { return Disk("no-esta.jpg"); };
+    info->AddBlock_Click(1);
+    EXPECT_EQ(g->Rows(), 4);
+    EXPECT_EQ(
+        Shown(),
+        (Texts{Box("No se puede añadir " + S(upper) +
+                       ": sólo se admiten archivos gif, jpg, jpeg, scr, zed y txt, con la "
+                       "extensión en minúsculas",
+                   "Cintal", Icon::Exclamation),
+               Box("No se puede añadir " + S(Disk("no-esta.jpg")) + ": no se puede leer el archivo",
+                   "Cintal", Icon::Exclamation)}));
+}
+
+TEST_F(InfoTest, ArrowsCopyOneFieldBetweenThePanes) {
+    const qint64 t = TitleWithId("Juego", "1990", 1, 4);
+    File(t, "juego", "tzx");
+    Put("juego.tzx",
+        Tape({Archive({{0, "Cinta"}, {1, "Ocean"}, {3, "1984"}, {5, "Arcade"}, {255, "a\rb"}})}, 1,
+             13));
+    Open("Juego");
+
+    for (int index : {0, 1, 3, 5})
+        info->CommandaDB_Click(index);
+    EXPECT_EQ(info->TextName->text(), "Cinta");
+    EXPECT_EQ(info->ComboPub->currentText(), "Ocean");
+    EXPECT_EQ(info->ListYear->currentText(), "1984");
+    EXPECT_EQ(info->ComboTipo->currentText(), "Arcade");
+    info->SetBoxText(3, "1970");
+    info->CommandaDB_Click(3);
+    EXPECT_EQ(Shown(), Texts{Box("El año 1970 no está en la lista", "Cintal", Icon::Information)});
+    EXPECT_EQ(info->ListYear->currentText(), "1984");
+
+    info->TextName->setText("Nombre");
+    info->ComboPub->setEditText("Dinamic");
+    info->ListYear->setCurrentIndex(1);
+    info->ComboTipo->setEditText("Puzzle");
+    for (int index : {0, 1, 3, 5})
+        info->CommandATZX_Click(index);
+    EXPECT_EQ(Field(&ArchiveInfo::iName), "Nombre");
+    EXPECT_EQ(Field(&ArchiveInfo::iPublisher), "Dinamic");
+    EXPECT_EQ(Field(&ArchiveInfo::iYear), "1980");
+    EXPECT_EQ(Field(&ArchiveInfo::iType), "Puzzle");
+    // The copy keeps the boxes' line ends and sets nothing pending.
+    EXPECT_EQ(Field(&ArchiveInfo::iComments), "a\r\nb");
+    EXPECT_TRUE(info->TZXSaveTag());
+}
+
+} // namespace
+} // namespace cintal::test
