@@ -520,6 +520,10 @@ void Info::GridFiles_SelectionChange() {
         const QString found = FindIgnoringCase(dir, {name});
         if (!found.isEmpty()) path = found;
     }
+    OpenFile(path);
+}
+
+void Info::OpenFile(const QString& path) {
     TextPath->setText(path);
     logic.Open(path);
     FillGrid();
@@ -550,10 +554,12 @@ void Info::FillGrid() {
     int r = 0;
     for (const Inspector::BlockRow& b : rows) {
         ++r;
-        GridTZX->CellDetails(r, colRow, QString::number(b.number));
+        // The number and the description take the grid's own alignment, not
+        // their headers'.
+        GridTZX->CellDetails(r, colRow, QString::number(b.number), Grid::AlignLeft);
         GridTZX->CellDetails(r, colId, QString::number(b.id), Grid::AlignRight);
         GridTZX->CellDetails(r, colTipo, b.kind);
-        GridTZX->CellDetails(r, colDescr, b.descr);
+        GridTZX->CellDetails(r, colDescr, b.descr, Grid::AlignLeft);
         GridTZX->CellDetails(r, colInicio, locale.toString(b.start), Grid::AlignRight);
         GridTZX->CellDetails(r, colFin, locale.toString(b.end), Grid::AlignRight);
     }

@@ -37,6 +37,8 @@ public:
 
     void FillGrid();
     void GridFiles_SelectionChange();
+    // What a selection in the file list does once it knows the file's path.
+    void OpenFile(const QString& path);
     void ShowArchiveInfo();
     void TextInfo_KeyUp();
     int TextInfo_KeyPress(int index, int key);

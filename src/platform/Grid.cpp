@@ -121,6 +121,8 @@ public:
         if (o != Qt::Horizontal || section < 0 || section >= Cols()) return {};
         const Column& col = columns[static_cast<std::size_t>(section)];
         if (role == Qt::DisplayRole) return col.header;
+        if (role == Qt::TextAlignmentRole)
+            return QVariant::fromValue(QtAlign(col.align));
         if (role == Qt::DecorationRole && col.icon >= 0 && images && *images)
             return (*images)->Icon(col.icon);
         return {};

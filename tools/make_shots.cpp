@@ -1,0 +1,57 @@
+// Screenshots of the windows for the README, taken on the demo catalogue:
+//   cintal-shots CATÁLOGO CARPETA
+// Run it under a real display (xvfb-run -a) so that fonts and styles are
+// those a user sees.
+
+#include "views/Principal.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QTimer>
+#include <cstdio>
+
+using namespace cintal;
+
+namespace {
+
+void Save(QWidget& w, const QString& file) {
+    QApplication::processEvents();
+    if (!w.grab().save(file)) std::fprintf(stderr, "No se puede escribir %s\n", qPrintable(file));
+}
+
+bool SelectTitle(Principal& frm, const QString& name) {
+    Grid* g = frm.GridTitles;
+    for (int r = 1; r <= g->Rows(); ++r)
+        if (g->CellText(r, g->ColumnIndex("ColName")) == name) {
+            g->SetSelectedRow(r);
+            return true;
+        }
+    std::fprintf(stderr, "No está el título %s\n", qPrintable(name));
+    return false;
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    QApplication app(argc, argv);
+    if (argc < 3) {
+        std::fprintf(stderr, "Uso: cintal-shots CATÁLOGO CARPETA\n");
+        return 2;
+    }
+    const QString out = QString::fromLocal8Bit(argv[2]);
+    QDir().mkpath(out);
+    Principal frm;
+    if (!frm.Form_Load(QString::fromLocal8Bit(argv[1]))) return 1;
+    frm.resize(1280, 800);
+    frm.show();
+    // The inspector on a tape with archive information and many blocks.
+    if (SelectTitle(frm, QStringLiteral("Castillo Sombrío"))) {
+        frm.RunModal = [&](QDialog& window) {
+            window.show();
+            Save(window, QDir(out).filePath("inspector.png"));
+            window.close();
+        };
+        frm.CmdModify_Click();
+    }
+    return 0;
+}
