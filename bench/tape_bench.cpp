@@ -16,6 +16,7 @@
 #include <filesystem>
 #include <fstream>
 #include <map>
+#include <memory>
 #include <string>
 
 namespace fs = std::filesystem;
@@ -220,8 +221,40 @@ void BM_ReadFile(benchmark::State& state) {
     Report(state, img.size(), blocks);
 }
 
+// The clean-up of redundant blocks on a tape made of merges: each merged
+// tape left its marker and its archive block, between blocks that stay.
+void BM_CleanRedundant(benchmark::State& state) {
+    QuietPrompt quiet;
+    PromptScope scope(quiet);
+    const std::int64_t markers = state.range(0);
+    Bytes img = TzxHeader(1, 13);
+    for (std::int64_t i = 0; i < markers; ++i) {
+        img += MergeMarker(1, 13);
+        if (i % 10 == 0) img += Archive({{0, "Parte " + std::to_string(i)}});
+        img += Pause(1000);
+    }
+    const std::int64_t archives = (markers + 9) / 10;
+    for (auto _ : state) {
+        state.PauseTiming();
+        auto t = std::make_unique<TZXTape>();
+        t->ReadImage(img);
+        state.ResumeTiming();
+        const std::int64_t removed = t->Blocks().CheckRedundantBlocks();
+        state.PauseTiming();
+        const bool right = removed == markers + archives - 1 && t->Blocks().Count() == markers + 1;
+        t.reset();
+        state.ResumeTiming();
+        if (!right) {
+            state.SkipWithError("the clean-up removed the wrong blocks");
+            break;
+        }
+    }
+    state.counters["markers"] = static_cast<double>(markers);
+}
+
 } // namespace
 
+BENCHMARK(BM_CleanRedundant)->Arg(3000)->Arg(30000)->Arg(100000)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_Read)->Arg(1000)->Arg(10000)->Arg(100000)->Arg(300000)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_Image)->Arg(1000)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_Save)->Arg(10000)->Unit(benchmark::kMillisecond)->UseRealTime();

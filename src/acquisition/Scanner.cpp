@@ -141,7 +141,7 @@ bool Scanner::ProcessFile(const QString& path) {
     const std::string p = path.toStdString();
     const QString name = QString::fromStdString(FileNameOf(p));
     const QString ext = QString::fromStdString(ExtensionOf(p)).toLower();
-    const QString dir = QString::fromStdString(DirOf(p));
+    const QString dir = QString::fromStdString(FolderOf(p));
 
     // The rows of one file go in together: a crash never leaves half a file.
     if (!Store::Begin()) return false;

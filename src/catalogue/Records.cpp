@@ -92,7 +92,7 @@ bool FileInDB(const QString& name, const QString& extension, qint64 pathIndex) {
 bool AddFileToTitle(qint64 titleId, const QString& path) {
     CurTape = std::make_unique<TZXTape>();
     const std::string p = path.toStdString();
-    const QString folder = QString::fromStdString(DirOf(p));
+    const QString folder = QString::fromStdString(FolderOf(p));
     if (FindPathIndex(folder) == 0 && (!AddPath(folder) || !LoadPaths())) {
         CurTape.reset();
         return false;

@@ -4,10 +4,10 @@
 #include "cli/InfoCommand.h"
 
 #include "tape/Cp1252.h"
+#include "tape/TZXFunct.h"
 #include "tape/TZXTape.h"
 #include "tape/TapConvert.h"
 
-#include <cstdio>
 #include <ostream>
 #include <sstream>
 
@@ -36,12 +36,6 @@ const char* kHelp =
     "  --help                   muestra esta ayuda\n"
     "\n"
     "Los avisos del programa se escriben en la salida de errores.\n";
-
-std::string Hex2(int id) {
-    char buf[8];
-    std::snprintf(buf, sizeof buf, "0x%02X", id & 0xFF);
-    return buf;
-}
 
 int List(const std::vector<std::string>& files, std::ostream& out) {
     int status = 0;

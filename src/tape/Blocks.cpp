@@ -112,10 +112,8 @@ BlockRef Blocks::Item(double vntIndexKey) const {
     return at ? list[*at] : nullptr;
 }
 
-void Blocks::Remove(double vntIndexKey) {
-    auto at = IndexOf(vntIndexKey, list.size());
-    if (!at) return;
-    switch (list[*at]->IdTipoBloque) {
+void Blocks::WarnRemoval(std::int32_t kind) {
+    switch (kind) {
     case 0x21:
         Ask("va a eliminar un bloque de tipo \"Inicio de grupo\". Debe eliminar también el "
             "correspondiente bloque \"Final de grupo\"");
@@ -133,7 +131,20 @@ void Blocks::Remove(double vntIndexKey) {
     default:
         break;
     }
+}
+
+void Blocks::Remove(double vntIndexKey) {
+    auto at = IndexOf(vntIndexKey, list.size());
+    if (!at) return;
+    WarnRemoval(list[*at]->IdTipoBloque);
     RemoveAt(*at);
+}
+
+void Blocks::RemoveMarked(const std::vector<bool>& marked) {
+    std::size_t kept = 0;
+    for (std::size_t i = 0; i < list.size(); ++i)
+        if (!marked[i]) list[kept++] = std::move(list[i]);
+    list.resize(kept);
 }
 
 BlockRef Blocks::Move(double BlockNumber, bool Up) {
@@ -160,24 +171,32 @@ BlockRef Blocks::Move(double BlockNumber, bool Up) {
     return moved;
 }
 
+// Both clean-ups walk from the last block to the first, as one Remove after
+// another would, and warn in that order; the blocks then go in one pass, so
+// that a tape of thousands of merges is not shifted once per block.
 std::int64_t Blocks::DelBlockDupe(double chkTipoBloque) {
+    std::vector<bool> marked(list.size());
     std::int64_t seen = 0, removed = 0;
     for (std::size_t i = list.size(); i-- > 0;) {
         if (list[i]->IdTipoBloque != chkTipoBloque) continue;
         if (seen++ == 0) continue; // the one nearest the end stays
-        Remove(static_cast<double>(i + 1));
+        WarnRemoval(list[i]->IdTipoBloque);
+        marked[i] = true;
         ++removed;
     }
+    if (removed) RemoveMarked(marked);
     return removed;
 }
 
 std::int64_t Blocks::CheckRedundantBlocks() {
+    std::vector<bool> marked(list.size());
     std::int64_t removed = 0;
     for (std::size_t i = list.size(); i-- > 0;) {
         if (list[i]->IdTipoBloque != 0x5A) continue;
-        Remove(static_cast<double>(i + 1));
+        marked[i] = true;
         ++removed;
     }
+    if (removed) RemoveMarked(marked);
     removed += DelBlockDupe(0x32);
     Ask("Eliminados " + std::to_string(removed) + " bloques sobrantes.", {}, Icon::Information);
     return removed;

@@ -34,9 +34,6 @@ public:
     auto begin() const { return list.begin(); }
     auto end() const { return list.end(); }
 
-    // Reader's fast path: appends without the position logic.
-    void Reserve(std::size_t n) { list.reserve(n); }
-
     // The display name of a block kind, as Windows-1252 bytes; kinds without
     // a name show the box "otro" and give the empty text.
     static std::string BlockKindName(std::int32_t kind);
@@ -50,9 +47,10 @@ private:
     void RemoveAt(std::size_t index) {
         list.erase(list.begin() + static_cast<std::ptrdiff_t>(index));
     }
-    bool ValidPosition(double pos) const {
-        return pos >= 1 && pos <= static_cast<double>(list.size());
-    }
+    // The warning that Remove gives before taking out a block of that kind.
+    static void WarnRemoval(std::int32_t kind);
+    // Takes out the marked blocks in one pass, keeping the order of the rest.
+    void RemoveMarked(const std::vector<bool>& marked);
 
     std::vector<BlockRef> list;
 };

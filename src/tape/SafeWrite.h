@@ -4,23 +4,62 @@
 
 #include <string>
 #include <string_view>
+#include <system_error>
+#include <vector>
 
 namespace cintal::detail {
 
-// Creates a new file in dir named prefix + HHMMSS (+ "-1", "-2", ...) + ".tmp",
-// never opening one that exists and never taking the name avoid; writes the
-// bytes, pushes them to the disk and closes it. On failure nothing is left
-// behind and reason says why, in Spanish.
+// Every file operation by which the engine reads, saves or converts a user's
+// file goes through the current FileOps. The base class works on the disk;
+// tests put one of their own in place to fail any single step, or to stand
+// the whole file system inside a folder of their own.
+class FileOps {
+public:
+    virtual ~FileOps() = default;
+    // True for an existing file (not a folder). Never throws.
+    virtual bool Exists(const std::string& path);
+    // The whole file; false when it can't be opened or read.
+    virtual bool Read(const std::string& path, std::string& out);
+    // True when both names exist and stand for one file.
+    virtual bool Same(const std::string& a, const std::string& b);
+    // The names of a folder's entries; "" is the current folder.
+    virtual std::vector<std::string> List(const std::string& dir);
+    // Makes a file that must not exist yet, writes the bytes, pushes them
+    // to the disk and closes it. A file left half-written is removed.
+    virtual std::error_code CreateNew(const std::string& path, std::string_view bytes);
+    virtual std::error_code Remove(const std::string& path);
+    virtual std::error_code Rename(const std::string& from, const std::string& to);
+};
+
+FileOps& CurrentFileOps();
+
+// Puts a FileOps in place for the lifetime of a scope and then the previous one.
+class FileOpsScope {
+public:
+    explicit FileOpsScope(FileOps& ops);
+    ~FileOpsScope();
+    FileOpsScope(const FileOpsScope&) = delete;
+    FileOpsScope& operator=(const FileOpsScope&) = delete;
+
+private:
+    FileOps* previous;
+};
+
+// Creates a new file in dir named "TMP" + HHMMSS (+ "-1", "-2", ...) + ".tmp",
+// never opening one that exists and never taking the name avoid (in any
+// case); writes the bytes, pushes them to the disk and closes it. On failure
+// nothing is left behind and reason says why, in Spanish.
 bool WriteTempFile(const std::string& dir, std::string_view bytes, const std::string& avoid,
                    std::string& tempPath, std::string& reason);
 
-// A folder and a name joined; an empty folder is the current one.
-std::string JoinPath(const std::string& dir, const std::string& name);
-
 // The reason of a failed file operation, in Spanish.
-std::string ReasonOf(int err);
+std::string ReasonOf(std::error_code ec);
 
 bool RemoveFile(const std::string& path, std::string& reason);
 bool RenameFile(const std::string& from, const std::string& to, std::string& reason);
+
+// Equal ignoring the case of ASCII letters: names that one file system holds
+// apart and another takes for one file.
+bool SameNameIgnoringCase(std::string_view a, std::string_view b);
 
 } // namespace cintal::detail

@@ -48,10 +48,33 @@ std::string DirOf(std::string_view path) {
     return sep == std::string_view::npos ? std::string() : std::string(path.substr(0, sep));
 }
 
+std::string FolderOf(std::string_view path) {
+    std::size_t sep = LastSep(path);
+    if (sep == std::string_view::npos) return {};
+    // Without its separator the root would be no folder at all, and a
+    // drive's root on Windows ("C:") that drive's current folder.
+    bool root = sep == 0;
+#ifdef _WIN32
+    root = root || (sep == 2 && path[1] == ':');
+#endif
+    return std::string(path.substr(0, root ? sep + 1 : sep));
+}
+
 bool FileExists(std::string_view path) {
     if (path.empty()) return false;
     std::error_code ec;
     return std::filesystem::is_regular_file(std::filesystem::path(path), ec) && !ec;
+}
+
+std::string JoinPath(const std::string& dir, const std::string& name) {
+    if (dir.empty()) return name;
+    return IsSep(dir.back()) ? dir + name : dir + kPathSep + name;
+}
+
+std::string Hex2(int id) {
+    char buf[8];
+    std::snprintf(buf, sizeof buf, "0x%02X", id & 0xFF);
+    return buf;
 }
 
 bool ReadWholeFile(const std::string& path, std::string& out) {

@@ -2,22 +2,12 @@
 
 #include "tape/Decoders.h"
 #include "tape/Prompt.h"
+#include "tape/SafeWrite.h"
 #include "tape/TZXFunct.h"
 
 #include <algorithm>
-#include <cstdio>
 
 namespace cintal {
-
-namespace {
-
-std::string Hex2(int id) {
-    char buf[8];
-    std::snprintf(buf, sizeof buf, "0x%02X", id & 0xFF);
-    return buf;
-}
-
-} // namespace
 
 std::string ReadStatus::Cause() const {
     switch (stop) {
@@ -83,13 +73,14 @@ void TZXTape::Reset() {
 
 void TZXTape::Read(bool onlyData) {
     Reset();
-    if (!FileExists(FileName)) {
+    detail::FileOps& ops = detail::CurrentFileOps();
+    if (!ops.Exists(FileName)) {
         status.stop = ReadStop::Missing;
         Ask("no existe el archivo!!!!!");
         return;
     }
     std::string image;
-    if (!ReadWholeFile(FileName, image)) {
+    if (!ops.Read(FileName, image)) {
         status.stop = ReadStop::Unreadable;
         Ask("No se puede leer el archivo " + FileName);
         return;
@@ -167,10 +158,6 @@ void TZXTape::ReadBlocks(std::string_view image, bool onlyData) {
         }
     }
     if (onlyData) status.stop = ReadStop::OnlyData;
-}
-
-void TZXTape::SetArchiveText(int id, const std::string& text) {
-    if (std::string* field = ArchiveTextFor(ArchiveInfo(), id)) *field = text;
 }
 
 std::string TZXTape::HexToDec(std::string_view text) {

@@ -93,8 +93,6 @@ private:
     void Reset();
     void Read(bool onlyData);
     void ReadBlocks(std::string_view image, bool onlyData);
-    void SetArchiveText(int id, const std::string& text);
-    bool WriteFile(const std::string& target, const Bytes& image);
 
     std::shared_ptr<BlockList> blocks;
     std::shared_ptr<ArchiveRecord> archive;

@@ -72,7 +72,8 @@ bool TZXTape::Save(const std::string& sFileName, bool UpdateVersion) {
             "Guardar", Icon::Critical);
         return false;
     }
-    if (!FileExists(sFileName)) {
+    detail::FileOps& ops = detail::CurrentFileOps();
+    if (!ops.Exists(sFileName)) {
         SaveError(sFileName, "el archivo no existe");
         return false;
     }
@@ -95,30 +96,40 @@ bool TZXTape::Save(const std::string& sFileName, bool UpdateVersion) {
     }
 
     const Bytes image = Image(v, r);
-    const std::string dir = DirOf(sFileName);
-    const std::string backup = detail::JoinPath(dir, FileNameOf(sFileName) + ".tmp");
-    std::string temp, reason;
+    // Both names stand beside the tape, the root included, so that the
+    // renames never leave its folder.
+    const std::string dir = FolderOf(sFileName);
+    std::string backup = JoinPath(dir, FileNameOf(sFileName) + ".tmp");
+    // A tape named like its own backup ("juego.tmp") is backed up as
+    // "juego.tmp.tmp": removing the old backup must never remove the tape.
+    for (int n = 0; detail::SameNameIgnoringCase(backup, sFileName) || ops.Same(backup, sFileName);
+         ++n) {
+        if (n == 8) {
+            SaveError(sFileName, "no hay nombre libre para la copia");
+            return false;
+        }
+        backup += ".tmp";
+    }
+    std::string temp, reason, ignored;
     if (!detail::WriteTempFile(dir, image, backup, temp, reason)) {
         SaveError(sFileName, reason);
         return false;
     }
     // The old file is touched only now that the new one is whole on disk.
-    if (FileExists(backup) && !detail::RemoveFile(backup, reason)) {
-        std::string ignored;
+    if (ops.Exists(backup) && !detail::RemoveFile(backup, reason)) {
         detail::RemoveFile(temp, ignored);
         SaveError(sFileName, "no se puede borrar la copia " + backup);
         return false;
     }
     if (!detail::RenameFile(sFileName, backup, reason)) {
-        std::string ignored;
         detail::RemoveFile(temp, ignored);
         SaveError(sFileName, reason);
         return false;
     }
     if (!detail::RenameFile(temp, sFileName, reason)) {
-        std::string ignored;
-        detail::RenameFile(backup, sFileName, ignored);
         detail::RemoveFile(temp, ignored);
+        if (!detail::RenameFile(backup, sFileName, ignored))
+            reason += ". El archivo tal como estaba queda en " + backup;
         SaveError(sFileName, reason);
         return false;
     }

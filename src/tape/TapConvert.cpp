@@ -4,32 +4,15 @@
 #include "tape/SafeWrite.h"
 #include "tape/TZXFunct.h"
 
-#include <algorithm>
-#include <cctype>
-#include <filesystem>
-#include <system_error>
-
 namespace cintal {
 
 namespace {
 
-std::string LowerAscii(std::string s) {
-    std::transform(s.begin(), s.end(), s.begin(), [](unsigned char c) {
-        return static_cast<char>(c < 0x80 ? std::tolower(c) : c);
-    });
-    return s;
-}
-
 // The entry of dir whose name equals name ignoring case, if there is one: the
 // collection comes from a file system that ignored case.
 std::string FindIgnoringCase(const std::string& dir, const std::string& name) {
-    std::error_code ec;
-    const std::string wanted = LowerAscii(name);
-    std::filesystem::directory_iterator it(dir.empty() ? "." : dir, ec), end;
-    for (; !ec && it != end; it.increment(ec)) {
-        std::string entry = it->path().filename().string();
-        if (LowerAscii(entry) == wanted) return detail::JoinPath(dir, entry);
-    }
+    for (const std::string& entry : detail::CurrentFileOps().List(dir))
+        if (detail::SameNameIgnoringCase(entry, name)) return JoinPath(dir, entry);
     return {};
 }
 
@@ -69,7 +52,7 @@ bool TapImageToTzx(std::string_view tap, Bytes& tzx) {
 
 bool ConvertTapToTzx(const std::string& tapPath, std::string* tzxPath) {
     std::string tap;
-    if (!ReadWholeFile(tapPath, tap)) {
+    if (!detail::CurrentFileOps().Read(tapPath, tap)) {
         Ask("No se puede leer el archivo " + tapPath);
         return false;
     }
@@ -78,8 +61,8 @@ bool ConvertTapToTzx(const std::string& tapPath, std::string* tzxPath) {
         Refuse(tapPath + " no es un archivo TAP válido");
         return false;
     }
-    const std::string dir = DirOf(tapPath);
-    const std::string target = detail::JoinPath(dir, FileNameOf(tapPath) + ".tzx");
+    const std::string dir = FolderOf(tapPath);
+    const std::string target = JoinPath(dir, FileNameOf(tapPath) + ".tzx");
     std::string existing = FindIgnoringCase(dir, FileNameOf(tapPath) + ".tzx");
     if (!existing.empty()) {
         Refuse("Ya existe " + existing);

@@ -102,6 +102,48 @@ TEST_F(CliTest, Tap2TzxWritesBesideAndRefusesWhatItCannotConvert) {
         SameBytes(ReadFile(dir.File("juego.tzx")), Tape({B({0x10}) + Le(1000, 2) + block}, 1, 13)));
 }
 
+TEST_F(CliTest, CleanSavesATapeNamedLikeABackup) {
+    const std::string path = dir.File("juego.tmp");
+    const Bytes original = Tape({Merge(), Pause(5)}, 1, 13);
+    WriteFile(path, original);
+    Result r = Cli({"clean", path});
+    EXPECT_EQ(r.status, 0);
+    EXPECT_EQ(r.out, path + ": guardado, 1 bloques eliminados, versión 1.13\n");
+    EXPECT_TRUE(SameBytes(ReadFile(path), Tape({Pause(5)}, 1, 13)));
+    EXPECT_TRUE(SameBytes(ReadFile(dir.File("juego.tmp.tmp")), original));
+    EXPECT_EQ(dir.List(), (Names{"juego.tmp", "juego.tmp.tmp"}));
+}
+
+TEST_F(CliTest, TapesAtTheRootAreCleanedAndConvertedThere) {
+    // The file system stands in the test's folder; the current folder is
+    // never touched.
+    TestOps ops;
+    ops.root = dir.path.string();
+    detail::FileOpsScope use(ops);
+    const Bytes original = Tape({Merge(), Pause(5)}, 1, 13);
+    WriteFile(dir.File("juego.tzx"), original);
+    Result r = Cli({"clean", "/juego.tzx"});
+    EXPECT_EQ(r.status, 0);
+    EXPECT_EQ(r.out, "/juego.tzx: guardado, 1 bloques eliminados, versión 1.13\n");
+    EXPECT_TRUE(SameBytes(ReadFile(dir.File("juego.tzx")), Tape({Pause(5)}, 1, 13)));
+    EXPECT_TRUE(SameBytes(ReadFile(dir.File("juego.tmp")), original));
+
+    const Bytes block = Le(3, 2) + B({0xFF, 1, 2});
+    WriteFile(dir.File("nuevo.tap"), block);
+    WriteFile(dir.File("otro.tap"), block);
+    WriteFile(dir.File("OTRO.TZX"), "x");
+    r = Cli({"tap2tzx", "/nuevo.tap", "/otro.tap"});
+    EXPECT_EQ(r.status, 1);
+    EXPECT_EQ(r.out, "/nuevo.tap -> /nuevo.tzx\n");
+    EXPECT_EQ(r.err, "[Convertir en TZX] Ya existe /OTRO.TZX\n");
+    EXPECT_TRUE(
+        SameBytes(ReadFile(dir.File("nuevo.tzx")), Tape({B({0x10}) + Le(1000, 2) + block}, 1, 13)));
+    EXPECT_EQ(ReadFile(dir.File("OTRO.TZX")), "x");
+    EXPECT_EQ(ops.relative, Names{});
+    EXPECT_EQ(dir.List(),
+              (Names{"OTRO.TZX", "juego.tmp", "juego.tzx", "nuevo.tap", "nuevo.tzx", "otro.tap"}));
+}
+
 TEST_F(CliTest, UsageErrorsExplainThemselves) {
     EXPECT_EQ(Cli({}).status, 2);
     EXPECT_EQ(Cli({"borrar", "x"}).status, 2);

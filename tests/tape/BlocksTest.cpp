@@ -87,6 +87,32 @@ TEST_F(BlocksTest, RedundantBlocksLeaveTheLastArchiveAndNoMergeMarker) {
     EXPECT_EQ(Shown().size(), 1u); // through Remove, with its warning
 }
 
+TEST_F(BlocksTest, CleanUpOfATapeOfManyMergesKeepsWhatStaysInOrder) {
+    Blocks list;
+    std::string kept;
+    for (int i = 0; i < 1000; ++i) {
+        list.Add(0x5A, "m", Merge(), 10);
+        if (i % 3 == 0) list.Add(0x32, "i" + std::to_string(i) + ",", Archive({{0, "x"}}), 6);
+        list.Add(0x20, std::to_string(i) + ",", Pause(1), 3);
+        kept += (i == 999 ? "i999," : "") + std::to_string(i) + ",";
+    }
+    Forget();
+    EXPECT_EQ(list.CheckRedundantBlocks(), 1000 + 333);
+    EXPECT_EQ(Descrs(list), kept);
+    EXPECT_EQ(Shown(), Boxes{Box("Eliminados 1333 bloques sobrantes.", "", Icon::Information)});
+
+    // Each block taken out warns as Remove would; the last of its kind stays.
+    Forget();
+    for (const char* name : {"a", "b", "c"})
+        list.Add(0x21, name, Group(name), 3, "", 2);
+    EXPECT_EQ(list.DelBlockDupe(0x21), 2);
+    EXPECT_EQ(Descrs(list).substr(0, 3), "0,a");
+    EXPECT_EQ(Descrs(list).size(), kept.size() + 1);
+    EXPECT_EQ(Shown(), Boxes(2, Box("va a eliminar un bloque de tipo \"Inicio de grupo\". Debe "
+                                    "eliminar también el correspondiente bloque \"Final de "
+                                    "grupo\"")));
+}
+
 TEST_F(BlocksTest, NewBlocksMadeFromFiles) {
     struct Case {
         std::string name;

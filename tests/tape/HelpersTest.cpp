@@ -3,6 +3,7 @@
 #include "TestSupport.h"
 #include "tape/Cp1252.h"
 #include "tape/TZXFunct.h"
+#include "tape/TZXTape.h"
 #include "tape/TapConvert.h"
 
 namespace cintal::test {
@@ -22,12 +23,64 @@ TEST_F(HelpersTest, PathPartsAndExistence) {
     EXPECT_EQ(ExtensionOf("/home/ana/LEEME"), "");
     EXPECT_EQ(FileNameOf(".tzx"), ".tzx");
     EXPECT_EQ(ExtensionOf(".tzx"), "");
+    // The root is a folder like any other: what is built under it stays there.
+    EXPECT_EQ(DirOf("/juego.tzx"), "");
+    EXPECT_EQ(FolderOf("/juego.tzx"), "/");
+    EXPECT_EQ(FolderOf(full), "/home/ana/Juegos");
+    EXPECT_EQ(FolderOf("juego.tzx"), "");
+    EXPECT_EQ(JoinPath(FolderOf("/juego.tzx"), "juego.tmp"), "/juego.tmp");
+    EXPECT_EQ(JoinPath("/", "juego.tmp"), "/juego.tmp");
+    EXPECT_EQ(JoinPath("/home/ana/", "juego.tmp"), "/home/ana/juego.tmp");
+    EXPECT_EQ(JoinPath("/home/ana", "juego.tmp"), "/home/ana/juego.tmp");
+    EXPECT_EQ(JoinPath("", "juego.tmp"), "juego.tmp");
 
     WriteFile(dir.File("juego.tzx"), "x");
     EXPECT_TRUE(FileExists(dir.File("juego.tzx")));
     EXPECT_FALSE(FileExists(dir.File("falta.tzx")));
     EXPECT_FALSE(FileExists(dir.path.string()));
     EXPECT_FALSE(FileExists(""));
+}
+
+TEST_F(HelpersTest, HexadecimalTextToDecimalText) {
+    const std::vector<std::pair<std::string, std::string>> cases = {{"FF", "255"},
+                                                                    {"0100", "256"},
+                                                                    {"", "0"},
+                                                                    {"ff", "255"},
+                                                                    {"aB", "171"},
+                                                                    {"00000000", "0"},
+                                                                    {"FFFFFFFF", "4294967295"},
+                                                                    {"1G", "0"},
+                                                                    {"G1", "0"},
+                                                                    {"-1", "0"},
+                                                                    {" 1", "0"},
+                                                                    {"0x10", "0"},
+                                                                    {"7FFF", "32767"}};
+    for (const auto& [hex, decimal] : cases)
+        EXPECT_EQ(TZXTape::HexToDec(hex), decimal) << '"' << hex << '"';
+}
+
+TEST_F(HelpersTest, ClearEmptiesTheRecordButKeepsTheSpeechUnit) {
+    ArchiveInfo info;
+    for (const auto& f : kArchiveFields)
+        info.*(f.field) = f.name;
+    info.fOriginalScreen = true;
+    Variant* variants[] = {&info.fFileName,  &info.fEmulOvr, &info.fExtension, &info.fFileSize,
+                           &info.fOrigin,    &info.fMemory,  &info.fPlayers,   &info.fTogether,
+                           &info.fJoy,       &info.fAY,      &info.fMultiLoad, &info.fScore,
+                           &info.fPathIndex, &info.fPath,    &info.fEstado};
+    for (Variant* v : variants)
+        *v = 3.0;
+    info.fCurrah = std::string("Currah");
+    info.Clear();
+    for (const auto& f : kArchiveFields)
+        EXPECT_EQ(info.*(f.field), "") << f.name;
+    EXPECT_FALSE(info.fOriginalScreen);
+    for (Variant* v : variants)
+        EXPECT_EQ(*v, Variant(std::string()));
+    EXPECT_EQ(info.fCurrah, Variant(std::string("Currah")));
+    info.fCurrah = 1.0;
+    info.Clear();
+    EXPECT_EQ(info.fCurrah, Variant(1.0));
 }
 
 TEST_F(HelpersTest, TapeTextsDecodeAndEncodeBackToTheSameBytes) {

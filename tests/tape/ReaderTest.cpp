@@ -127,5 +127,36 @@ TEST_F(ReaderTest, ReadingAgainReplacesBlocksAndArchiveTexts) {
     EXPECT_EQ(Shown(), Boxes{Box("no existe el archivo!!!!!")});
 }
 
+TEST_F(ReaderTest, ReadOnlyDataKeepsTheSignalAndFlowBlocksOnly) {
+    const auto kinds = EveryKind();
+    Bytes image = Tape({});
+    for (const auto& k : kinds)
+        image += k.bytes;
+    image += Archive({{0, "Juego"}, {255, "Notas"}});
+    const std::string path = dir.File("juego.tzx");
+    WriteFile(path, image);
+    TZXTape tape;
+    tape.FileName = path;
+    tape.ReadOnlyData();
+
+    // Blocks left out still count, so a jump shows the same target as in a
+    // full read.
+    using Kept = std::tuple<int, std::string, Bytes>;
+    std::vector<Kept> expected, got;
+    for (const auto& k : kinds) {
+        const int id = static_cast<unsigned char>(k.bytes[0]);
+        if ((id >= 0x10 && id <= 0x15) || (id >= 0x20 && id <= 0x27))
+            expected.emplace_back(id, k.descr, k.bytes);
+    }
+    for (const auto& b : tape.Blocks())
+        got.emplace_back(b->IdTipoBloque, b->Descr, b->BlockData);
+    EXPECT_EQ(got, expected);
+    EXPECT_EQ(got.size(), 28u);
+    // The archive texts are not stored, and the read says it left blocks out.
+    EXPECT_EQ(tape.ArchiveInfo().iName + tape.ArchiveInfo().iComments, "");
+    EXPECT_EQ(tape.Status().stop, ReadStop::OnlyData);
+    EXPECT_EQ(Shown(), (Boxes{Box("otro"), Box("otro")}));
+}
+
 } // namespace
 } // namespace cintal::test

@@ -6,12 +6,14 @@
 
 #include "tape/Block.h"
 #include "tape/Prompt.h"
+#include "tape/SafeWrite.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
+#include <functional>
 #include <random>
 #include <string>
 #include <vector>
@@ -163,6 +165,68 @@ struct TempDir {
             names.push_back(e.path().filename().string());
         std::sort(names.begin(), names.end());
         return names;
+    }
+};
+
+// The engine's file operations as a test wants them. With a root, the file
+// system stands inside that folder ("/juego.tzx" is root/juego.tzx) and a
+// relative path, which would land wherever the program runs, is refused and
+// noted. Before each change on disk, fail may return the error that the step
+// is to give; it sees the paths as the engine gave them.
+struct TestOps : detail::FileOps {
+    std::string root;
+    std::function<std::error_code(const std::string& op, const std::string& from,
+                                  const std::string& to)>
+        fail;
+    std::vector<std::string> relative;
+
+    std::string Map(const std::string& path) {
+        if (root.empty()) return path;
+        if (path.empty() || path[0] != '/') {
+            relative.push_back(path);
+            return {};
+        }
+        return root + path;
+    }
+    std::error_code Failure(const std::string& op, const std::string& from,
+                            const std::string& to = {}) {
+        return fail ? fail(op, from, to) : std::error_code();
+    }
+    static std::error_code Refused() { return std::make_error_code(std::errc::invalid_argument); }
+
+    bool Exists(const std::string& path) override {
+        std::string p = Map(path);
+        return !p.empty() && FileOps::Exists(p);
+    }
+    bool Read(const std::string& path, std::string& out) override {
+        std::string p = Map(path);
+        return !p.empty() && FileOps::Read(p, out);
+    }
+    bool Same(const std::string& a, const std::string& b) override {
+        std::string x = Map(a), y = Map(b);
+        return !x.empty() && !y.empty() && FileOps::Same(x, y);
+    }
+    std::vector<std::string> List(const std::string& dir) override {
+        std::string p = Map(dir.empty() ? "." : dir);
+        return p.empty() ? std::vector<std::string>() : FileOps::List(p);
+    }
+    std::error_code CreateNew(const std::string& path, std::string_view bytes) override {
+        std::string p = Map(path);
+        if (p.empty()) return Refused();
+        if (auto ec = Failure("create", path)) return ec;
+        return FileOps::CreateNew(p, bytes);
+    }
+    std::error_code Remove(const std::string& path) override {
+        std::string p = Map(path);
+        if (p.empty()) return Refused();
+        if (auto ec = Failure("remove", path)) return ec;
+        return FileOps::Remove(p);
+    }
+    std::error_code Rename(const std::string& from, const std::string& to) override {
+        std::string a = Map(from), b = Map(to);
+        if (a.empty() || b.empty()) return Refused();
+        if (auto ec = Failure("rename", from, to)) return ec;
+        return FileOps::Rename(a, b);
     }
 };
 

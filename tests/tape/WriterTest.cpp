@@ -5,6 +5,7 @@
 #include "tape/TZXTape.h"
 
 #include <ctime>
+#include <functional>
 
 namespace cintal::test {
 namespace {
@@ -193,6 +194,140 @@ TEST_F(WriterTest, ACutLastBlockIsSavedAsItStandsOnlyWhileItStaysLast) {
     tape.Blocks().Remove(2);
     EXPECT_TRUE(tape.Save(path, false));
     EXPECT_EQ(ReadFile(path), Tape({Pause(5)}, 1, 13));
+}
+
+TEST_F(WriterTest, ATapeNamedLikeABackupKeepsItsOwnBackupBesideIt) {
+    // "juego.tmp" would be its own backup; "juego.tmp.tmp" too, and so on. A
+    // name that differs only in case is the same file where the collection
+    // came from.
+    const Bytes first = Tape({Pause(1), Merge()}, 1, 13);
+    const Bytes saved = Tape({Pause(1)}, 1, 13);
+    const std::vector<std::pair<std::string, std::string>> cases = {
+        {"juego.tmp", "juego.tmp.tmp"},
+        {"copia.tmp.tmp", "copia.tmp.tmp.tmp"},
+        {"CASO.TMP", "CASO.tmp.tmp"}};
+    WriteFile(dir.File("CASO.tmp"), "otro archivo");
+    for (const auto& [name, backup] : cases) {
+        SCOPED_TRACE(name);
+        TZXTape tape;
+        const std::string path = Load(tape, first, name);
+        tape.Blocks().Remove(2);
+        ASSERT_TRUE(tape.Save(path, false));
+        EXPECT_TRUE(SameBytes(ReadFile(path), saved));
+        EXPECT_TRUE(SameBytes(ReadFile(dir.File(backup)), first));
+        // Saved again: still one backup, the file as it was before this save.
+        tape.ArchiveInfo().iName = "Juego";
+        ASSERT_TRUE(tape.Save(path, false));
+        EXPECT_TRUE(SameBytes(ReadFile(path), Tape({Archive({{0, "Juego"}}), Pause(1)}, 1, 13)));
+        EXPECT_TRUE(SameBytes(ReadFile(dir.File(backup)), saved));
+        EXPECT_TRUE(Shown().empty());
+    }
+    EXPECT_EQ(ReadFile(dir.File("CASO.tmp")), "otro archivo");
+    EXPECT_EQ(dir.List(), (Names{"CASO.TMP", "CASO.tmp", "CASO.tmp.tmp", "copia.tmp.tmp",
+                                 "copia.tmp.tmp.tmp", "juego.tmp", "juego.tmp.tmp"}));
+}
+
+TEST_F(WriterTest, AStepThatFailsLeavesTheFileAsItWas) {
+    const Bytes original = Tape({Pause(1), Merge()}, 1, 13);
+    const std::string path = dir.File("juego.tzx"), backup = dir.File("juego.tmp");
+    auto failing = [](std::string op, std::string from, std::errc err) {
+        return [=](const std::string& o, const std::string& f, const std::string&) {
+            const bool temp = f.find("/TMP") != std::string::npos;
+            const bool match = o == op && (from == "TMP" ? temp : f == from);
+            return match ? std::make_error_code(err) : std::error_code();
+        };
+    };
+    auto reason = [&](const std::string& why) {
+        return Box("No se puede guardar " + path + ": " + why, "Guardar", Icon::Critical);
+    };
+    struct Case {
+        std::string what;
+        std::function<std::error_code(const std::string&, const std::string&, const std::string&)>
+            fail;
+        Boxes boxes;
+        bool oldBackupStays;
+    };
+    const std::vector<Case> cases = {{"temporary file",
+                                      failing("create", "TMP", std::errc::no_space_on_device),
+                                      {reason("no queda espacio en el disco")},
+                                      true},
+                                     {"old backup",
+                                      failing("remove", backup, std::errc::permission_denied),
+                                      {reason("no se puede borrar la copia " + backup)},
+                                      true},
+                                     {"tape to backup",
+                                      failing("rename", path, std::errc::permission_denied),
+                                      {reason("permiso denegado")},
+                                      false},
+                                     {"temporary file to tape",
+                                      failing("rename", "TMP", std::errc::io_error),
+                                      {reason("error de lectura o escritura en el disco")},
+                                      false}};
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.what);
+        TZXTape tape;
+        Load(tape, original);
+        WriteFile(backup, "copia anterior");
+        tape.Blocks().Remove(2);
+        TestOps ops;
+        ops.fail = c.fail;
+        detail::FileOpsScope use(ops);
+        EXPECT_FALSE(tape.Save(path, false));
+        EXPECT_EQ(Shown(), c.boxes);
+        EXPECT_TRUE(SameBytes(ReadFile(path), original));
+        EXPECT_EQ(dir.List(),
+                  c.oldBackupStays ? (Names{"juego.tmp", "juego.tzx"}) : Names{"juego.tzx"});
+        if (c.oldBackupStays) {
+            EXPECT_EQ(ReadFile(backup), "copia anterior");
+        }
+    }
+
+    // When the tape can't even be put back, the box says where it is, whole.
+    TZXTape tape;
+    Load(tape, original);
+    tape.Blocks().Remove(2);
+    TestOps ops;
+    ops.fail = [&](const std::string& op, const std::string& from, const std::string&) {
+        return op == "rename" && from != path ? std::make_error_code(std::errc::io_error)
+                                              : std::error_code();
+    };
+    detail::FileOpsScope use(ops);
+    EXPECT_FALSE(tape.Save(path, false));
+    EXPECT_EQ(Shown(), Boxes{reason("error de lectura o escritura en el disco. El archivo tal "
+                                    "como estaba queda en " +
+                                    backup)});
+    EXPECT_TRUE(SameBytes(ReadFile(backup), original));
+    EXPECT_EQ(dir.List(), Names{"juego.tmp"});
+
+    // A tape whose folder is a file, or is gone, is no file to replace.
+    Forget();
+    WriteFile(dir.File("carpeta"), "x");
+    EXPECT_FALSE(tape.Save(dir.File("carpeta/juego.tzx"), false));
+    EXPECT_EQ(Shown(), Boxes{Box("No se puede guardar " + dir.File("carpeta/juego.tzx") +
+                                     ": el archivo no existe",
+                                 "Guardar", Icon::Critical)});
+}
+
+TEST_F(WriterTest, ATapeAtTheRootKeepsItsTemporaryFileAndBackupThere) {
+    // The file system stands in a folder of the test's own; anything the save
+    // puts in the current folder instead is refused and noted.
+    TempDir root;
+    TestOps ops;
+    ops.root = root.path.string();
+    detail::FileOpsScope use(ops);
+    const Bytes original = Tape({Pause(1), Merge()}, 1, 13);
+    WriteFile(root.File("juego.tzx"), original);
+    TZXTape tape;
+    tape.FileName = "/juego.tzx";
+    tape.ReadTape();
+    ASSERT_EQ(tape.Blocks().Count(), 2);
+    tape.Blocks().Remove(2);
+    EXPECT_TRUE(tape.Save(tape.FileName, false));
+    EXPECT_TRUE(Shown().empty());
+    EXPECT_EQ(ops.relative, Names{});
+    EXPECT_TRUE(SameBytes(ReadFile(root.File("juego.tzx")), Tape({Pause(1)}, 1, 13)));
+    EXPECT_TRUE(SameBytes(ReadFile(root.File("juego.tmp")), original));
+    EXPECT_EQ(root.List(), (Names{"juego.tmp", "juego.tzx"}));
 }
 
 } // namespace
