@@ -256,6 +256,12 @@ void Info::BuildLayout() {
     adds->addWidget(Check1);
     adds->addWidget(Check2);
     left->addLayout(adds);
+    // Enter in a box types a line or nothing: no button of this window is
+    // pressed by it, least of all "Guardar Info".
+    for (QPushButton* b : findChildren<QPushButton*>()) {
+        b->setAutoDefault(false);
+        b->setDefault(false);
+    }
 
     // The tape pane: arrows on its left edge point at it.
     FrameInfo = new QGroupBox(QStringLiteral("Información (TZX)"), this);

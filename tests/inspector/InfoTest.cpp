@@ -231,6 +231,13 @@ TEST_F(InfoTest, OnlyAsciiCanBeTypedIntoTheTapeBoxes) {
     Type(name, Qt::Key_X, "x");
     EXPECT_EQ(Field(&ArchiveInfo::iName), "Juegxo");
 
+    // Enter in a one-line box presses no button: nothing is saved.
+    const Bytes before = ReadFile(S(Disk("juego.tzx")));
+    info->show();
+    Type(name, Qt::Key_Return, "\r");
+    EXPECT_TRUE(SameBytes(ReadFile(S(Disk("juego.tzx"))), before));
+    EXPECT_FALSE(QFile::exists(Disk("juego.tmp")));
+
     // The language box is no tape box: the accent brings no message.
     prompt.shown.clear();
     Type(info->ComboLang->lineEdit(), Qt::Key_unknown, QStringLiteral("é"));
