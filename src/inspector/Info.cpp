@@ -1,6 +1,7 @@
 #include "inspector/Info.h"
 
-#include "catalogue/Collate.h"
+#include "inspector/TitlePane.h"
+
 #include "catalogue/Comunes.h"
 #include "catalogue/Files.h"
 #include "catalogue/Store.h"
@@ -427,49 +428,18 @@ void Info::Wire() {
     }
 }
 
-int Info::TitleRow() const {
-    return mainTitles ? mainTitles->SelectedRow() : 0;
-}
-
 QString Info::TitleCell(const char* key) const {
-    const int row = TitleRow();
-    return row > 0 ? mainTitles->CellText(row, mainTitles->ColumnIndex(key)) : QString();
+    return TitlePane::SelectedCell(mainTitles, key);
 }
 
 void Info::SetTitleCell(const char* key, const QString& text, int icon) {
-    const int row = TitleRow();
-    if (row < 1) return;
-    const int col = mainTitles->ColumnIndex(key);
-    if (col < 1) return;
-    // The row keeps its colours: a title held or missing stays so.
-    const QColor back = mainTitles->CellBackColor(row, col);
-    const QColor fore = mainTitles->CellForeColor(row, col);
-    mainTitles->CellDetails(row, col, text, mainTitles->CellAlignment(row, col), icon,
-                            back.isValid() ? std::optional<QColor>(back) : std::nullopt,
-                            fore.isValid() ? std::optional<QColor>(fore) : std::nullopt);
-}
-
-void Info::RefillPublishers() {
-    std::vector<QString> names;
-    for (std::size_t i = 1; i < Comunes::PublisherNames.size(); ++i)
-        if (!Comunes::PublisherNames[i].isEmpty()) names.push_back(Comunes::PublisherNames[i]);
-    const QCollator collator = TextCollator();
-    std::stable_sort(names.begin(), names.end(),
-                     [&](const QString& a, const QString& b) { return collator(a, b); });
-    ComboPub->clear();
-    for (const QString& n : names)
-        ComboPub->addItem(n);
+    TitlePane::SetSelectedCell(mainTitles, key, text, icon);
 }
 
 void Info::Form_Load() {
     AsciiOnly = true;
-    RefillPublishers();
-    ListYear->clear();
-    ListYear->addItem(QString());
-    for (int year = 1980; year <= 2030; ++year)
-        ListYear->addItem(QString::number(year));
-    // A list just filled has no selection until something picks one.
-    ListYear->setCurrentIndex(-1);
+    TitlePane::FillPublishers(ComboPub);
+    TitlePane::FillYears(ListYear);
     ComboEstado->clear();
     ComboEstado->addItems(kEstados);
 
@@ -494,12 +464,7 @@ void Info::Form_Load() {
     ComboPub->setCurrentIndex(-1);
     ComboPub->setEditText(TitleCell("ColPublisher"));
     ComboTipo->setEditText(TitleCell("ColType"));
-    // The year's numeric value: what begins the text, 0 when nothing does.
-    const QString yearText = TitleCell("ColYear").trimmed();
-    int digits = 0;
-    while (digits < yearText.size() && yearText[digits].isDigit())
-        ++digits;
-    const int year = yearText.left(digits).toInt();
+    const int year = TitlePane::YearValue(TitleCell("ColYear"));
     if (year >= 1980 && year <= 2030)
         ListYear->setCurrentIndex(year - 1980 + 1);
     else if (year == 0)
@@ -638,15 +603,7 @@ void Info::ComboOrigin_LostFocus() {
 }
 
 void Info::ComboPub_LostFocus() {
-    QString text = ComboPub->currentText();
-    bool added = false;
-    const qint64 id = ResolvePublisher(text, &added);
-    if (added) RefillPublishers();
-    if (added || text != ComboPub->currentText()) {
-        ComboPub->setCurrentIndex(ComboPub->findText(text, Qt::MatchExactly));
-        ComboPub->setEditText(text);
-    }
-    ComboPubTag = QString::number(id);
+    ComboPubTag = TitlePane::PublisherLostFocus(ComboPub);
 }
 
 void Info::CmdDBSave_Click() {

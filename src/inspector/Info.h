@@ -117,10 +117,8 @@ private:
     void Wire();
     Inspector::BoxTexts Boxes() const;
     void UpdateSaveButton();
-    int TitleRow() const;
     QString TitleCell(const char* key) const;
     void SetTitleCell(const char* key, const QString& text, int icon = -1);
-    void RefillPublishers();
 
     Grid* mainTitles;
     Grid* mainFiles;

@@ -305,19 +305,31 @@ TitleSaved SaveTitleRow(qint64 titleId, const TitleFields& fields) {
         return TitleSaved::Failed;
     if (!q.next()) return TitleSaved::NoRow;
     q.finish();
-    const QString name = StoredTitleName(fields.name);
-    bool ok;
-    if (!fields.year.isEmpty() && fields.estado >= 0)
-        ok = Store::Run("UPDATE Titles SET Name = ?, IdPub = ?, Year = ?, Estado = ? "
-                        "WHERE TitleId = ?",
-                        {name, fields.idPub, fields.year, fields.estado, titleId});
-    else if (!fields.year.isEmpty())
-        ok = Store::Run("UPDATE Titles SET Name = ?, IdPub = ?, Year = ? WHERE TitleId = ?",
-                        {name, fields.idPub, fields.year, titleId});
-    else
-        ok = Store::Run("UPDATE Titles SET Name = ?, IdPub = ? WHERE TitleId = ?",
-                        {name, fields.idPub, titleId});
-    return ok ? TitleSaved::Saved : TitleSaved::Failed;
+    // Fixed column names; every value is bound.
+    QString sql = QStringLiteral("UPDATE Titles SET Name = ?, IdPub = ?");
+    QVariantList values{StoredTitleName(fields.name), fields.idPub};
+    if (!fields.year.isEmpty()) {
+        sql += QStringLiteral(", Year = ?");
+        values << fields.year;
+        if (fields.estado >= 0) {
+            sql += QStringLiteral(", Estado = ?");
+            values << fields.estado;
+        }
+    }
+    if (fields.origenInfo >= 0) {
+        sql += QStringLiteral(", OrigenInfo = ?");
+        values << fields.origenInfo;
+    }
+    sql += QStringLiteral(" WHERE TitleId = ?");
+    values << titleId;
+    return Store::Run(sql, values) ? TitleSaved::Saved : TitleSaved::Failed;
+}
+
+int TitleOrigenInfo(qint64 titleId) {
+    QSqlQuery q = Store::NewQuery();
+    if (!Store::Exec(q, "SELECT OrigenInfo FROM Titles WHERE TitleId = ?", {titleId}) || !q.next())
+        return -1;
+    return static_cast<int>(NumberOf(q.value(0)));
 }
 
 } // namespace cintal

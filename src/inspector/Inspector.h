@@ -121,18 +121,24 @@ qint64 KnownPublisher(const QString& text);
 // Yes. added tells the window to list the register again.
 qint64 ResolvePublisher(QString& text, bool* added = nullptr);
 
-// The title's fields as the catalogue pane holds them. estado is -1 when the
-// list has no selection, which keeps the stored value.
+// The title's fields as a catalogue pane holds them. estado is -1 when the
+// list has no selection, which keeps the stored value; origenInfo -1 leaves
+// the column alone.
 struct TitleFields {
     QString name;
     qint64 idPub = 0;
     QString year;
     int estado = -1;
+    int origenInfo = -1;
 };
 
 enum class TitleSaved { Saved, NoRow, Failed };
-// Writes the title row: name and publisher always, year and source only
-// with a year.
+// Writes the title row: name and publisher always, the year only when there
+// is one, and the source with the year; the origin of the record whenever
+// it is given.
 TitleSaved SaveTitleRow(qint64 titleId, const TitleFields& fields);
+
+// The origin of a title's record (OrigenInfo), or -1 when the title is gone.
+int TitleOrigenInfo(qint64 titleId);
 
 } // namespace cintal

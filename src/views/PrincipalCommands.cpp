@@ -6,6 +6,7 @@
 #include "catalogue/Store.h"
 #include "catalogue/Titles.h"
 #include "inspector/Info.h"
+#include "inspector/TitleInfo.h"
 #include "platform/PathCase.h"
 #include "platform/Shell.h"
 #include "tape/Prompt.h"
@@ -136,21 +137,21 @@ void Principal::CmdSearch_Click() {
 }
 
 void Principal::CmdModify_Click() {
+    // Without a title there is no record to show.
+    if (GridTitles->SelectedRow() < 1) return;
     bool tape = false;
-    if (GridTitles->SelectedRow() > 0) {
-        const int col = GridFiles->ColumnIndex("ColExtension");
-        for (int row = 1; row <= GridFiles->Rows() && !tape; ++row)
-            tape = GridFiles->CellText(row, col).toLower() == QLatin1String("tzx");
-    }
+    const int col = GridFiles->ColumnIndex("ColExtension");
+    for (int row = 1; row <= GridFiles->Rows() && !tape; ++row)
+        tape = GridFiles->CellText(row, col).toLower() == QLatin1String("tzx");
     if (tape) {
         Info window(GridTitles, GridFiles, this);
         window.Form_Load();
         RunModal(window);
-        return;
+    } else {
+        TitleInfo window(GridTitles, &ImageListFrom, this);
+        window.Form_Load();
+        RunModal(window);
     }
-    // The title dialog comes later; until then, say so.
-    Tell(QStringLiteral("Aquí se abrirá el diálogo del título (TitleInfo)."), Icon::Information,
-         QStringLiteral("TitleInfo"));
 }
 
 void Principal::AddFileByHand() {

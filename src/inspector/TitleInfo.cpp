@@ -1,0 +1,150 @@
+#include "inspector/TitleInfo.h"
+
+#include "catalogue/Comunes.h"
+#include "catalogue/Store.h"
+#include "catalogue/Titles.h"
+#include "inspector/Inspector.h"
+#include "inspector/TitlePane.h"
+#include "platform/KeyFilter.h"
+#include "tape/Prompt.h"
+#include "views/ComboAutoComplete.h"
+#include "views/Grids.h"
+
+#include <QCloseEvent>
+#include <QGridLayout>
+#include <QRegularExpression>
+#include <QVBoxLayout>
+
+namespace cintal {
+
+namespace {
+
+const QStringList kOrigins = {"Del archivo TZX",         "World of Spectrum",
+                              "Spectrum Gmaes Database", "Manual",
+                              "Missing In Action",       "No publicado",
+                              "Missing in Snaption",     "TZX perfecto",
+                              "Edición original",        "No válido/incompleto/corrupto"};
+
+QComboBox* Editable(const char* name) {
+    auto* combo = new QComboBox;
+    combo->setObjectName(name);
+    combo->setEditable(true);
+    combo->setInsertPolicy(QComboBox::NoInsert);
+    return combo;
+}
+
+} // namespace
+
+TitleInfo::TitleInfo(Grid* titles, const IconSet* icons, QWidget* parent)
+    : QDialog(parent), mainTitles(titles), icons(icons) {
+    setObjectName("TitleInfo");
+    setModal(true);
+    auto* top = new QVBoxLayout(this);
+    Frame1 = new QGroupBox(QStringLiteral("Información general"), this);
+    Frame1->setObjectName("Frame1");
+    auto* g = new QGridLayout(Frame1);
+    TextName = new QLineEdit(QStringLiteral("Text1"));
+    TextName->setObjectName("TextName");
+    TextName->setMaxLength(50);
+    ComboPub = Editable("ComboPub");
+    ListYear = Editable("ListYear");
+    ComboTipo = Editable("ComboTipo");
+    vbalCboEx1 = new QComboBox;
+    vbalCboEx1->setObjectName("vbalCboEx1");
+    const char* labels[] = {"Título", "Compañía", "Año", "Tipo"};
+    QWidget* boxes[] = {TextName, ComboPub, ListYear, ComboTipo};
+    for (int i = 0; i < 4; ++i) {
+        LabelInfo[i] = new QLabel(QString::fromUtf8(labels[i]));
+        g->addWidget(LabelInfo[i], i, 0);
+        g->addWidget(boxes[i], i, 1);
+    }
+    Estado = new QLabel(QStringLiteral("Label1"));
+    Estado->setObjectName("Estado");
+    g->addWidget(Estado, 4, 0);
+    g->addWidget(vbalCboEx1, 4, 1);
+    GridFiles = new Grid(this);
+    GridFiles->setObjectName("GridFiles");
+    g->addWidget(GridFiles, 5, 0, 1, 2);
+    g->setColumnStretch(1, 1);
+    g->setRowStretch(5, 1);
+    top->addWidget(Frame1);
+    resize(760, 420);
+
+    new KeyFilter(ComboPub->lineEdit(),
+                  [this](int key) { return ComboAutoComplete(ComboPub, key, false); });
+    connect(ComboPub->lineEdit(), &QLineEdit::editingFinished, this, [this] {
+        if (!unloading && !ComboPub->hasFocus()) ComboPub_LostFocus();
+    });
+}
+
+void TitleInfo::Form_Load() {
+    TitlePane::FillPublishers(ComboPub);
+    vbalCboEx1->clear();
+    for (int i = 0; i < kOrigins.size(); ++i)
+        vbalCboEx1->addItem(icons ? icons->Icon(i) : QIcon(), kOrigins[i]);
+    TitlePane::FillYears(ListYear);
+    Grids::SetupGridFiles(*GridFiles);
+
+    const QString titleId = TitlePane::SelectedCell(mainTitles, "ColTitleId");
+    setProperty("Tag", titleId);
+    TextName->setText(TitlePane::SelectedCell(mainTitles, "ColName"));
+    ComboPub->setCurrentIndex(-1);
+    ComboPub->setEditText(TitlePane::SelectedCell(mainTitles, "ColPublisher"));
+    ComboTipo->setEditText(TitlePane::SelectedCell(mainTitles, "ColType"));
+    const int year = TitlePane::YearValue(TitlePane::SelectedCell(mainTitles, "ColYear"));
+    if (year > 1979) {
+        ListYear->setCurrentIndex(ListYear->findText(QString::number(year)));
+        ListYear->setEditText(QString::number(year));
+    } else if (year == 0) {
+        ListYear->setCurrentIndex(0);
+    }
+    // Where the record came from, as the catalogue keeps it.
+    const int origen = TitleOrigenInfo(titleId.toLongLong());
+    vbalCboEx1->setCurrentIndex(origen >= 0 && origen < kOrigins.size() ? origen : -1);
+    Grids::FillFiles(titleId, *GridFiles);
+    setWindowTitle("Título: " + TextName->text());
+}
+
+void TitleInfo::ComboPub_LostFocus() {
+    ComboPubTag = TitlePane::PublisherLostFocus(ComboPub);
+}
+
+bool TitleInfo::Form_Unload() {
+    const QString year = ListYear->currentText().trimmed();
+    static const QRegularExpression fourDigits(QStringLiteral("^[0-9]{4}$"));
+    if (!year.isEmpty() && !fourDigits.match(year).hasMatch()) {
+        Ask("El año debe tener cuatro cifras", Comunes::kAppTitle.toStdString(), Icon::Exclamation);
+        return false;
+    }
+    ComboPub_LostFocus();
+    if (!TextName->text().isEmpty()) {
+        TitleFields fields;
+        fields.name = TextName->text();
+        fields.idPub = ComboPubTag.toLongLong();
+        fields.year = year;
+        fields.origenInfo = vbalCboEx1->currentIndex();
+        const int failures = Store::Failures();
+        const TitleSaved saved = SaveTitleRow(property("Tag").toString().toLongLong(), fields);
+        if (saved == TitleSaved::NoRow || Store::Failures() != failures) return true;
+        TitlePane::SetSelectedCell(mainTitles, "ColPublisher", ComboPub->currentText());
+        TitlePane::SetSelectedCell(mainTitles, "ColPubId", ComboPubTag);
+        if (!year.isEmpty()) TitlePane::SetSelectedCell(mainTitles, "ColYear", year);
+    }
+    TitlePane::SetSelectedCell(mainTitles, "ColName", StoredTitleName(TextName->text()));
+    return true;
+}
+
+void TitleInfo::closeEvent(QCloseEvent* event) {
+    if (unloading) return event->accept();
+    if (!Form_Unload()) return event->ignore();
+    unloading = true;
+    event->accept();
+}
+
+void TitleInfo::reject() {
+    if (!unloading && !Form_Unload()) return;
+    unloading = true;
+    QDialog::reject();
+}
+
+} // namespace cintal

@@ -1,0 +1,51 @@
+#pragma once
+// The record of a title without a tape to inspect: its name, publisher,
+// year, type and the origin of the record, and its files. Closing keeps what
+// was changed in the title's row and in the main window's title row.
+
+#include "platform/Grid.h"
+#include "platform/IconSet.h"
+
+#include <QComboBox>
+#include <QDialog>
+#include <QGroupBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <map>
+
+namespace cintal {
+
+class TitleInfo : public QDialog {
+    Q_OBJECT
+public:
+    // titles is the main window's title grid, whose selected row is shown;
+    // icons are the pictures of the record's origins.
+    TitleInfo(Grid* titles, const IconSet* icons, QWidget* parent = nullptr);
+
+    void Form_Load();
+    // False when the window must stay open (a year that isn't one).
+    bool Form_Unload();
+    void ComboPub_LostFocus();
+
+    QGroupBox* Frame1;
+    std::map<int, QLabel*> LabelInfo;
+    QLineEdit* TextName;
+    QComboBox* ComboPub;
+    QComboBox* ListYear;
+    QComboBox* ComboTipo;
+    QComboBox* vbalCboEx1;
+    QLabel* Estado;
+    Grid* GridFiles;
+    QString ComboPubTag = QStringLiteral("0");
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+    void reject() override;
+
+private:
+    Grid* mainTitles;
+    const IconSet* icons;
+    bool unloading = false;
+};
+
+} // namespace cintal
