@@ -189,10 +189,12 @@ void BuscarDirs::ShowProgress(const Scanner& s) {
     LabelNwComp->setText(QString::number(c.NwComp));
     LabelTiempo->setText(Scanner::FormatElapsed(s.elapsedMs));
     LabelEstado->setText(s.Estado);
-    // The lists are shown whole once the walk has made them.
+    // The lists fill as the walk finds folders and files.
+    for (int i = List1->count(); i < s.List1.size(); ++i)
+        List1->addItem(s.List1[i]);
+    for (int i = List2->count(); i < s.List2.size(); ++i)
+        List2->addItem(s.List2[i]);
     if (listed < 0 && s.current >= 0) {
-        List1->addItems(s.List1);
-        List2->addItems(s.List2);
         ProgressBar1->setRange(0, static_cast<int>(s.List2.size()));
         listed = 0;
     }

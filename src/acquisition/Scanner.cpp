@@ -4,12 +4,14 @@
 #include "catalogue/Comunes.h"
 #include "catalogue/Records.h"
 #include "catalogue/Store.h"
+#include "catalogue/Titles.h"
 #include "platform/PathCase.h"
 #include "tape/Prompt.h"
 #include "tape/TZXFunct.h"
 
 #include <QDir>
 #include <QFileInfo>
+#include <algorithm>
 
 namespace cintal {
 
@@ -36,6 +38,13 @@ private:
     std::vector<ScanWarning>& into;
 };
 
+// One order for folders and files: by name, ignoring case; two names that
+// differ only in case keep a fixed order between them.
+bool NameOrder(const QString& a, const QString& b) {
+    const int c = a.compare(b, Qt::CaseInsensitive);
+    return c != 0 ? c < 0 : a < b;
+}
+
 } // namespace
 
 QString Scanner::FormatElapsed(qint64 ms) {
@@ -54,12 +63,19 @@ void Scanner::Tell() {
 void Scanner::BuscaDirectorios(const QString& path) {
     // Hidden folders, links and folders that can't be read are not walked.
     const QFileInfoList entries =
-        QDir(path).entryInfoList(QDir::Dirs | QDir::NoDotAndDotDot, QDir::Name);
+        QDir(path).entryInfoList(QDir::Dirs | QDir::NoDotAndDotDot, QDir::NoSort);
+    QStringList names;
     for (const QFileInfo& e : entries) {
         if (e.fileName().startsWith('.') || e.isSymLink() || !e.isReadable() || !e.isExecutable())
             continue;
-        const QString sub = QDir(path).filePath(e.fileName());
+        names << e.fileName();
+    }
+    std::sort(names.begin(), names.end(), NameOrder);
+    for (const QString& name : names) {
+        const QString sub = Comunes::PathIn(path, name);
         List1 << sub;
+        Tell();
+        Breathe();
         BuscaDirectorios(sub);
     }
 }
@@ -67,15 +83,19 @@ void Scanner::BuscaDirectorios(const QString& path) {
 void Scanner::BuscaArchivos() {
     Estado = QStringLiteral("Buscando archivos...");
     Tell();
-    for (const QString& folder : List1) {
+    for (const QString& folder : std::as_const(List1)) {
         // The mask "*.tzx" ignores case: the collection came from a file
         // system that did. Hidden files are not found.
-        const QFileInfoList files = QDir(folder).entryInfoList(
-            {QStringLiteral("*.tzx")}, QDir::Files, QDir::Name | QDir::IgnoreCase);
-        for (const QFileInfo& f : files) {
-            if (f.fileName().startsWith('.')) continue;
-            List2 << QDir(folder).filePath(f.fileName());
+        QStringList names =
+            QDir(folder).entryList({QStringLiteral("*.tzx")}, QDir::Files, QDir::NoSort);
+        names.erase(std::remove_if(names.begin(), names.end(),
+                                   [](const QString& n) { return n.startsWith('.'); }),
+                    names.end());
+        std::sort(names.begin(), names.end(), NameOrder);
+        for (const QString& name : std::as_const(names)) {
+            List2 << Comunes::PathIn(folder, name);
             ++counters.Total;
+            Tell();
             Breathe();
         }
     }
@@ -87,13 +107,14 @@ Scanner::Result Scanner::Run(const QString& folder) {
     counters.Total = 0;
     current = -1;
     warnings.clear();
-    Tell();
+    // A separator at the end goes, but the root stays "/".
     QString base = folder;
     while (base.size() > 1 && base.endsWith('/'))
         base.chop(1);
     List1.clear();
     List2.clear();
     List1 << base;
+    Tell();
     BuscaDirectorios(base);
     BuscaArchivos();
     if (List2.isEmpty()) {
@@ -141,18 +162,23 @@ bool Scanner::ProcessFile(const QString& path) {
     const std::string p = path.toStdString();
     const QString name = QString::fromStdString(FileNameOf(p));
     const QString ext = QString::fromStdString(ExtensionOf(p)).toLower();
-    const QString dir = QString::fromStdString(FolderOf(p));
+    const QString dir = Comunes::FolderOf(path);
 
     // The rows of one file go in together: a crash never leaves half a file.
-    if (!Store::Begin()) return false;
-    qint64 pathIndex = Comunes::FindPathIndex(dir);
-    if (pathIndex == 0 && !Comunes::AddPath(dir)) return false;
-    if (Comunes::FileInDB(name, ext, pathIndex)) {
-        ++counters.Omitida;
-        return Store::Commit();
-    }
+    // A file that writes nothing opens no transaction.
+    bool open = false;
+    auto begin = [&] { return open || (open = Store::Begin()); };
+    auto done = [&] { return !open || Store::Commit(); };
+    const qint64 pathIndex = Comunes::FindPathIndex(dir);
+    if (pathIndex == 0 && (!begin() || !Comunes::AddPath(dir))) return false;
+    // A folder new to the register has no files: its number stays 0 here.
+    const bool known = Comunes::FileInDB(name, ext, pathIndex);
     if (failed()) return false;
-    if (ext != QLatin1String("tzx")) return Store::Commit();
+    if (known) {
+        ++counters.Omitida;
+        return done();
+    }
+    if (ext != QLatin1String("tzx")) return done();
 
     TZXTape& tape = *Comunes::CurTape;
     tape.FileName = p;
@@ -160,21 +186,24 @@ bool Scanner::ProcessFile(const QString& path) {
     // A file that can't be read at all is passed over; one that reads but is
     // no tape goes in under its file name.
     if (tape.Status().stop == ReadStop::Unreadable || tape.Status().stop == ReadStop::Missing)
-        return Store::Commit();
+        return done();
     if (Comunes::CurInfo) Comunes::CurInfo->Clear();
     Comunes::CurInfo = tape.ArchiveInfoRef();
     ArchiveInfo& info = *Comunes::CurInfo;
+    if (!begin()) return false;
 
     double idPub = 0;
     bool newPublisher = false;
     if (!info.iPublisher.empty()) {
         while (!info.iPublisher.empty() && info.iPublisher.back() == ' ')
             info.iPublisher.pop_back();
-        const qint64 match = Comunes::FindPublisher(Comunes::FromTape(info.iPublisher));
+        // Blanks alone name no publisher.
+        const QString publisher = Comunes::FromTape(info.iPublisher);
+        const qint64 match = publisher.isEmpty() ? 0 : Comunes::FindPublisher(publisher);
         // Slot 0 stands for no publisher: matching it is having none.
         if (match > 0) idPub = static_cast<double>(match);
         if (match < 0) {
-            const qint64 id = Comunes::AddPublisher(Comunes::FromTape(info.iPublisher));
+            const qint64 id = Comunes::AddPublisher(publisher);
             if (id < 0 || !Comunes::LoadPublishers()) return false;
             idPub = static_cast<double>(id);
             newPublisher = true;
@@ -185,12 +214,14 @@ bool Scanner::ProcessFile(const QString& path) {
     info.fExtension = ext.toStdString();
     info.fFileName = name.toStdString();
     info.fFileSize = static_cast<double>(QFileInfo(path).size());
-    if (info.iName.empty()) info.iName = Comunes::ToTape(name);
+    // A tape without a name is named after its file, as the file system
+    // spells it: the name never passes through the tape's Windows-1252.
+    Comunes::CurName = info.iName.empty() ? name : Comunes::FromTape(info.iName);
 
     double titleId = static_cast<double>(Comunes::FindTitle(static_cast<qint64>(idPub)));
     if (failed()) return false;
     const bool isNew = titleId == 0;
-    if (!Comunes::AddScannedFile(idPub, titleId) || !Store::Commit()) return false;
+    if (!Comunes::AddScannedFile(idPub, titleId) || !done()) return false;
     // Counted once the file's rows stand: a rolled-back publisher is none.
     if (newPublisher) ++counters.NwComp;
     ++(isNew ? counters.Creada : counters.Agregada);
@@ -211,16 +242,14 @@ bool AddScannedFile(double& idPub, double& titleId) {
     // Found ignoring case, as the extension is kept in lower case.
     const bool onDisk = !FindIgnoringCase(dir, {fileName + '.' + extension}).isEmpty();
     if (titleId == 0) {
-        QSqlQuery q = Store::NewQuery();
-        if (!Store::Exec(q,
-                         "INSERT INTO Titles (Name, Year, IdPub, Type, HaveIt, Author) "
-                         "VALUES (?, ?, ?, ?, ?, ?)",
-                         {Comunes::FromTape(info.iName).left(50),
-                          Comunes::FromTape(info.iYear).left(4), static_cast<qint64>(idPub),
-                          Comunes::FromTape(info.iType).left(3), onDisk ? QVariant(1) : QVariant(),
-                          Comunes::FromTape(info.iAuthor)}))
-            return false;
-        titleId = static_cast<double>(Store::LastInsertId(q));
+        QSqlQuery* q = Store::Cached("INSERT INTO Titles (Name, Year, IdPub, Type, HaveIt, Author) "
+                                     "VALUES (?, ?, ?, ?, ?, ?)",
+                                     {LeftChars(CurName, 50), FromTape(info.iYear).left(4),
+                                      static_cast<qint64>(idPub), FromTape(info.iType).left(3),
+                                      onDisk ? QVariant(1) : QVariant(), FromTape(info.iAuthor)});
+        if (!q) return false;
+        titleId = static_cast<double>(Store::LastInsertId(*q));
+        q->finish();
     }
     const QString lang = Comunes::FromTape(info.iLang);
     const QString memory = VariantText(info.fMemory);

@@ -9,6 +9,11 @@
 
 namespace cintal::Comunes {
 
+namespace {
+// Each publisher's name in lower case, with its lowest IdPub.
+QHash<QString, qint64> publishersLowered;
+} // namespace
+
 ArchiveInfo& Info() {
     if (!CurInfo) CurInfo = std::make_shared<ArchiveInfo>();
     return *CurInfo;
@@ -40,6 +45,7 @@ bool InitGlobals(const QString& path, QString* reason) {
 
 bool LoadPublishers() {
     PublisherNames.assign(1, QString());
+    publishersLowered.clear();
     QSqlQuery q = Store::NewQuery();
     if (!Store::Exec(q, "SELECT IdPub FROM Publishers ORDER BY IdPub DESC LIMIT 1")) return false;
     if (!q.next()) return true;
@@ -52,6 +58,9 @@ bool LoadPublishers() {
         const qint64 id = NumberOf(q.value(0));
         if (id >= 0 && id <= top) PublisherNames[static_cast<std::size_t>(id)] = TextOf(q.value(1));
     }
+    for (std::size_t i = PublisherNames.size(); i-- > 0;)
+        if (!PublisherNames[i].isEmpty())
+            publishersLowered.insert(PublisherNames[i].toLower(), static_cast<qint64>(i));
     return true;
 }
 
@@ -59,6 +68,7 @@ bool LoadPaths() {
     // With an empty table the register still has the columns 0 and 1.
     PathTable.number.assign(2, QString());
     PathTable.dir.assign(2, QString());
+    PathTable.lowered.clear();
     QSqlQuery q = Store::NewQuery();
     if (!Store::Exec(q, "SELECT PathIndex FROM Paths ORDER BY PathIndex DESC LIMIT 1"))
         return false;
@@ -75,6 +85,12 @@ bool LoadPaths() {
         PathTable.number[static_cast<std::size_t>(i)] = QString::number(i);
         PathTable.dir[static_cast<std::size_t>(i)] = TextOf(q.value(1));
     }
+    // Downwards, so that the lowest number of a folder written twice wins.
+    for (qint64 n = top; n >= 1; --n) {
+        const QString& dir = PathTable.dir[static_cast<std::size_t>(n)];
+        if (!PathTable.number[static_cast<std::size_t>(n)].isEmpty() && !dir.isEmpty())
+            PathTable.lowered.insert(dir.toLower(), n);
+    }
     return true;
 }
 
@@ -84,10 +100,8 @@ QString PublisherName(qint64 idPub) {
 }
 
 qint64 FindPublisher(const QString& name) {
-    const QString wanted = name.toLower();
-    for (std::size_t i = 0; i < PublisherNames.size(); ++i)
-        if (PublisherNames[i].toLower() == wanted) return static_cast<qint64>(i);
-    return -1;
+    if (name.isEmpty()) return -1;
+    return publishersLowered.value(name.toLower(), -1);
 }
 
 QString FromTape(const std::string& cp1252) {
@@ -107,6 +121,8 @@ void Reset() {
     Tap2TzxPath.clear();
     CurTape.reset();
     CurInfo.reset();
+    CurName.clear();
+    publishersLowered.clear();
 }
 
 } // namespace cintal::Comunes

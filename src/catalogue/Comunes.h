@@ -5,6 +5,7 @@
 #include "tape/ArchiveInfo.h"
 #include "tape/TZXTape.h"
 
+#include <QHash>
 #include <QString>
 #include <QStringList>
 #include <memory>
@@ -17,6 +18,9 @@ namespace cintal {
 struct PathRegister {
     std::vector<QString> number; // row 0: the index as text
     std::vector<QString> dir;    // row 1: GameDir
+    // Each folder's text in lower case, with the lowest index that holds it:
+    // a scan looks its folder up for every file.
+    QHash<QString, qint64> lowered;
 
     int Count() const { return static_cast<int>(number.size()); }
     bool Has(qint64 i) const { return i >= 0 && i < Count(); }
@@ -34,6 +38,11 @@ inline QString EmulPath;
 inline QString Tap2TzxPath;
 inline std::unique_ptr<TZXTape> CurTape;
 inline std::shared_ptr<ArchiveInfo> CurInfo;
+// The title's name on its way to FindTitle and AddScannedFile. It is
+// Unicode: the tape's iName decoded, or the name of a file as the file
+// system gives it, which Windows-1252 could not hold. FindTitle leaves it
+// cleaned.
+inline QString CurName;
 
 // The values on their way into the store, made on first use.
 ArchiveInfo& Info();
@@ -61,7 +70,8 @@ bool LoadPaths();
 QString PublisherName(qint64 idPub);
 
 // The first register slot whose name equals name, case folded, or -1.
-// Slot 0 stands for no publisher.
+// Slot 0 stands for no publisher. An empty name is no name: the empty slots
+// of unused numbers never match it.
 qint64 FindPublisher(const QString& name);
 
 // Tape texts are Windows-1252 bytes; the catalogue holds Unicode.

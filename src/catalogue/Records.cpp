@@ -53,11 +53,21 @@ qint64 AddPublisher(const QString& name) {
     return id;
 }
 
+QString FolderOf(const QString& path) {
+    const QString dir = QString::fromStdString(DirOf(path.toStdString()));
+    if (dir.isEmpty() && path.size() > 1 && path.startsWith(QChar(kPathSep)))
+        return QString(QChar(kPathSep));
+    return dir;
+}
+
+QString PathIn(const QString& dir, const QString& name) {
+    if (dir.endsWith(QChar(kPathSep))) return dir + name;
+    return dir + QChar(kPathSep) + name;
+}
+
 qint64 FindPathIndex(const QString& dir) {
-    const QString wanted = dir.toLower();
-    for (int n = 1; n < PathTable.Count(); ++n)
-        if (PathTable.Dir(n).toLower() == wanted) return n;
-    return 0;
+    if (dir.isEmpty()) return 0;
+    return PathTable.lowered.value(dir.toLower(), 0);
 }
 
 bool AddPath(const QString& dir) {
@@ -80,36 +90,46 @@ bool AddPath(const QString& dir) {
 }
 
 bool FileInDB(const QString& name, const QString& extension, qint64 pathIndex) {
-    QSqlQuery q = Store::NewQuery();
-    if (!Store::Exec(q,
-                     "SELECT FileName FROM tFiles WHERE FileName = ? AND Extension = ? AND "
-                     "PathIndex = ? LIMIT 1",
-                     {name, extension, pathIndex}))
-        return false;
-    return q.next();
+    QSqlQuery* q = Store::Cached("SELECT 1 FROM tFiles WHERE FileName = ? AND Extension = ? AND "
+                                 "PathIndex = ? LIMIT 1",
+                                 {name, extension, pathIndex});
+    if (!q) return false;
+    const bool found = q->next();
+    q->finish();
+    return found;
 }
 
 bool AddFileToTitle(qint64 titleId, const QString& path) {
     CurTape = std::make_unique<TZXTape>();
+    // The folder, the file's row and the title's mark stand or fall together.
+    if (!Store::Begin()) {
+        CurTape.reset();
+        return false;
+    }
     const std::string p = path.toStdString();
-    const QString folder = QString::fromStdString(FolderOf(p));
-    if (FindPathIndex(folder) == 0 && (!AddPath(folder) || !LoadPaths())) {
+    const QString folder = FolderOf(path);
+    if (FindPathIndex(folder) == 0 && !AddPath(folder)) {
         CurTape.reset();
         return false;
     }
     const qint64 pathIndex = FindPathIndex(folder);
     const QString name = QString::fromStdString(FileNameOf(p));
     const QString extension = QString::fromStdString(ExtensionOf(p));
+    const int failures = Store::Failures();
     if (FileInDB(name, extension, pathIndex)) {
         CurTape.reset();
+        if (!Store::Commit()) Failed();
         return false;
+    }
+    if (Store::Failures() != failures) {
+        CurTape.reset();
+        return Failed();
     }
     CurTape->FileName = p;
     CurTape->ReadTape();
     const ArchiveInfo& info = CurTape->ArchiveInfo();
     const QString lang = FromTape(info.iLang);
     const bool ok =
-        Store::Begin() &&
         Store::Run("INSERT INTO tFiles (TitleId, FileName, Extension, PathIndex, Origscreen, "
                    "FileSize, Origin, IdLang, LoadSchema, HaveIt) "
                    "VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, 1)",
@@ -123,22 +143,27 @@ bool AddFileToTitle(qint64 titleId, const QString& path) {
 }
 
 qint64 FindTitle(qint64 idPub) {
-    const QString name = StoredTitleName(FromTape(Info().iName));
-    Info().iName = ToTape(name);
-    QSqlQuery q = Store::NewQuery();
-    if (!Store::Exec(q, "SELECT TitleId FROM Titles WHERE Name = ? AND IdPub = ? LIMIT 1",
-                     {name, idPub}))
-        return 0;
-    return q.next() ? NumberOf(q.value(0)) : 0;
+    CurName = StoredTitleName(CurName);
+    QSqlQuery* q = Store::Cached("SELECT TitleId FROM Titles WHERE Name = ? AND IdPub = ? LIMIT 1",
+                                 {CurName, idPub});
+    if (!q) return 0;
+    const qint64 id = q->next() ? NumberOf(q->value(0)) : 0;
+    q->finish();
+    return id;
 }
 
 bool DelFileRecord(qint64 fileId, qint64 titleId, bool moreFiles) {
+    if (!Store::Begin()) return false;
     QSqlQuery q = Store::NewQuery();
     if (!Store::Exec(q, "DELETE FROM tFiles WHERE FileId = ?", {fileId})) return Failed();
-    if (q.numRowsAffected() < 1) return false;
+    if (q.numRowsAffected() < 1) {
+        q.finish();
+        if (!Store::Commit()) Failed();
+        return false;
+    }
     if (!moreFiles && !Store::Run("UPDATE Titles SET HaveIt = 0 WHERE TitleId = ?", {titleId}))
         return Failed();
-    return true;
+    return Store::Commit() ? true : Failed();
 }
 
 bool DelTitleRecord(qint64 titleId) {

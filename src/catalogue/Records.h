@@ -11,23 +11,33 @@ namespace cintal::Comunes {
 // and the name takes 1. Returns the new IdPub, or -1 after a store failure.
 qint64 AddPublisher(const QString& name);
 
-// The folder's PathIndex (the lowest, folding case), or 0 if unknown.
+// The folder of a file's full path as Paths keeps it: the text before the
+// last separator, and "/" itself for a file at the root.
+QString FolderOf(const QString& path);
+// A name inside a folder: "/" and the name at the root, never "//".
+QString PathIn(const QString& dir, const QString& name);
+
+// The folder's PathIndex (the lowest, folding case), or 0 if unknown. An
+// empty text is no folder: it never matches the free numbers of the register.
 qint64 FindPathIndex(const QString& dir);
 
 // A new Paths row, in the first free number (told in a plain box when it
 // fills a gap); reloads the register. False after a store failure.
 bool AddPath(const QString& dir);
 
-// Adds the file at path to the title. False if it was in the catalogue
-// already, or the store failed (which has been reported).
+// Adds the file at path to the title: its folder, its row and the title's
+// HaveIt in one transaction. False if it was in the catalogue already, or the
+// store failed (which has been reported, and nothing of the file stays).
 bool AddFileToTitle(qint64 titleId, const QString& path);
 
 bool FileInDB(const QString& name, const QString& extension, qint64 pathIndex);
 
-// The title named CurInfo.iName (cleaned, and left cleaned there) with that
+// The title named CurName (cleaned, and left cleaned there) with that
 // publisher, or 0.
 qint64 FindTitle(qint64 idPub);
 
+// Deletes the file row and, without moreFiles, marks the title as not held:
+// both or neither.
 bool DelFileRecord(qint64 fileId, qint64 titleId, bool moreFiles);
 bool DelTitleRecord(qint64 titleId);
 

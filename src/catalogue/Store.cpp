@@ -3,8 +3,10 @@
 #include "tape/Prompt.h"
 
 #include <QFileInfo>
+#include <QHash>
 #include <QSqlError>
 #include <QStringList>
+#include <memory>
 
 namespace cintal {
 
@@ -49,6 +51,33 @@ const char* kSchema[] = {
     "CREATE INDEX tFilesFile ON tFiles (FileName, Extension, PathIndex)",
     "CREATE INDEX TitlesNamePub ON Titles (Name, IdPub)",
 };
+
+// Statements kept prepared, by their text. They belong to the connection and
+// go before it closes.
+QHash<QString, QSqlQuery*> prepared;
+
+// Qt spells out a placeholder's name for every value bound by position, which
+// costs more than running a look-up: the kept statements name theirs once.
+QString Placeholder(int i) {
+    static QStringList names;
+    while (names.size() <= i)
+        names << QStringLiteral(":v%1").arg(names.size());
+    return names[i];
+}
+
+// The statement with each "?" named in order. The program's statements hold
+// no "?" inside a quoted text.
+QString Named(const QString& sql) {
+    QString named;
+    int n = 0;
+    for (const QChar c : sql) {
+        if (c == QLatin1Char('?'))
+            named += Placeholder(n++);
+        else
+            named += c;
+    }
+    return named;
+}
 
 bool quiet = false;
 QString lastError;
@@ -152,6 +181,8 @@ bool Store::Open(const QString& path, QString* reason) {
 
 void Store::Close() {
     depth = 0;
+    qDeleteAll(prepared);
+    prepared.clear();
     if (QSqlDatabase::contains(kConnection)) {
         {
             QSqlDatabase db = QSqlDatabase::database(kConnection, false);
@@ -195,8 +226,36 @@ bool Store::Exec(QSqlQuery& query, const QString& sql, const QVariantList& value
 }
 
 bool Store::Run(const QString& sql, const QVariantList& values) {
-    QSqlQuery q = NewQuery();
-    return Exec(q, sql, values);
+    QSqlQuery* q = Cached(sql, values);
+    if (!q) return false;
+    q->finish();
+    return true;
+}
+
+QSqlQuery* Store::Cached(const QString& sql, const QVariantList& values) {
+    QSqlQuery* q = prepared.value(sql);
+    if (!q) {
+        if (!IsOpen()) {
+            ReportError(QStringLiteral("el catálogo no está abierto"));
+            return nullptr;
+        }
+        auto made = std::make_unique<QSqlQuery>(Db());
+        made->setForwardOnly(true);
+        if (!made->prepare(Named(sql))) {
+            ReportError(ErrorText(made->lastError()));
+            return nullptr;
+        }
+        q = made.release();
+        prepared.insert(sql, q);
+    }
+    for (int i = 0; i < values.size(); ++i)
+        q->bindValue(Placeholder(i), values[i]);
+    if (!q->exec()) {
+        ReportError(ErrorText(q->lastError()));
+        q->finish();
+        return nullptr;
+    }
+    return q;
 }
 
 qint64 Store::LastInsertId(const QSqlQuery& query) {

@@ -28,8 +28,14 @@ public:
     // Prepares and runs sql with the values bound in order. On failure shows
     // the store's error and returns false.
     static bool Exec(QSqlQuery& query, const QString& sql, const QVariantList& values = {});
-    // Same, for statements whose rows nobody reads.
+    // Same, for statements whose rows nobody reads. The statement is kept
+    // prepared for the next call of the same text.
     static bool Run(const QString& sql, const QVariantList& values = {});
+    // For statements run again and again, such as the look-ups of a scan:
+    // prepared once per connection, run with the values bound in order. The
+    // rows are read from the query returned, which the next call of the same
+    // text reuses: read them, then finish() it. Null after a reported failure.
+    static QSqlQuery* Cached(const QString& sql, const QVariantList& values = {});
     // A query ready to read forward only, which is what the fills need.
     static QSqlQuery NewQuery();
     // The key the store gave to the last row inserted.

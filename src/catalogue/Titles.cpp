@@ -50,9 +50,19 @@ void SortTitlesByName(std::vector<TitleRow>& rows) {
 }
 
 QString StoredTitleName(const QString& name) {
-    QString n = name.left(50);
+    QString n = LeftChars(name, 50);
     n.replace(QLatin1Char('"'), QLatin1Char('\''));
     return n;
+}
+
+QString LeftChars(const QString& text, int count) {
+    qsizetype at = 0;
+    for (int n = 0; n < count && at < text.size(); ++n)
+        at += text.at(at).isHighSurrogate() && at + 1 < text.size() &&
+                      text.at(at + 1).isLowSurrogate()
+                  ? 2
+                  : 1;
+    return text.left(at);
 }
 
 QString EstadoText(const TitleRow& row) {

@@ -32,6 +32,10 @@ void SortTitlesByName(std::vector<TitleRow>& rows);
 // quotes turned into apostrophes, as every writer of titles does.
 QString StoredTitleName(const QString& name);
 
+// The first count characters of text. A character outside the basic plane
+// is one character, and is never cut in half.
+QString LeftChars(const QString& text, int count);
+
 // The text of the Fuente column: the Estado as a number when it is a known
 // code (0 to 6), otherwise empty.
 QString EstadoText(const TitleRow& row);

@@ -16,6 +16,7 @@
 #include <QListWidget>
 #include <QProgressBar>
 #include <QTimer>
+#include <algorithm>
 #include <regex>
 #include <sstream>
 
@@ -146,6 +147,7 @@ TEST_F(ScanTest, TitlesAndPublishersAreFoundInTheRegisterIgnoringCaseAndTrailing
     Publisher(1, "Bug-Byte");
     Publisher(2, "Ocean");
     Publisher(3, "Érbe");
+    Publisher(5, "Topo");
     Title("Manic Miner", "1983", 1, "Arc", 0, 0);
     Title("Sin Editor", "", 0, "", 0, 0);
     Title("Cañón", "", 3, "", 0, 0);
@@ -158,17 +160,19 @@ TEST_F(ScanTest, TitlesAndPublishersAreFoundInTheRegisterIgnoringCaseAndTrailing
     // The register folds every letter; the store folds A to Z only, so an
     // accented title in capitals is a title of its own.
     Put("6.tzx", Named("CA\xD1\xD3N", "\xC9RBE"));
+    // Blanks alone name no publisher, and never the unused number 4.
+    Put("7.tzx", Named("Sin editor", "   "));
 
     ASSERT_EQ(Scan(), Scanner::Result::Done);
-    EXPECT_EQ(Counts(scanner.counters), "6 6 3 3 0 0");
+    EXPECT_EQ(Counts(scanner.counters), "7 7 3 4 0 0");
     // The same name under another publisher is another title; no publisher is
     // IdPub 0, never a number of its own.
     EXPECT_EQ(Rows("SELECT TitleId, Name, IdPub, HaveIt FROM Titles ORDER BY TitleId"),
               (Texts{"1|Manic Miner|1|1", "2|Sin Editor|0|1", "3|Cañón|3|0", "4|Manic Miner|2|1",
                      "5|Nuevo|0|1", "6|CAÑÓN|3|1"}));
     EXPECT_EQ(Rows("SELECT FileName, TitleId FROM tFiles ORDER BY FileName"),
-              (Texts{"1|1", "2|4", "3|2", "4|2", "5|5", "6|6"}));
-    EXPECT_EQ(Rows("SELECT count(*) FROM Publishers"), Texts{"4"});
+              (Texts{"1|1", "2|4", "3|2", "4|2", "5|5", "6|6", "7|2"}));
+    EXPECT_EQ(Rows("SELECT count(*) FROM Publishers"), Texts{"5"});
 }
 
 TEST_F(ScanTest, RowsOfANewTitleAndOfAFileJoiningItByTheCutName) {
@@ -384,6 +388,136 @@ TEST_F(ScanTest, TheWindowSavesItsFolderAndAddsUpItsCountersOverRuns) {
     EXPECT_EQ(labels(), "3 6 2 1 3 1");
     EXPECT_EQ(w.List2->count(), 3);
     EXPECT_EQ(w.Avisos->count(), 0);
+}
+
+TEST_F(ScanTest, NamesFromTheFileSystemStayUnicodeIntoTheStoreAndOnScreen) {
+    Create();
+    Open();
+    // Tapes without archive information are named after their files.
+    Put(QStringLiteral("Łódź/Zażółć gęślą.tzx"), Tape());
+    Put(QStringLiteral("Łódź/Ласточка.tzx"), Tape());
+    Put(QStringLiteral("Łódź/Картошка.tzx"), Tape());
+    Put(QStringLiteral("Кассеты/ЛАСТОЧКА.tzx"), Tape());
+    // The quote and the length rules count characters, not bytes: the cut
+    // never splits a character, one outside the basic plane included.
+    const QString longName = QStringLiteral("Пёс \"Барбос\" и необычный кросс, повесть ") +
+                             QString(9, QChar(0x0436)) + QStringLiteral("🎮 и ещё");
+    ASSERT_EQ(longName.left(49).size(), 49);
+    ASSERT_TRUE(longName.at(49).isHighSurrogate());
+    Put("Кассеты/" + longName + ".tzx", Tape());
+
+    ASSERT_EQ(Scan(), Scanner::Result::Done);
+    EXPECT_EQ(Relative(scanner.List1), (Texts{".", "Łódź", "Кассеты"}));
+    EXPECT_EQ(Counts(scanner.counters), "5 5 5 0 0 0");
+    const QString cut = QString(longName).replace('"', '\'').left(51);
+    // The store folds A to Z only: Cyrillic capitals make a title of their own.
+    EXPECT_EQ(Rows("SELECT TitleId, Name, IdPub, HaveIt FROM Titles ORDER BY TitleId"),
+              (Texts{"1|Zażółć gęślą|0|1", "2|Картошка|0|1", "3|Ласточка|0|1", "4|ЛАСТОЧКА|0|1",
+                     "5|" + S(cut) + "|0|1"}));
+    EXPECT_EQ(Rows("SELECT FileName, TitleId, PathIndex, HaveIt FROM tFiles ORDER BY FileId"),
+              (Texts{"Zażółć gęślą|1|1|1", "Картошка|2|1|1", "Ласточка|3|1|1", "ЛАСТОЧКА|4|2|1",
+                     S(longName) + "|5|2|1"}));
+    EXPECT_EQ(Rows("SELECT * FROM Paths ORDER BY PathIndex"),
+              (Texts{"1|" + At("Łódź"), "2|" + At("Кассеты")}));
+
+    // A second file of the same name joins its title, found by the whole name.
+    Put(QStringLiteral("Otra/Ласточка.tzx"), Tape());
+    Put("Otra/" + longName + ".TZX", Tape());
+    ASSERT_EQ(Scan(), Scanner::Result::Done);
+    EXPECT_EQ(Counts(scanner.counters), "7 12 5 2 5 0");
+    EXPECT_EQ(Rows("SELECT FileName, TitleId FROM tFiles WHERE PathIndex = 3 ORDER BY FileId"),
+              (Texts{"Ласточка|3", S(longName) + "|5"}));
+
+    // What the collector reads: the title list of the command line.
+    std::ostringstream out, err;
+    Comunes::Reset();
+    ASSERT_EQ(cli::Run({"titles", "--db", S(db)}, out, err), 0);
+    Texts lines;
+    std::istringstream in(out.str());
+    for (std::string line; std::getline(in, line);)
+        lines.push_back(line);
+    std::sort(lines.begin(), lines.end());
+    Texts expected;
+    for (const QString& name : {QStringLiteral("Zażółć gęślą"), QStringLiteral("Картошка"),
+                                QStringLiteral("Ласточка"), QStringLiteral("ЛАСТОЧКА"), cut})
+        expected.push_back("0\t" + S(name) + "\t\t\t\t1");
+    std::sort(expected.begin(), expected.end());
+    EXPECT_EQ(lines, expected);
+
+    // And the main window: the title's files with their names and folders.
+    Principal frm;
+    ASSERT_TRUE(frm.Form_Load(db));
+    Grid* titles = frm.GridTitles;
+    for (int r = 1; r <= titles->Rows(); ++r)
+        if (titles->CellText(r, titles->ColumnIndex("ColName")) == QStringLiteral("Ласточка"))
+            titles->SetSelectedRow(r);
+    Grid* files = frm.GridFiles;
+    ASSERT_EQ(files->Rows(), 2);
+    Texts shown;
+    for (int r = 1; r <= 2; ++r)
+        shown.push_back(S(files->CellText(r, files->ColumnIndex("ColFileName")) + "|" +
+                          files->CellText(r, files->ColumnIndex("ColPath"))));
+    EXPECT_EQ(shown, (Texts{"Ласточка.tzx|" + At("Łódź"), "Ласточка.tzx|" + At("Otra")}));
+}
+
+TEST_F(ScanTest, FoldersAndFilesAreListedInNameOrderIgnoringCase) {
+    Create();
+    Open();
+    Put("Zeta/Zorro.tzx", Tape());
+    Put("Zeta/abeja.tzx", Tape());
+    Put("alfa/B.tzx", Tape());
+    Put("alfa/a.tzx", Tape());
+    Put("alfa/Beta/x.tzx", Tape());
+    Put("alfa/aguila/x.tzx", Tape());
+
+    ASSERT_EQ(Scan(), Scanner::Result::Done);
+    EXPECT_EQ(Relative(scanner.List1), (Texts{".", "alfa", "alfa/aguila", "alfa/Beta", "Zeta"}));
+    EXPECT_EQ(Relative(scanner.List2),
+              (Texts{"alfa/a.tzx", "alfa/B.tzx", "alfa/aguila/x.tzx", "alfa/Beta/x.tzx",
+                     "Zeta/abeja.tzx", "Zeta/Zorro.tzx"}));
+}
+
+TEST_F(ScanTest, TheWindowShowsFoldersFilesAndTheTotalAsTheWalkGoes) {
+    Create();
+    Open();
+    Put("a/1.tzx", Named("Uno", ""));
+    Put("a/2.tzx", Named("Dos", ""));
+    Put("b/3.tzx", Named("Tres", ""));
+    QDir().mkpath(root + "/c");
+    BuscarDirs w;
+    w.Dir1_Click(root);
+    // What the window shows each time the scan tells it something.
+    Texts seen;
+    const auto show = w.scanner.onProgress;
+    w.scanner.onProgress = [&](const Scanner& s) {
+        show(s);
+        seen.push_back(S(w.LabelEstado->text() + ' ' + w.LabelTotal->text() + ' ' +
+                         QString::number(w.List1->count()) + ' ' +
+                         QString::number(w.List2->count())));
+    };
+    w.CommandSelecciona_Click();
+    const Texts walk(seen.begin(), seen.begin() + std::min<std::size_t>(seen.size(), 9));
+    EXPECT_EQ(walk, (Texts{"Procesando directorios... 0 1 0", "Procesando directorios... 0 2 0",
+                           "Procesando directorios... 0 3 0", "Procesando directorios... 0 4 0",
+                           "Buscando archivos... 0 4 0", "Buscando archivos... 1 4 1",
+                           "Buscando archivos... 2 4 2", "Buscando archivos... 3 4 3",
+                           "Procesando archivos... 3 4 3"}));
+    EXPECT_EQ(S(w.List1->item(0)->text()), S(root));
+    EXPECT_EQ(S(w.List2->item(2)->text()), At("b/3.tzx"));
+    EXPECT_EQ(S(w.LabelParcial->text()), "3");
+
+    // With no tape anywhere the folders walked still stand in the list.
+    QTemporaryDir empty;
+    QDir().mkpath(empty.filePath("x/y"));
+    seen.clear();
+    w.Dir1_Click(empty.path());
+    w.CommandSelecciona_Click();
+    EXPECT_EQ(S(w.LabelEstado->text()), "No hay archivos que agregar");
+    EXPECT_EQ(S(w.LabelTotal->text()), "0");
+    ASSERT_EQ(w.List1->count(), 3);
+    EXPECT_EQ(S(w.List1->item(0)->text()), S(empty.path()));
+    EXPECT_EQ(S(w.List1->item(2)->text()), S(empty.filePath("x/y")));
+    EXPECT_EQ(w.List2->count(), 0);
 }
 
 TEST_F(ScanTest, TheSearchCommandRefillsTheTitleListWhenTheWindowCloses) {

@@ -151,12 +151,21 @@ TEST_F(RecordsTest, TitlesAreFoundByTheirCleanedNameAndPublisher) {
     NewTitle(stored, 0);
     Open();
 
-    Comunes::Info().iName = Utf8ToCp1252(S(given));
+    Comunes::CurName = given;
     EXPECT_EQ(Comunes::FindTitle(3), three);
-    EXPECT_EQ(Comunes::Info().iName, Utf8ToCp1252(S(stored)));
-    EXPECT_EQ(Comunes::Info().iName.substr(0, 9), "El '\xD1"
-                                                  "and\xFA");
+    EXPECT_EQ(S(Comunes::CurName), S(stored));
     EXPECT_EQ(Comunes::FindTitle(7), 0);
+
+    // Letters that Windows-1252 lacks are letters all the same.
+    const QString polish =
+        QStringLiteral("Zażółć \"gęślą\" jaźń, czyli przygody w Łodzi i Gdańsku");
+    ASSERT_GT(polish.size(), 50);
+    const qint64 pl = NewTitle(QString(polish).replace('"', '\'').left(50), 3);
+    // What the name would be after Windows-1252: a title it must not find.
+    NewTitle(QStringLiteral("Za?ó?? 'g??l?' ja??, czyli przygody w ?odzi i Gda?"), 3);
+    Comunes::CurName = polish;
+    EXPECT_EQ(Comunes::FindTitle(3), pl);
+    EXPECT_EQ(S(Comunes::CurName), "Zażółć 'gęślą' jaźń, czyli przygody w Łodzi i Gdań");
 }
 
 TEST_F(RecordsTest, DeletingRowsFollowsTheHaveItRules) {
@@ -187,10 +196,73 @@ TEST_F(RecordsTest, DeletingRowsFollowsTheHaveItRules) {
     EXPECT_TRUE(prompt.shown.empty());
 }
 
+TEST_F(RecordsTest, AFileAtTheRootLiesInTheFolderSlashAndNoEmptyTextIsAFolder) {
+    EXPECT_EQ(S(Comunes::FolderOf("/juego.tzx")), "/");
+    EXPECT_EQ(S(Comunes::FolderOf("/juegos/juego.tzx")), "/juegos");
+    EXPECT_EQ(S(Comunes::PathIn("/", "juego.tzx")), "/juego.tzx");
+    EXPECT_EQ(S(Comunes::PathIn("/juegos", "juego.tzx")), "/juegos/juego.tzx");
+
+    Create();
+    Path(2, "/juegos");
+    const qint64 t = NewTitle("En la raíz");
+    Open();
+    // Number 1 is free: an empty text must not take it for a folder.
+    EXPECT_EQ(Comunes::FindPathIndex(""), 0);
+
+    // Added by hand from the root; the file has gone meanwhile.
+    ASSERT_TRUE(Comunes::AddFileToTitle(t, "/cintal-perdido.tzx"));
+    EXPECT_EQ(Rows("SELECT PathIndex, GameDir FROM Paths ORDER BY PathIndex"),
+              (Texts{"1|/", "2|/juegos"}));
+    EXPECT_EQ(Rows("SELECT FileName, Extension, PathIndex FROM tFiles"),
+              Texts{"cintal-perdido|tzx|1"});
+    EXPECT_EQ(Comunes::FindPathIndex("/"), 1);
+    EXPECT_EQ(Comunes::FindPathIndex(""), 0);
+    ASSERT_TRUE(Comunes::AddPath("/nueva"));
+    EXPECT_EQ(Comunes::FindPathIndex("/nueva"), 3);
+    EXPECT_EQ(Shown(), (Texts{Box("1"), Box("no existe el archivo!!!!!")}));
+
+    // An empty register has free slots too.
+    Sql(db, "DELETE FROM Paths");
+    ASSERT_TRUE(Comunes::LoadPaths());
+    EXPECT_EQ(Comunes::FindPathIndex(""), 0);
+}
+
+TEST_F(RecordsTest, AnEventsRowsAreWrittenTogetherOrNotAtAll) {
+    Create();
+    const qint64 t = NewTitle("Juego", 0, 1);
+    const qint64 f = NewFile(t, "uno", "tzx", 1);
+    Path(1, "/juegos");
+    Open();
+    const QString folder = dir.filePath("nueva");
+    QDir().mkpath(folder);
+    const QString tzx = QDir(folder).filePath("dos.tzx");
+    WriteFile(tzx, QByteArray::fromStdString(Tape({Std(RomData(20))})));
+    // The second row of each event fails.
+    Sql(db, "CREATE TRIGGER lleno BEFORE UPDATE ON Titles "
+            "BEGIN SELECT RAISE(ABORT, 'disco lleno'); END");
+
+    EXPECT_FALSE(Comunes::DelFileRecord(f, t, false));
+    EXPECT_FALSE(Comunes::AddFileToTitle(t, tzx));
+    const std::string error = Box("Error en el catálogo: disco lleno", "", Icon::Critical);
+    EXPECT_EQ(Shown(), (Texts{error, error}));
+    EXPECT_EQ(Rows("SELECT FileId, FileName FROM tFiles"), Texts{std::to_string(f) + "|uno"});
+    EXPECT_EQ(Rows("SELECT PathIndex, GameDir FROM Paths"), Texts{"1|/juegos"});
+    EXPECT_EQ(Comunes::FindPathIndex(folder), 0) << "the register follows the store";
+    EXPECT_EQ(HaveIt(t), 1);
+
+    Sql(db, "DROP TRIGGER lleno");
+    EXPECT_TRUE(Comunes::AddFileToTitle(t, tzx));
+    EXPECT_TRUE(Comunes::DelFileRecord(f, t, true));
+    EXPECT_EQ(Rows("SELECT FileName, PathIndex FROM tFiles"), Texts{"dos|2"});
+    EXPECT_EQ(Rows("SELECT PathIndex, GameDir FROM Paths ORDER BY PathIndex"),
+              (Texts{"1|/juegos", "2|" + S(folder)}));
+    EXPECT_EQ(HaveIt(t), 1);
+}
+
 TEST_F(RecordsTest, CommandLineAddSaysWhatHappenedInItsStatus) {
     Create();
     const qint64 t = NewTitle("Juego");
-    const QString file = dir.filePath("juego.tap");
+    QString file = dir.filePath("juego.tap");
     WriteFile(file, QByteArray::fromStdString(Le(2, 2) + B({0xFF, 0xFF})));
     auto add = [&] {
         std::ostringstream out, err;
@@ -204,6 +276,16 @@ TEST_F(RecordsTest, CommandLineAddSaysWhatHappenedInItsStatus) {
     EXPECT_EQ(Rows("SELECT TitleId, FileName, Extension, HaveIt FROM tFiles"),
               Texts{std::to_string(t) + "|juego|tap|1"});
     EXPECT_EQ(HaveIt(t), 1);
+
+    // Names from the file system keep every letter, in the file and its folder.
+    QDir().mkpath(dir.filePath("Кассеты"));
+    file = dir.filePath(QStringLiteral("Кассеты/Łódź Ласточка.tap"));
+    WriteFile(file, QByteArray::fromStdString(Le(2, 2) + B({0xFF, 0xFF})));
+    EXPECT_EQ(add(), "0 Archivo Agregado\n");
+    EXPECT_EQ(
+        Rows("SELECT FileName, Extension, GameDir FROM tFiles JOIN Paths USING (PathIndex) "
+             "ORDER BY FileId"),
+        (Texts{"juego|tap|" + S(dir.path()), "Łódź Ласточка|tap|" + S(dir.filePath("Кассеты"))}));
 }
 
 } // namespace
