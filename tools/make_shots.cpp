@@ -53,5 +53,14 @@ int main(int argc, char** argv) {
         };
         frm.CmdModify_Click();
     }
+    // The title dialog on a title whose files hold no tape.
+    if (SelectTitle(frm, QStringLiteral("Cavernas Abisales"))) {
+        frm.RunModal = [&](QDialog& window) {
+            window.show();
+            Save(window, QDir(out).filePath("titulo.png"));
+            window.close();
+        };
+        frm.CmdModify_Click();
+    }
     return 0;
 }
