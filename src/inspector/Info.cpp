@@ -139,8 +139,10 @@ const QStringList kOrigins = {
 
 } // namespace
 
-Info::Info(Grid* titles, Grid* files, QWidget* parent)
-    : QDialog(parent), mainTitles(titles), mainFiles(files) {
+Info::Info(Grid* titles, Grid* files, QWidget* parent) : Info(titles, files, parent, false) {}
+
+Info::Info(Grid* titles, Grid* files, QWidget* parent, bool compareTwin)
+    : QDialog(parent), mainTitles(titles), mainFiles(files), compareTwin(compareTwin) {
     setObjectName("Info");
     setModal(true);
     BuildLayout();
@@ -154,7 +156,7 @@ Info::~Info() = default;
 
 void Info::BuildLayout() {
     auto* top = new QHBoxLayout(this);
-    auto* left = new QVBoxLayout;
+    auto* left = leftColumn = new QVBoxLayout;
     auto* right = new QVBoxLayout;
     top->addLayout(left, 5);
     top->addLayout(right, 4);
@@ -212,7 +214,9 @@ void Info::BuildLayout() {
     QFont narrow = GridTZX->font();
     narrow.setFamilies({"Arial Narrow", "Liberation Sans Narrow", "DejaVu Sans Condensed"});
     GridTZX->setFont(narrow);
-    left->addWidget(GridTZX, 5);
+    blocksRow = new QHBoxLayout;
+    blocksRow->addWidget(GridTZX, 1);
+    left->addLayout(blocksRow, 5);
 
     auto* buttons = new QHBoxLayout;
     CmdTZXSave = new QPushButton(SavePicture(), QStringLiteral("Guardar Info"), this);
@@ -363,6 +367,16 @@ void Info::BuildLayout() {
     }
     Frame2->setEnabled(false);
     right->addWidget(Frame2);
+    if (compareTwin) {
+        // What the compare window lacks of the inspector.
+        for (QWidget* w : std::initializer_list<QWidget*>{
+                 ComboEstado, Label2, CmdTZXSave, Command2, Command3, Command5, Command6,
+                 CommandExtraer, CommandSube, CommandBaja, Frame2, OptDatos[0], OptDatos[1],
+                 OptDatos[2]})
+            w->setVisible(false);
+        TextInfo[9]->setEnabled(true);
+        Label1[9]->setEnabled(true);
+    }
     resize(1180, 760);
 }
 
@@ -441,7 +455,7 @@ void Info::Form_Load() {
     TitlePane::FillPublishers(ComboPub);
     TitlePane::FillYears(ListYear);
     ComboEstado->clear();
-    ComboEstado->addItems(kEstados);
+    if (!compareTwin) ComboEstado->addItems(kEstados);
 
     GridTZX->SetDefaultRowHeight(16);
     GridTZX->SetRedraw(false);
@@ -459,7 +473,8 @@ void Info::Form_Load() {
     setProperty("Tag", TitleCell("ColTitleId"));
     bool isNumber = false;
     const int estado = TitleCell("ColEstado").toInt(&isNumber);
-    ComboEstado->setCurrentIndex(isNumber && estado >= 0 && estado <= 5 ? estado : -1);
+    if (!compareTwin)
+        ComboEstado->setCurrentIndex(isNumber && estado >= 0 && estado <= 5 ? estado : -1);
     TextName->setText(TitleCell("ColName"));
     ComboPub->setCurrentIndex(-1);
     ComboPub->setEditText(TitleCell("ColPublisher"));
@@ -471,13 +486,18 @@ void Info::Form_Load() {
         ListYear->setCurrentIndex(0);
 
     Grids::FillFiles(property("Tag").toString(), *GridFiles);
-    if (GridFiles->Rows() >= 1) {
-        GridFiles->SetSelectedRow(1);
-        // Selecting row 1 may already have raised the event; opening twice
+    const int first = FirstFileRow();
+    if (first >= 1 && first <= GridFiles->Rows()) {
+        GridFiles->SetSelectedRow(first);
+        // Selecting the row may already have raised the event; opening twice
         // would read the tape twice for nothing.
         if (logic.Path().isEmpty()) GridFiles_SelectionChange();
     }
     UpdateSaveButton();
+    // The compare window greys the labels of its tape pane, the language's aside.
+    if (compareTwin)
+        for (int i = 0; i <= 9; ++i)
+            if (Label1.count(i)) Label1[i]->setEnabled(false);
 }
 
 void Info::GridFiles_SelectionChange() {
@@ -607,6 +627,10 @@ void Info::ComboPub_LostFocus() {
 }
 
 void Info::CmdDBSave_Click() {
+    SaveTitle(true);
+}
+
+void Info::SaveTitle(bool withEstado) {
     ComboPub_LostFocus();
     const QString titleId = TitleCell("ColTitleId");
     if (!TextName->text().isEmpty()) {
@@ -614,7 +638,7 @@ void Info::CmdDBSave_Click() {
         fields.name = TextName->text();
         fields.idPub = ComboPubTag.toLongLong();
         fields.year = ListYear->currentText();
-        fields.estado = ComboEstado->currentIndex();
+        fields.estado = withEstado ? ComboEstado->currentIndex() : -1;
         const int failures = Store::Failures();
         const TitleSaved saved = SaveTitleRow(titleId.toLongLong(), fields);
         if (saved == TitleSaved::NoRow || Store::Failures() != failures) return;
@@ -630,6 +654,10 @@ void Info::CmdDBSave_Click() {
 
 void Info::CmdTZXSave_Click() {
     logic.SetField(0, BoxText(0));
+    SaveTapeAndRow();
+}
+
+void Info::SaveTapeAndRow() {
     // A file that can't be saved goes straight to the engine's refusal.
     if (logic.SaveBlocker().isEmpty() && !logic.AcceptLongTexts()) return;
     const int row = GridFiles->SelectedRow();
@@ -710,7 +738,7 @@ void Info::CommandATZX_Click(int index) {
 }
 
 void Info::Command3_Click() {
-    if (logic.RemoveBlock(GridTZX->SelectedRow())) FillGrid();
+    if (logic.RemoveBlock(SelectedBlock())) FillGrid();
 }
 
 void Info::CommandSube_Click() {
@@ -751,7 +779,7 @@ void Info::AddBlock_Click(int attType) {
     }
     const QString file = ChooseFile ? ChooseFile(caption, filter) : QString();
     if (file.isEmpty()) return;
-    const QString why = logic.AddBlock(attType, file, GridTZX->SelectedRow());
+    const QString why = logic.AddBlock(attType, file, SelectedBlock());
     if (!why.isEmpty()) {
         Ask(why.toStdString(), Comunes::kAppTitle.toStdString(), Icon::Exclamation);
         return;

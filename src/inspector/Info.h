@@ -17,6 +17,7 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QToolButton>
+#include <QVBoxLayout>
 #include <array>
 #include <functional>
 #include <map>
@@ -33,9 +34,9 @@ public:
 
     void Form_Load();
     // The closing of the window; false when the user chose to stay.
-    bool Form_Unload();
+    virtual bool Form_Unload();
 
-    void FillGrid();
+    virtual void FillGrid();
     void GridFiles_SelectionChange();
     // What a selection in the file list does once it knows the file's path.
     void OpenFile(const QString& path);
@@ -109,8 +110,28 @@ public:
     bool AsciiOnly = true;
 
 protected:
+    // The compare window is this window reduced, with a second list beside
+    // the blocks: it builds on the same panes and the same logic.
+    Info(Grid* titles, Grid* files, QWidget* parent, bool compareTwin);
+
     void closeEvent(QCloseEvent* event) override;
     void reject() override;
+
+    // The file row opened when the window opens.
+    virtual int FirstFileRow() const { return 1; }
+    // The block (from 1) of the selected row of the block list, 0 for none.
+    virtual int SelectedBlock() const { return GridTZX->SelectedRow(); }
+    // "Guardar Info" from its second step: the save, the read back, the file row.
+    void SaveTapeAndRow();
+    // The title's row and cells, with or without its source.
+    void SaveTitle(bool withEstado);
+
+    Grid* mainTitles;
+    Grid* mainFiles;
+    Inspector logic;
+    const bool compareTwin;
+    QVBoxLayout* leftColumn = nullptr;
+    QHBoxLayout* blocksRow = nullptr;
 
 private:
     void BuildLayout();
@@ -120,9 +141,6 @@ private:
     QString TitleCell(const char* key) const;
     void SetTitleCell(const char* key, const QString& text, int icon = -1);
 
-    Grid* mainTitles;
-    Grid* mainFiles;
-    Inspector logic;
     bool unloading = false;
     bool closing = false;
 };
