@@ -457,17 +457,7 @@ void Info::Form_Load() {
     ComboEstado->clear();
     if (!compareTwin) ComboEstado->addItems(kEstados);
 
-    GridTZX->SetDefaultRowHeight(16);
-    GridTZX->SetRedraw(false);
-    GridTZX->SetRowMode(true);
-    GridTZX->Clear(true);
-    GridTZX->AddColumn("ColRow", QStringLiteral("Nº"), Grid::AlignRight, -1, 30, true);
-    GridTZX->AddColumn("ColIdTipoBloque", "ColIdTipoBloque", Grid::AlignLeft, -1, 30, false);
-    GridTZX->AddColumn("ColTipoBloque", "Bloque", Grid::AlignLeft, -1, 95, true);
-    GridTZX->AddColumn("ColDescr", QStringLiteral("Descripción"), Grid::AlignRight, -1, 180, true);
-    GridTZX->AddColumn("ColInicio", "Inicio", Grid::AlignLeft, -1, 40, true);
-    GridTZX->AddColumn("ColFin", "Final", Grid::AlignLeft, -1, 40, true);
-    GridTZX->SetRedraw(true);
+    SetupGridTZX(*GridTZX);
     Grids::SetupGridFiles(*GridFiles);
 
     setProperty("Tag", TitleCell("ColTitleId"));
@@ -530,30 +520,41 @@ void Info::UpdateSaveButton() {
     CmdTZXSave->setToolTip(why.isEmpty() ? QStringLiteral("Guardar la cinta") : why);
 }
 
+void Info::SetupGridTZX(Grid& grid) {
+    grid.SetDefaultRowHeight(16);
+    grid.SetRedraw(false);
+    grid.SetRowMode(true);
+    grid.Clear(true);
+    grid.AddColumn("ColRow", QStringLiteral("Nº"), Grid::AlignRight, -1, 30, true);
+    grid.AddColumn("ColIdTipoBloque", "ColIdTipoBloque", Grid::AlignLeft, -1, 30, false);
+    grid.AddColumn("ColTipoBloque", "Bloque", Grid::AlignLeft, -1, 95, true);
+    grid.AddColumn("ColDescr", QStringLiteral("Descripción"), Grid::AlignRight, -1, 180, true);
+    grid.AddColumn("ColInicio", "Inicio", Grid::AlignLeft, -1, 40, true);
+    grid.AddColumn("ColFin", "Final", Grid::AlignLeft, -1, 40, true);
+    grid.SetRedraw(true);
+}
+
+void Info::WriteBlockRow(Grid& grid, int r, const Inspector::BlockRow& b,
+                         std::optional<QColor> back) {
+    static const QLocale locale;
+    // The number and the description take the grid's own alignment, not
+    // their headers'.
+    grid.CellDetails(r, 1, QString::number(b.number), Grid::AlignLeft, -1, back);
+    grid.CellDetails(r, 2, QString::number(b.id), Grid::AlignRight, -1, back);
+    grid.CellDetails(r, 3, b.kind, Grid::AlignDefault, -1, back);
+    grid.CellDetails(r, 4, b.descr, Grid::AlignLeft, -1, back);
+    grid.CellDetails(r, 5, locale.toString(b.start), Grid::AlignRight, -1, back);
+    grid.CellDetails(r, 6, locale.toString(b.end), Grid::AlignRight, -1, back);
+}
+
 void Info::FillGrid() {
     GridTZX->SetRedraw(false);
     GridTZX->Clear(false);
     const auto rows = logic.BlockRows();
     GridTZX->SetRows(static_cast<int>(rows.size()));
-    const int colRow = GridTZX->ColumnIndex("ColRow");
-    const int colId = GridTZX->ColumnIndex("ColIdTipoBloque");
-    const int colTipo = GridTZX->ColumnIndex("ColTipoBloque");
-    const int colDescr = GridTZX->ColumnIndex("ColDescr");
-    const int colInicio = GridTZX->ColumnIndex("ColInicio");
-    const int colFin = GridTZX->ColumnIndex("ColFin");
-    const QLocale locale;
     int r = 0;
-    for (const Inspector::BlockRow& b : rows) {
-        ++r;
-        // The number and the description take the grid's own alignment, not
-        // their headers'.
-        GridTZX->CellDetails(r, colRow, QString::number(b.number), Grid::AlignLeft);
-        GridTZX->CellDetails(r, colId, QString::number(b.id), Grid::AlignRight);
-        GridTZX->CellDetails(r, colTipo, b.kind);
-        GridTZX->CellDetails(r, colDescr, b.descr, Grid::AlignLeft);
-        GridTZX->CellDetails(r, colInicio, locale.toString(b.start), Grid::AlignRight);
-        GridTZX->CellDetails(r, colFin, locale.toString(b.end), Grid::AlignRight);
-    }
+    for (const Inspector::BlockRow& b : rows)
+        WriteBlockRow(*GridTZX, ++r, b);
     GridTZX->SetRedraw(true);
     UpdateSaveButton();
 }

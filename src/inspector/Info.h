@@ -21,6 +21,7 @@
 #include <array>
 #include <functional>
 #include <map>
+#include <optional>
 
 namespace cintal {
 
@@ -37,6 +38,11 @@ public:
     virtual bool Form_Unload();
 
     virtual void FillGrid();
+    // The columns of a block list, and one block written into its row; the
+    // columns stand in the order SetupGridTZX adds them.
+    static void SetupGridTZX(Grid& grid);
+    static void WriteBlockRow(Grid& grid, int row, const Inspector::BlockRow& block,
+                              std::optional<QColor> back = {});
     void GridFiles_SelectionChange();
     // What a selection in the file list does once it knows the file's path.
     void OpenFile(const QString& path);

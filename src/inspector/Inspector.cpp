@@ -87,8 +87,12 @@ QString Inspector::SaveBlocker() const {
 }
 
 std::vector<Inspector::BlockRow> Inspector::BlockRows() const {
+    return BlockRowsOf(*tape);
+}
+
+std::vector<Inspector::BlockRow> Inspector::BlockRowsOf(const TZXTape& tape) {
     std::vector<BlockRow> rows;
-    const Blocks& blocks = const_cast<TZXTape&>(*tape).Blocks();
+    const Blocks& blocks = const_cast<TZXTape&>(tape).Blocks();
     rows.reserve(static_cast<std::size_t>(blocks.Count()));
     // The header takes the first ten bytes; each block starts one past the
     // end of the one before, as it will lie in the file once saved.

@@ -48,6 +48,7 @@ public:
         qint64 end;
     };
     std::vector<BlockRow> BlockRows() const;
+    static std::vector<BlockRow> BlockRowsOf(const TZXTape& tape);
 
     // --- The texts of the tape pane
     // Gives lone carriage returns of the author and comments their line
