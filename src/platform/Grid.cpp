@@ -8,6 +8,7 @@
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QStyleOptionHeader>
 #include <QStyledItemDelegate>
 #include <algorithm>
 #include <numeric>
@@ -215,24 +216,30 @@ Grid::Grid(QWidget* parent) : QTableView(parent) {
 
 Grid::~Grid() = default;
 
-void Grid::Publish() {
+void Grid::Publish(int keep) {
     if (!redraw) {
         store->dirty = true;
         return;
     }
-    const int selected = SelectedRow();
+    if (keep < 0) keep = SelectedRow();
+    const int before = lastSelected;
     {
         // The same title stays selected: that is no change of selection.
         QSignalBlocker block(selectionModel());
         store->Reset();
         for (int c = 0; c < Columns(); ++c) {
-            setColumnWidth(c, Pixels(store->columns[static_cast<std::size_t>(c)].width));
-            setColumnHidden(c, !store->columns[static_cast<std::size_t>(c)].visible);
+            const Column& col = store->columns[static_cast<std::size_t>(c)];
+            // A column of no width shows nothing: hidden, the last section
+            // can't stretch it over the end of the row.
+            setColumnHidden(c, !col.visible || col.width <= 0);
+            setColumnWidth(c, OnScreenWidth(c + 1));
         }
-        if (selected > 0 && ViewRow(selected) >= 0) SetSelectedRow(selected);
+        if (keep > 0 && ViewRow(keep) >= 0) SetSelectedRow(keep);
         lastSelected = SelectedRow();
     }
     viewport()->update();
+    // A selected row that is gone or hidden takes the selection with it.
+    if (before > 0 && lastSelected == 0) emit SelectionChange();
 }
 
 void Grid::AddColumn(const QString& key, const QString& header, int alignment, int icon, int width,
@@ -284,9 +291,30 @@ int Grid::Columns() const {
 
 int Grid::ColumnsWidth() const {
     int total = 0;
-    for (const Column& c : store->columns)
-        if (c.visible) total += Pixels(c.width);
+    for (int c = 1; c <= Columns(); ++c)
+        if (ColumnAt(c)->visible) total += OnScreenWidth(c);
     return total;
+}
+
+int Grid::OnScreenWidth(int col) const {
+    const Column* c = ColumnAt(col);
+    if (!c || c->width <= 0) return 0;
+    // Never narrower than the heading as the header measures it (in bold),
+    // with room for the arrow of a sort where a click on it sorts.
+    const QHeaderView* header = horizontalHeader();
+    QStyleOptionHeader opt;
+    opt.initFrom(header);
+    opt.orientation = Qt::Horizontal;
+    opt.section = col - 1;
+    opt.text = c->header;
+    QFont bold = header->font();
+    bold.setBold(true);
+    opt.fontMetrics = QFontMetrics(bold);
+    if (c->icon >= 0 && images) opt.icon = images->Icon(c->icon);
+    if (header->sectionsClickable()) opt.sortIndicator = QStyleOptionHeader::SortDown;
+    const int heading =
+        header->style()->sizeFromContents(QStyle::CT_HeaderSection, &opt, QSize(), header).width();
+    return std::max(Pixels(c->width), heading);
 }
 
 int Grid::Pixels(int units) const {
@@ -467,13 +495,18 @@ void Grid::SetSelectedRow(int row) {
 
 void Grid::RemoveRow(int row) {
     if (row < 1 || row > store->rows) return;
+    int selected = SelectedRow();
+    if (selected == row) {
+        ClearSelection();
+        selected = 0;
+    }
     const std::size_t cols = store->columns.size();
     const auto first = store->cells.begin() + static_cast<std::ptrdiff_t>((row - 1) * cols);
     store->cells.erase(first, first + static_cast<std::ptrdiff_t>(cols));
     store->visible.erase(store->visible.begin() + row - 1);
     --store->rows;
-    if (SelectedRow() == row) ClearSelection();
-    Publish();
+    // A title below the removed row moves up with its row.
+    Publish(selected > row ? selected - 1 : selected);
 }
 
 void Grid::ClearSelection() {
@@ -523,13 +556,8 @@ void Grid::Sort() {
     }
     store->cells = std::move(cells);
     store->visible = std::move(visible);
-    {
-        QSignalBlocker block(selectionModel());
-        ClearSelection();
-        Publish();
-        if (movedTo && redraw) SetSelectedRow(movedTo);
-        lastSelected = SelectedRow();
-    }
+    if (!redraw) ClearSelection();
+    Publish(movedTo);
     horizontalHeader()->setSortIndicatorShown(true);
     horizontalHeader()->setSortIndicator(keys[0].col - 1, keys[0].order == SortDescending
                                                               ? Qt::DescendingOrder

@@ -109,9 +109,11 @@ private:
     int ViewRow(int row) const;
     int Pixels(int units) const;
     void Touch(int row, int col);
-    // Tells the view about rows and columns at once, keeping the selected
-    // row selected where it is still shown.
-    void Publish();
+    // Tells the view about rows and columns at once, keeping row keep (the
+    // selected row when left out) selected where it is still shown.
+    void Publish(int keep = -1);
+    // The column's width in pixels, as the view lays it out.
+    int OnScreenWidth(int col) const;
 
     GridModel* store;
     const IconSet* images = nullptr;

@@ -56,8 +56,6 @@ void SetupGridTitles(Grid& grid) {
     grid.AddColumn("ColTitleId", "Id", Grid::AlignDefault, -1, 40, false);
     grid.AddColumn("ColPubId", "PubId", Grid::AlignDefault, -1, 40, false);
     grid.AddColumn("ColHaveIt", "HaveIt", Grid::AlignDefault, -1, 40, false);
-    // The source shows as its picture; the number stays in the cell.
-    grid.SetColumnTextHidden(grid.ColumnIndex("ColEstado"), true);
 }
 
 void FillTitles(const TitleWindow& frm, const QString& clause) {

@@ -18,6 +18,7 @@
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
+#include <QHeaderView>
 #include <QImageReader>
 #include <QScrollBar>
 #include <QSplitter>
@@ -175,6 +176,8 @@ void Principal::BuildLayout() {
     // Right, bottom: the title's files.
     GridFiles = new Grid;
     GridFiles->setObjectName("GridFiles");
+    // The files are not sorted: their headings take no clicks.
+    GridFiles->horizontalHeader()->setSectionsClickable(false);
     auto* right = new QWidget;
     auto* rightLayout = new QVBoxLayout(right);
     rightLayout->setContentsMargins(0, 0, 0, 0);
@@ -248,7 +251,10 @@ void Principal::GridTitles_HeaderClick(int col) {
 
 void Principal::GridTitles_SelectionChange() {
     const int row = GridTitles->SelectedRow();
-    if (row < 1) return;
+    if (row < 1) {
+        ForgetTitle();
+        return;
+    }
     ImgCaratula->ClearPicture();
     auto cell = [&](const char* key) {
         return GridTitles->CellText(row, GridTitles->ColumnIndex(key));
@@ -264,6 +270,25 @@ void Principal::GridTitles_SelectionChange() {
     BuscaMapa();
     BuscaCodeSheet();
     CmdModify->setEnabled(true);
+}
+
+void Principal::ForgetTitle() {
+    // Files, data and pictures left behind would belong to no title, and a
+    // command on them would act for title 0.
+    for (QLabel* l : {LabelNombre, LabelCompany, LabelYear, LabelType})
+        l->clear();
+    GridFiles->Clear(false);
+    GridFiles->SetRedraw(true);
+    ComboRegistro->setCurrentIndex(-1);
+    ComboRegistro->clearEditText();
+    ImgCaratula->ClearPicture();
+    ImgCaratula->Tag.clear();
+    ShowScreen({});
+    // The chosen option stays chosen; only "Pantalla" stays at hand.
+    for (int option = 1; option < 4; ++option)
+        MarkOption(option, false);
+    MarkOption(0, false);
+    OptDatos[0]->setEnabled(true);
 }
 
 void Principal::ShowScreen(const QString& path) {

@@ -116,6 +116,8 @@ private:
     QString SelectedTitleCell(const char* key) const;
     QString SelectedFilePath() const;
     void ShowScreen(const QString& path);
+    // No title is selected any more: nothing of the last one stays.
+    void ForgetTitle();
     void MarkOption(int option, bool found);
 
     QSplitter* split = nullptr;

@@ -203,7 +203,8 @@ void Principal::mnuDelTitle_Click() {
 
 void Principal::mnuDelFile_Click() {
     const int row = GridFiles->SelectedRow();
-    if (row < 1) return;
+    // A file is deleted for its title, never for none.
+    if (row < 1 || GridTitles->SelectedRow() < 1) return;
     const bool moreFiles = GridFiles->Rows() > 1;
     const QString dir = GridFiles->CellText(row, GridFiles->ColumnIndex("ColPath"));
     const QString name = GridFiles->CellText(row, GridFiles->ColumnIndex("ColFileName"));
@@ -233,6 +234,10 @@ void Principal::mnuDelFile_Click() {
 void Principal::CmdLimpiaEmpty_Click() {
     if (!AskYes(QStringLiteral("esto borrará la base de datos"), Icon::Exclamation)) return;
     const int failures = Store::Failures();
+    // No titles, nothing to empty: the window stays as it is.
+    QSqlQuery any = Store::NewQuery();
+    if (!Store::Exec(any, QStringLiteral("SELECT 1 FROM Titles LIMIT 1")) || !any.next()) return;
+    any.finish();
     if (!Comunes::EmptyTitles() || Store::Failures() != failures) return;
     Grids::FillTitles(Parts(), kOrderByName);
 }

@@ -278,6 +278,29 @@ TEST_F(CommandsTest, EmptyingTheCatalogueTakesTitlesOnly) {
     EXPECT_EQ(frm.GridFiles->Rows(), 0);
 }
 
+TEST_F(CommandsTest, EmptyingACatalogueWithoutTitlesLeavesTheWindowAsItIs) {
+    Path(1, one);
+    const qint64 t = TitleWithId("Juego");
+    TitleWithId("Otro");
+    File(t, "juego", "tzx");
+    Load();
+    Select("Juego");
+    const std::string caption = S(frm.windowTitle());
+    // Another program (cintal-cli, a second window) has emptied the titles.
+    Sql(db, "DELETE FROM Titles");
+
+    prompt.Answer(Button::Yes);
+    frm.CmdLimpiaEmpty_Click();
+    EXPECT_EQ(Shown(),
+              Texts{Box("esto borrará la base de datos", "", Icon::Exclamation, Buttons::YesNo)});
+    EXPECT_EQ(S(frm.windowTitle()), caption);
+    EXPECT_EQ(frm.GridTitles->Rows(), 2);
+    EXPECT_EQ(frm.GridTitles->model()->rowCount(), 2);
+    EXPECT_EQ(S(TitleCell("ColName")), "Juego");
+    EXPECT_EQ(frm.GridFiles->Rows(), 1);
+    EXPECT_EQ(frm.ComboRegistro->count(), 2);
+}
+
 TEST_F(CommandsTest, ATapBecomesATzxOfTheTitleAndTheRecordThenOpensTheInspector) {
     Path(1, one);
     const qint64 t = TitleWithId("Juego");

@@ -3,7 +3,9 @@
 
 #include "../catalogue/CatalogueFixture.h"
 #include "catalogue/Files.h"
+#include "catalogue/Titles.h"
 #include "platform/Shell.h"
+#include "tape/Prompt.h"
 #include "views/Principal.h"
 
 #include <QCoreApplication>
@@ -206,6 +208,69 @@ TEST_F(FileGridTest, PicturesAreFoundBesideAnyFileIgnoringCase) {
     Select("Sin Archivos");
     EXPECT_EQ(frm.GridFiles->Rows(), 0);
     EXPECT_EQ(frm.ScreenFile(), DefaultScreen());
+    EXPECT_EQ(Option(1), "EBS");
+}
+
+// Whatever takes the selection away (a refill, the filter hiding the row)
+// takes the title's files, data and picture with it: nothing is left on screen
+// that a command could act on as if it belonged to no title.
+TEST_F(FileGridTest, WithoutASelectedTitleNothingOfTheLastOneStays) {
+    ScriptedPrompt prompt;
+    PromptScope scope(prompt);
+    Publisher(1, "Ocean");
+    const qint64 t = TitleWithId("Juego");
+    Sql(db, "UPDATE Titles SET IdPub = 1");
+    File(t, "juego", "tzx", 1);
+    File(t, "juego", "z80", 1);
+    QDir(one).mkpath("scrshot");
+    WriteFile(QDir(one).filePath("scrshot/Juego.scr"), QByteArray(6912, '\x38'));
+    Picture(QDir(one).filePath("Inlay/Juego.jpg"), 300, 200);
+    // Not in the collection, yet with a file row: the filter hides it.
+    const qint64 lost = TitleWithId("Perdido", 0);
+    File(lost, "perdido", "tzx", 1, {0});
+    Load();
+    auto nothingShown = [&](const char* when) {
+        SCOPED_TRACE(when);
+        EXPECT_EQ(frm.GridTitles->SelectedRow(), 0);
+        EXPECT_EQ(frm.GridFiles->Rows(), 0);
+        EXPECT_EQ(frm.GridFiles->model()->rowCount(), 0);
+        for (QLabel* l : {frm.LabelNombre, frm.LabelCompany, frm.LabelYear, frm.LabelType})
+            EXPECT_EQ(S(l->text()), "") << S(l->objectName());
+        EXPECT_EQ(S(frm.ComboRegistro->currentText()), "");
+        EXPECT_EQ(S(frm.ScreenFile()), S(DefaultScreen()));
+        EXPECT_FALSE(frm.ImgCaratula->HasPicture());
+        EXPECT_TRUE(frm.ImgCaratula->Tag.isEmpty());
+        // The picture options go grey; "Pantalla" stays at hand to go back to.
+        EXPECT_EQ(Option(0).substr(0, 2) + Option(1).substr(0, 2), "E---");
+    };
+
+    Select("Juego");
+    frm.OptDatos[1]->click();
+    ASSERT_EQ(frm.GridFiles->Rows(), 2);
+    ASSERT_TRUE(frm.ImgCaratula->HasPicture());
+    ASSERT_EQ(S(frm.LabelCompany->text()), "Ocean");
+
+    Grids::FillTitles(frm.Parts(), kOrderByName);
+    nothingShown("after a refill");
+    EXPECT_EQ(Option(1), "--S") << "the chosen option stays chosen";
+    // With no file row left there is nothing to delete, so no file can be
+    // deleted for title 0 and leave its own title marked as held.
+    frm.GridFiles->SetSelectedRow(1);
+    frm.mnuDelFile_Click();
+    EXPECT_TRUE(prompt.shown.empty());
+    EXPECT_EQ(Sql(db, "SELECT count(*) FROM tFiles")[0][0].toInt(), 3);
+
+    Select("Perdido");
+    ASSERT_EQ(frm.GridFiles->Rows(), 1);
+    frm.ChckHaveIt->click();
+    nothingShown("after the filter hid the title");
+
+    // A title selected again brings it all back.
+    Select("Juego");
+    EXPECT_EQ(frm.GridFiles->Rows(), 2);
+    EXPECT_EQ(S(frm.LabelNombre->text()), "Juego");
+    EXPECT_EQ(frm.ScreenFile(), QDir(one).filePath("scrshot/Juego.scr"));
+    EXPECT_TRUE(frm.ImgCaratula->HasPicture());
     EXPECT_EQ(Option(1), "EBS");
 }
 

@@ -213,6 +213,58 @@ TEST_F(PrincipalTest, TitlesFillInNameOrderWithTheirSourceIconsAndColours) {
     EXPECT_EQ(frm.ComboRegistro->count(), 5);
 }
 
+// Both grids on a shown window: every heading whole, the source as its number
+// beside its picture, and nothing on screen after the file's folder.
+TEST_F(PrincipalTest, GridsShowWholeHeadingsAndTheSourceNumberBesideItsPicture) {
+    Collection();
+    Path(1, dir.path());
+    Sql(db, "INSERT INTO tFiles (TitleId, FileName, Extension, PathIndex, HaveIt) "
+            "VALUES (1, 'zorro', 'tzx', 1, 1)");
+    ASSERT_TRUE(frm.Form_Load(db));
+    frm.resize(2400, 800); // wider than all the file grid's columns
+    frm.show();
+    QApplication::processEvents();
+
+    const QModelIndex source = frm.GridTitles->model()->index(0, Col("ColEstado") - 1);
+    EXPECT_EQ(S(source.data().toString()), "6");
+    EXPECT_FALSE(qvariant_cast<QIcon>(source.data(Qt::DecorationRole)).isNull());
+    EXPECT_EQ(source.data(Qt::TextAlignmentRole).value<Qt::Alignment>() & Qt::AlignHorizontal_Mask,
+              Qt::AlignRight);
+
+    auto cut = [](const Grid* g) {
+        Texts cut;
+        for (int c = 0; c < g->model()->columnCount(); ++c)
+            if (!g->isColumnHidden(c) &&
+                g->columnWidth(c) < g->horizontalHeader()->sectionSizeHint(c))
+                cut.push_back(S(g->ColumnHeader(c + 1)) + " " + std::to_string(g->columnWidth(c)) +
+                              " < " + std::to_string(g->horizontalHeader()->sectionSizeHint(c)));
+        return cut;
+    };
+    EXPECT_EQ(cut(frm.GridTitles), Texts{});
+    // The arrow of a sorted column takes no letters away either.
+    ClickHeader("ColEstado");
+    ClickHeader("ColYear");
+    QApplication::processEvents();
+    EXPECT_EQ(cut(frm.GridTitles), Texts{});
+
+    for (int r = 1; r <= frm.GridTitles->Rows(); ++r)
+        if (Cell(r, "ColName") == "Zorro") frm.GridTitles->SetSelectedRow(r);
+    Grid* files = frm.GridFiles;
+    ASSERT_EQ(files->Rows(), 1);
+    QApplication::processEvents();
+    EXPECT_EQ(cut(files), Texts{});
+    Texts seen;
+    for (int c = 0; c < files->model()->columnCount(); ++c)
+        if (!files->isColumnHidden(c) && files->columnWidth(c) > 0)
+            seen.push_back(S(files->ColumnHeader(c + 1)));
+    EXPECT_EQ(seen,
+              (Texts{"Fmt.", "Archivo", "Mem", "Origen", "Carga", "Idioma", "Tamaño", "Ruta"}));
+    const int ruta = files->ColumnIndex("ColPath") - 1;
+    EXPECT_EQ(files->columnViewportPosition(ruta) + files->columnWidth(ruta),
+              files->viewport()->width())
+        << "the folder reaches the end of the row";
+}
+
 TEST_F(PrincipalTest, TheBoxHidesTitlesWithoutFilesAtOnceAndRemembersIt) {
     Collection();
     ASSERT_TRUE(frm.Form_Load(db));
