@@ -270,6 +270,12 @@ void Principal::GridTitles_SelectionChange() {
     BuscaMapa();
     BuscaCodeSheet();
     CmdModify->setEnabled(true);
+    // Comparing needs a tape to start from.
+    bool tape = false;
+    const int colExt = GridFiles->ColumnIndex("ColExtension");
+    for (int r = 1; r <= GridFiles->Rows() && !tape; ++r)
+        tape = GridFiles->CellText(r, colExt).toLower() == QLatin1String("tzx");
+    Command2->setEnabled(tape);
 }
 
 void Principal::ForgetTitle() {
@@ -283,6 +289,7 @@ void Principal::ForgetTitle() {
     ComboRegistro->clearEditText();
     ImgCaratula->ClearPicture();
     ImgCaratula->Tag.clear();
+    Command2->setEnabled(false);
     ShowScreen({});
     // The chosen option stays chosen; only "Pantalla" stays at hand.
     for (int option = 1; option < 4; ++option)

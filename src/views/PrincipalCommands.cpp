@@ -7,6 +7,7 @@
 #include "catalogue/Titles.h"
 #include "inspector/Info.h"
 #include "inspector/TitleInfo.h"
+#include "inspector/frmCompara.h"
 #include "platform/PathCase.h"
 #include "platform/Shell.h"
 #include "tape/Prompt.h"
@@ -59,14 +60,13 @@ void Principal::BuildCommands() {
     button(Command7, "Command7", Tool::Options, QStringLiteral("Opciones"));
     button(CmdLimpiaEmpty, "CmdLimpiaEmpty", Tool::Empty, QStringLiteral("Vacía la base de datos"));
     button(Command2, "Command2", Tool::Compare, QStringLiteral("Comparar cintas"));
-    Command2->setToolTip(QString());
     button(ImportaWOS, "ImportaWOS", Tool::ImportWeb, QString());
     CmdModify->setEnabled(false);
-    // Nothing shows these two: their windows are not for users yet.
-    for (QAction* hidden : {Command2, ImportaWOS}) {
-        hidden->setVisible(false);
-        hidden->setEnabled(false);
-    }
+    // Comparing starts from a title with a tape: off until one is selected.
+    Command2->setEnabled(false);
+    // Nothing shows the listing import yet.
+    ImportaWOS->setVisible(false);
+    ImportaWOS->setEnabled(false);
     connect(CmdSearch, &QAction::triggered, this, &Principal::CmdSearch_Click);
     connect(CmdModify, &QAction::triggered, this, &Principal::CmdModify_Click);
     connect(Command3, &QAction::triggered, this, &Principal::Command3_Click);
@@ -152,6 +152,13 @@ void Principal::CmdModify_Click() {
         window.Form_Load();
         RunModal(window);
     }
+}
+
+void Principal::Command2_Click() {
+    if (GridTitles->SelectedRow() < 1) return;
+    frmCompara window(GridTitles, GridFiles, this);
+    window.Form_Load();
+    RunModal(window);
 }
 
 void Principal::AddFileByHand() {

@@ -101,10 +101,19 @@ TEST_F(CommandsTest, ToolbarShowsItsTipsAndKeepsUnbuiltCommandsOutOfReach) {
         EXPECT_EQ(action->isEnabled(), action != frm.CmdModify) << tip;
     }
     EXPECT_EQ(S(frm.Command2->text()), "Comparar cintas");
-    for (QAction* hidden : {frm.Command2, frm.ImportaWOS})
-        EXPECT_FALSE(hidden->isVisible() || hidden->isEnabled());
+    EXPECT_TRUE(frm.Command2->isVisible() && !frm.Command2->icon().isNull());
+    EXPECT_FALSE(frm.Command2->isEnabled());
+    EXPECT_FALSE(frm.ImportaWOS->isVisible() || frm.ImportaWOS->isEnabled());
     Select("Juego");
     EXPECT_TRUE(frm.CmdModify->isEnabled());
+    // Comparing needs a tape among the title's files.
+    EXPECT_FALSE(frm.Command2->isEnabled());
+    File(1, "juego", "TZX");
+    frm.GridTitles->ClearSelection();
+    Select("Juego");
+    EXPECT_TRUE(frm.Command2->isEnabled());
+    frm.GridTitles->ClearSelection();
+    EXPECT_FALSE(frm.Command2->isEnabled());
 }
 
 TEST_F(CommandsTest, AFileAddedByHandColoursTheRowButNotItsHaveItCell) {

@@ -1,0 +1,142 @@
+// The compare window on two tapes of a title: the aligned lists with their
+// colours and sums, the clean-up of redundant blocks, and what closing keeps.
+
+#include "../catalogue/CatalogueFixture.h"
+#include "../tape/TestSupport.h"
+#include "inspector/frmCompara.h"
+#include "views/Principal.h"
+
+#include <QDir>
+
+namespace cintal::test {
+namespace {
+
+using Texts = std::vector<std::string>;
+
+class frmComparaTest : public CatalogueTest, protected Tzx {
+protected:
+    void SetUp() override {
+        CatalogueTest::SetUp();
+        Create();
+        Publisher(0, "- Desconocido -");
+        Publisher(1, "Dinamic");
+        Path(1, dir.path());
+        Title("Juego", "1986", 1, "Arcade", 1, 3);
+        for (const char* f : {"juego.z80", "juego.tzx", "copia.tzx"}) {
+            const QString name = QString::fromLatin1(f);
+            Sql(db,
+                "INSERT INTO tFiles (TitleId, FileName, Extension, PathIndex, HaveIt) "
+                "VALUES (1, ?, ?, 1, 1)",
+                {name.section('.', 0, 0), name.section('.', 1)});
+        }
+        test::WriteFile(S(Disk("juego.z80")), "Z80");
+        test::WriteFile(S(Disk("juego.tzx")), Tape({Archive({{0, "Juego"}}), Std(RomHeader(0, "a")),
+                                                    Std(RomData(10)), Pause(5), Merge()},
+                                                   1, 13));
+        test::WriteFile(S(Disk("copia.tzx")),
+                        Tape({Std(RomHeader(0, "a")), Std(RomData(12)), Pause(5), Text("Nuevo")}, 1,
+                             13));
+    }
+    QString Disk(const QString& name) const { return dir.filePath(name); }
+    void Open() {
+        ASSERT_TRUE(frm.Form_Load(db));
+        frm.GridTitles->SetSelectedRow(1);
+        window = std::make_unique<frmCompara>(frm.GridTitles, frm.GridFiles);
+        window->Form_Load();
+    }
+    // Each row as "A-number|B-number|colour", the colour's name or "-".
+    Texts Aligned() const {
+        Texts rows;
+        for (int r = 1; r <= window->GridTZX->Rows(); ++r) {
+            const QColor c = window->GridTZX->CellBackColor(r, 3);
+            const std::string colour = !c.isValid()                              ? "-"
+                                       : c == frmCompara::ChangedColour()       ? "distinto"
+                                       : c == frmCompara::OnlyAColour()         ? "A"
+                                       : c == frmCompara::OnlyBColour()         ? "B"
+                                                                                : "?";
+            rows.push_back(S(window->GridTZX->CellText(r, 1) + "|" +
+                             window->GridTZX2->CellText(r, 1)) +
+                           "|" + colour);
+        }
+        return rows;
+    }
+    Texts Shown() const {
+        Texts out;
+        for (const Message& m : prompt.shown)
+            out.push_back(Box(m.text, m.title, m.icon, m.buttons));
+        return out;
+    }
+
+    ScriptedPrompt prompt;
+    PromptScope scope{prompt};
+    Principal frm;
+    std::unique_ptr<frmCompara> window;
+};
+
+TEST_F(frmComparaTest, OpensOnTheFirstTapeWithTheSecondBesideItAligned) {
+    Open();
+    EXPECT_EQ(window->TextPath->text(), Disk("juego.tzx"));
+    EXPECT_EQ(window->ComboCompara->currentText(), "copia.tzx");
+    EXPECT_EQ(window->ComboCompara->itemText(window->ComboCompara->count() - 1),
+              "Otro archivo...");
+    EXPECT_FALSE(window->ComboEstado->isVisible());
+    EXPECT_FALSE(window->Label1[0]->isEnabled());
+    EXPECT_TRUE(window->Label1[12]->isEnabled());
+    EXPECT_EQ(Aligned(), (Texts{"1||-", "2|1|-", "3|2|distinto", "4|3|-", "5||-", "|4|B"}));
+    EXPECT_EQ(S(window->LabelSummary->text()),
+              "Iguales: 2  Distintos: 1  Sólo en A: 0  Sólo en B: 1");
+    EXPECT_EQ(S(window->LabelArchive->text()), "La información de archivo es distinta");
+
+    // The tape against itself: nothing differs.
+    window->CompareWith(Disk("juego.tzx"));
+    EXPECT_EQ(S(window->LabelSummary->text()),
+              "Iguales: 3  Distintos: 0  Sólo en A: 0  Sólo en B: 0");
+    EXPECT_EQ(S(window->LabelArchive->text()), "La información de archivo es igual");
+
+    // Any tape from the disk, through the last entry.
+    const QString other = Disk("otra.tzx");
+    test::WriteFile(S(other), Tape({Pause(5)}, 1, 13));
+    window->ChooseTape = [&] { return other; };
+    window->ComboCompara_Click(window->ComboCompara->count() - 1);
+    EXPECT_EQ(window->ComboCompara->currentText(), "otra.tzx");
+    EXPECT_EQ(S(window->LabelSummary->text()),
+              "Iguales: 1  Distintos: 0  Sólo en A: 2  Sólo en B: 0");
+}
+
+TEST_F(frmComparaTest, Command8DropsRedundantBlocksInMemoryOnly) {
+    Open();
+    const Bytes before = ReadFile(S(Disk("juego.tzx")));
+    window->Command8_Click();
+    EXPECT_EQ(Shown(), Texts{Box("Eliminados 1 bloques sobrantes.", "", Icon::Information)});
+    EXPECT_EQ(window->Logic().Tape().Blocks().Count(), 4);
+    EXPECT_TRUE(window->PendingClear());
+    EXPECT_TRUE(window->Form_Unload());
+    EXPECT_EQ(Shown().size(), 1u); // no question: only blocks changed
+    EXPECT_TRUE(SameBytes(ReadFile(S(Disk("juego.tzx"))), before));
+}
+
+TEST_F(frmComparaTest, ClosingAsksInItsOwnWordsAndSavesTheTitleWithoutItsSource) {
+    Open();
+    window->SetBoxText(0, "Juego Nuevo");
+    window->TextInfo_KeyUp();
+    window->TextName->setText("Juego 2");
+    const std::string question =
+        Box("¿Guardar cambios en le archivo TZX?", "Hay modificaciones pendientes", Icon::None,
+            Buttons::YesNoCancel);
+    prompt.Answer(Button::Cancel);
+    EXPECT_FALSE(window->Form_Unload());
+    prompt.Answer(Button::Yes);
+    EXPECT_TRUE(window->Form_Unload());
+    EXPECT_EQ(Shown(), (Texts{question, question}));
+    // The tape is saved from the fields; the name box isn't copied first.
+    EXPECT_TRUE(SameBytes(ReadFile(S(Disk("juego.tzx"))),
+                          Tape({Archive({{0, "Juego Nuevo"}}), Std(RomHeader(0, "a")),
+                                Std(RomData(10)), Pause(5), Merge()},
+                               1, 13)));
+    EXPECT_EQ(Sql(db, "SELECT Name, Estado FROM Titles"),
+              (std::vector<QVariantList>{{"Juego 2", 3}}));
+    EXPECT_EQ(S(frm.GridTitles->CellText(1, frm.GridTitles->ColumnIndex("ColEstado"))), "3");
+}
+
+} // namespace
+} // namespace cintal::test
