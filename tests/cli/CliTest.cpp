@@ -144,6 +144,54 @@ TEST_F(CliTest, TapesAtTheRootAreCleanedAndConvertedThere) {
               (Names{"OTRO.TZX", "juego.tmp", "juego.tzx", "nuevo.tap", "nuevo.tzx", "otro.tap"}));
 }
 
+TEST_F(CliTest, CompareListsTheAlignedBlocksAndExitsByWhatDiffers) {
+    const std::string a = dir.File("a.tzx"), b = dir.File("b.tzx"), c = dir.File("c.tzx");
+    WriteFile(a, Tape({Std(RomHeader(0, "Juego")), Std(RomData(10)), Archive({{0, "Juego"}}),
+                       Pause(0), Text("Fin\t\xA9")}));
+    WriteFile(b, Tape({Std(RomHeader(0, "Juego")), Std(RomData(12)), Pause(0), Tone(),
+                       Archive({{0, "Juego"}})}));
+    Result r = Cli({"compare", a, b});
+    EXPECT_EQ(r.status, 1);
+    EXPECT_EQ(r.out, "=\t1\t0x10\tBASIC: Juego           \t1\t0x10\tBASIC: Juego           \n"
+                     "~\t2\t0x10\t      Datos - 10 bytes\t2\t0x10\t      Datos - 12 bytes\n"
+                     " \t3\t0x32\tJuego\t\t\t\n"
+                     "=\t4\t0x20\tDetener la cinta\t3\t0x20\tDetener la cinta\n"
+                     "<\t5\t0x30\tFin\\t©\t\t\t\n"
+                     ">\t\t\t\t4\t0x12\t Pure tone\n"
+                     " \t\t\t\t5\t0x32\tJuego\n"
+                     "Iguales: 2  Distintos: 1  Sólo en A: 1  Sólo en B: 1\n"
+                     "La información de archivo es igual\n");
+    EXPECT_EQ(r.err, "");
+
+    // Only the archive texts differ: no block does, so nothing differs.
+    WriteFile(c, Tape({Std(RomHeader(0, "Juego")), Std(RomData(10)), Pause(0), Text("Fin\t\xA9"),
+                       Archive({{0, "Juego"}, {3, "1984"}})},
+                      1, 13));
+    r = Cli({"compare", a, c});
+    EXPECT_EQ(r.status, 0);
+    EXPECT_EQ(r.out.substr(r.out.find("Iguales")),
+              "Iguales: 4  Distintos: 0  Sólo en A: 0  Sólo en B: 0\n"
+              "La información de archivo es distinta\n");
+
+    // A tape not read whole is not compared.
+    const std::string broken = dir.File("roto.tzx"), missing = dir.File("no.tzx");
+    WriteFile(broken, Tape({Pause(10), B({0x19, 1, 2, 3})}));
+    r = Cli({"compare", broken, missing});
+    EXPECT_EQ(r.status, 2);
+    EXPECT_EQ(r.out, "");
+    EXPECT_EQ(r.err, "Bloque desconocido: 25 en  byte 14 , bloque 2\n"
+                     "cintal-cli: " +
+                         broken +
+                         ": no se puede leer entero (bloque desconocido 0x19)\n"
+                         "no existe el archivo!!!!!\n"
+                         "cintal-cli: " +
+                         missing + ": no se puede leer entero (el archivo no existe)\n");
+
+    EXPECT_EQ(Cli({"compare", a}).status, 2);
+    EXPECT_EQ(Cli({"compare", a, b, c}).status, 2);
+    EXPECT_EQ(Cli({"compare", "--yes", a, b}).status, 2);
+}
+
 TEST_F(CliTest, UsageErrorsExplainThemselves) {
     EXPECT_EQ(Cli({}).status, 2);
     EXPECT_EQ(Cli({"borrar", "x"}).status, 2);
