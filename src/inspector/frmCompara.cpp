@@ -108,10 +108,10 @@ frmCompara::frmCompara(Grid* titles, Grid* files, QWidget* parent)
     resize(1280, 800);
 
     // One look along both lists: they scroll together.
-    connect(GridTZX->verticalScrollBar(), &QScrollBar::valueChanged,
-            GridTZX2->verticalScrollBar(), &QScrollBar::setValue);
-    connect(GridTZX2->verticalScrollBar(), &QScrollBar::valueChanged,
-            GridTZX->verticalScrollBar(), &QScrollBar::setValue);
+    connect(GridTZX->verticalScrollBar(), &QScrollBar::valueChanged, GridTZX2->verticalScrollBar(),
+            &QScrollBar::setValue);
+    connect(GridTZX2->verticalScrollBar(), &QScrollBar::valueChanged, GridTZX->verticalScrollBar(),
+            &QScrollBar::setValue);
     connect(Command8, &QPushButton::clicked, this, &frmCompara::Command8_Click);
     connect(ComboCompara, &QComboBox::activated, this, &frmCompara::ComboCompara_Click);
     ChooseTape = [this] {
@@ -137,7 +137,7 @@ int frmCompara::SelectedBlock() const {
         const QString number = GridTZX->CellText(r, 1);
         if (!number.isEmpty()) return number.toInt();
     }
-    return static_cast<int>(logic.Tape().Blocks().Count()) + 1;
+    return static_cast<int>(const_cast<Inspector&>(logic).Tape().Blocks().Count()) + 1;
 }
 
 void frmCompara::FillCompareList() {

@@ -96,7 +96,8 @@ TEST_F(InfoCommandTest, WithACatalogueTheFileRowFollowsTheTape) {
     Result r = Cli({"--db", S(db), "--set", "iOrigin=Re-Release", "--set", "iLang=English", tape});
     EXPECT_EQ(r.status, 0) << r.err;
     EXPECT_EQ(Sql(db, "SELECT Origin, IdLang, LoadSchema, FileSize FROM tFiles"),
-              (std::vector<QVariantList>{{"Re-Release", "Eng", "Normal", qint64(ReadFile(tape).size())}}));
+              (std::vector<QVariantList>{
+                  {"Re-Release", "Eng", "Normal", qint64(ReadFile(tape).size())}}));
 
     // A tape the catalogue doesn't hold is saved all the same, and said so.
     const std::string other = File("otra.tzx");

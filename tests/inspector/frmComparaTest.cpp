@@ -1,9 +1,9 @@
 // The compare window on two tapes of a title: the aligned lists with their
 // colours and sums, the clean-up of redundant blocks, and what closing keeps.
 
+#include "inspector/frmCompara.h"
 #include "../catalogue/CatalogueFixture.h"
 #include "../tape/TestSupport.h"
-#include "inspector/frmCompara.h"
 #include "views/Principal.h"
 
 #include <QDir>
@@ -33,9 +33,9 @@ protected:
         test::WriteFile(S(Disk("juego.tzx")), Tape({Archive({{0, "Juego"}}), Std(RomHeader(0, "a")),
                                                     Std(RomData(10)), Pause(5), Merge()},
                                                    1, 13));
-        test::WriteFile(S(Disk("copia.tzx")),
-                        Tape({Std(RomHeader(0, "a")), Std(RomData(12)), Pause(5), Text("Nuevo")}, 1,
-                             13));
+        test::WriteFile(
+            S(Disk("copia.tzx")),
+            Tape({Std(RomHeader(0, "a")), Std(RomData(12)), Pause(5), Text("Nuevo")}, 1, 13));
     }
     QString Disk(const QString& name) const { return dir.filePath(name); }
     void Open() {
@@ -49,14 +49,14 @@ protected:
         Texts rows;
         for (int r = 1; r <= window->GridTZX->Rows(); ++r) {
             const QColor c = window->GridTZX->CellBackColor(r, 3);
-            const std::string colour = !c.isValid()                              ? "-"
-                                       : c == frmCompara::ChangedColour()       ? "distinto"
-                                       : c == frmCompara::OnlyAColour()         ? "A"
-                                       : c == frmCompara::OnlyBColour()         ? "B"
-                                                                                : "?";
-            rows.push_back(S(window->GridTZX->CellText(r, 1) + "|" +
-                             window->GridTZX2->CellText(r, 1)) +
-                           "|" + colour);
+            const std::string colour = !c.isValid()                       ? "-"
+                                       : c == frmCompara::ChangedColour() ? "distinto"
+                                       : c == frmCompara::OnlyAColour()   ? "A"
+                                       : c == frmCompara::OnlyBColour()   ? "B"
+                                                                          : "?";
+            rows.push_back(
+                S(window->GridTZX->CellText(r, 1) + "|" + window->GridTZX2->CellText(r, 1)) + "|" +
+                colour);
         }
         return rows;
     }
@@ -77,12 +77,11 @@ TEST_F(frmComparaTest, OpensOnTheFirstTapeWithTheSecondBesideItAligned) {
     Open();
     EXPECT_EQ(window->TextPath->text(), Disk("juego.tzx"));
     EXPECT_EQ(window->ComboCompara->currentText(), "copia.tzx");
-    EXPECT_EQ(window->ComboCompara->itemText(window->ComboCompara->count() - 1),
-              "Otro archivo...");
+    EXPECT_EQ(window->ComboCompara->itemText(window->ComboCompara->count() - 1), "Otro archivo...");
     EXPECT_FALSE(window->ComboEstado->isVisible());
     EXPECT_FALSE(window->Label1[0]->isEnabled());
     EXPECT_TRUE(window->Label1[12]->isEnabled());
-    EXPECT_EQ(Aligned(), (Texts{"1||-", "2|1|-", "3|2|distinto", "4|3|-", "5||-", "|4|B"}));
+    EXPECT_EQ(Aligned(), (Texts{"1||-", "2|1|-", "3|2|distinto", "4|3|-", "|4|B", "5||-"}));
     EXPECT_EQ(S(window->LabelSummary->text()),
               "Iguales: 2  Distintos: 1  Sólo en A: 0  Sólo en B: 1");
     EXPECT_EQ(S(window->LabelArchive->text()), "La información de archivo es distinta");
