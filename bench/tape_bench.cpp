@@ -1,11 +1,13 @@
 // Reading and saving speed of the tape engine on synthetic tapes of 1,000,
-// 10,000 and 100,000 blocks (and 300,000 for reading, well past the caches).
+// 10,000 and 100,000 blocks (and 300,000 for reading, well past the caches),
+// and the comparison of two tapes of 10,000 blocks.
 // The blocks follow what real tapes hold: header and data pairs with a loading
 // screen, turbo and pure data, tones, pauses, groups, texts and custom info,
 // about 950 bytes a block on average. Figures per block stay flat across the
 // sizes when the time is linear.
 
 #include "TapeBytes.h"
+#include "tape/Compare.h"
 #include "tape/Prompt.h"
 #include "tape/TZXTape.h"
 
@@ -252,8 +254,67 @@ void BM_CleanRedundant(benchmark::State& state) {
     state.counters["markers"] = static_cast<double>(markers);
 }
 
+// Two tapes of 10,000 blocks side by side. Arg 0: B is A with 100
+// differences spread over it, a third of them one byte changed inside a
+// block, a third a new pause, a third a block removed. Arg 1: every block of
+// B differs from every block of A (one byte at its end). Arg 2: B is A
+// backwards, the hardest shape for the search, where each block has its like
+// on the other side but the order is the opposite.
+void BM_Compare(benchmark::State& state) {
+    QuietPrompt quiet;
+    PromptScope scope(quiet);
+    const std::int64_t blocks = 10000;
+    TZXTape a, b;
+    a.ReadImage(TapeOf(blocks));
+    Blocks& list = b.Blocks();
+    if (state.range(0) == 2) {
+        for (std::int64_t i = a.Blocks().Count(); i >= 1; --i) {
+            const BlockRef x = a.Blocks().Item(static_cast<double>(i));
+            list.Add(x->IdTipoBloque, x->Descr, x->BlockData, static_cast<double>(x->LenghtTot));
+        }
+    } else {
+        b.ReadImage(TapeOf(blocks));
+    }
+    if (state.range(0) == 1) {
+        for (const BlockRef& x : list)
+            x->BlockData.back() = static_cast<char>(x->BlockData.back() ^ 0x55);
+    } else if (state.range(0) == 0) {
+        const int differences = 100;
+        for (int d = 0; d < differences; ++d) {
+            // Spread from the second block on, past archive info and merge markers.
+            std::int64_t at = 2 + d * (list.Count() - 2) / differences;
+            while (list.Item(static_cast<double>(at))->IdTipoBloque == 0x5A)
+                ++at;
+            if (d % 3 == 0) {
+                Bytes& data = list.Item(static_cast<double>(at))->BlockData;
+                data[data.size() / 2] = static_cast<char>(data[data.size() / 2] ^ 0x5A);
+            } else if (d % 3 == 1) {
+                list.Add(0x20, "Pausa", Pause(static_cast<std::uint16_t>(d + 1)), 3, {},
+                         static_cast<double>(at));
+            } else {
+                list.Remove(static_cast<double>(at));
+            }
+        }
+    }
+    Comparison c;
+    for (auto _ : state) {
+        c = CompareTapes(a, b);
+        benchmark::DoNotOptimize(c.rows.data());
+    }
+    if (static_cast<std::int64_t>(c.rows.size()) !=
+        a.Blocks().Count() + b.Blocks().Count() - c.equal - c.changed) {
+        state.SkipWithError("some block is missing from the rows");
+        return;
+    }
+    state.counters["equal"] = static_cast<double>(c.equal);
+    state.counters["changed"] = static_cast<double>(c.changed);
+    state.counters["onlyA"] = static_cast<double>(c.onlyA);
+    state.counters["onlyB"] = static_cast<double>(c.onlyB);
+}
+
 } // namespace
 
+BENCHMARK(BM_Compare)->Arg(0)->Arg(1)->Arg(2)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_CleanRedundant)->Arg(3000)->Arg(30000)->Arg(100000)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_Read)->Arg(1000)->Arg(10000)->Arg(100000)->Arg(300000)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_Image)->Arg(1000)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond);

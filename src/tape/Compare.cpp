@@ -4,8 +4,9 @@
 #include "tape/TZXTape.h"
 
 #include <algorithm>
+#include <bit>
 #include <cstddef>
-#include <functional>
+#include <cstring>
 #include <limits>
 #include <string_view>
 #include <unordered_map>
@@ -32,8 +33,8 @@ private:
     using Index = std::ptrdiff_t;
     static constexpr Index kNone = -1;
 
-    // Each half has at most half the edits of the whole, so the recursion is
-    // no deeper than the logarithm of the edits.
+    // Each half has at most half the edits of the whole (rounded up), so the
+    // recursion is no deeper than the logarithm of the edits.
     void Compare(Index x0, Index x1, Index y0, Index y1) {
         while (x0 < x1 && y0 < y1 && a[x0] == b[y0])
             ++x0, ++y0;
@@ -150,22 +151,66 @@ bool SameBlock(const Block& x, const Block& y) {
     return x.IdTipoBloque == y.IdTipoBloque && x.BlockData == y.BlockData;
 }
 
+// A 64-bit hash of a block's bytes, four lanes of eight bytes at a time with
+// the rounds of xxHash64: several times faster than the library's hash of a
+// string, which matters when two tapes of ten megabytes are hashed whole.
+std::uint64_t HashOf(std::string_view s) {
+    constexpr std::uint64_t p1 = 0x9E3779B185EBCA87u, p2 = 0xC2B2AE3D27D4EB4Fu,
+                            p3 = 0x165667B19E3779F9u, p4 = 0x85EBCA77C2B2AE63u,
+                            p5 = 0x27D4EB2F165667C5u;
+    auto round = [&](std::uint64_t acc, std::uint64_t v) {
+        return std::rotl(acc + v * p2, 31) * p1;
+    };
+    auto load = [](const char* at) {
+        std::uint64_t v;
+        std::memcpy(&v, at, sizeof v);
+        return v;
+    };
+    const char* at = s.data();
+    const char* const end = at + s.size();
+    std::uint64_t h = p5;
+    if (s.size() >= 32) {
+        std::uint64_t v1 = p1 + p2, v2 = p2, v3 = 0, v4 = 0 - p1;
+        for (; end - at >= 32; at += 32) {
+            v1 = round(v1, load(at));
+            v2 = round(v2, load(at + 8));
+            v3 = round(v3, load(at + 16));
+            v4 = round(v4, load(at + 24));
+        }
+        h = std::rotl(v1, 1) + std::rotl(v2, 7) + std::rotl(v3, 12) + std::rotl(v4, 18);
+        for (std::uint64_t v : {v1, v2, v3, v4})
+            h = (h ^ round(0, v)) * p1 + p4;
+    }
+    h += s.size();
+    for (; end - at >= 8; at += 8)
+        h = std::rotl(h ^ round(0, load(at)), 27) * p1 + p4;
+    for (; at < end; ++at)
+        h = std::rotl(h ^ (std::uint64_t(std::uint8_t(*at)) * p5), 11) * p1;
+    h ^= h >> 33;
+    h *= p2;
+    h ^= h >> 29;
+    h *= p3;
+    return h ^ (h >> 32);
+}
+
 // One number for each distinct block: blocks are hashed once, and a block
-// whose hash is known is confirmed by its bytes.
+// whose hash is known is confirmed by its bytes. An open table of at least
+// twice as many slots as blocks, probed in a row.
 class BlockIds {
 public:
-    explicit BlockIds(std::size_t n) {
-        heads.reserve(n);
-        blocks.reserve(n);
-    }
+    explicit BlockIds(std::size_t n) : slots(std::bit_ceil(2 * n + 2), kNone) { blocks.reserve(n); }
     std::uint32_t Of(const Block& b) {
-        const std::uint64_t h = std::hash<std::string_view>{}(b.BlockData) ^
+        const std::uint64_t h = HashOf(b.BlockData) ^
                                 std::uint64_t(std::uint32_t(b.IdTipoBloque)) * 0x9E3779B97F4A7C15u;
-        auto it = heads.try_emplace(h, kNone).first;
-        for (std::uint32_t id = it->second; id != kNone; id = blocks[id].next)
-            if (SameBlock(*blocks[id].block, b)) return id;
-        blocks.push_back({&b, it->second});
-        return it->second = std::uint32_t(blocks.size() - 1);
+        const std::size_t mask = slots.size() - 1;
+        for (std::size_t i = h & mask;; i = (i + 1) & mask) {
+            const std::uint32_t id = slots[i];
+            if (id == kNone) {
+                blocks.push_back({&b, h});
+                return slots[i] = std::uint32_t(blocks.size() - 1);
+            }
+            if (blocks[id].hash == h && SameBlock(*blocks[id].block, b)) return id;
+        }
     }
     std::size_t Count() const { return blocks.size(); }
 
@@ -173,9 +218,9 @@ private:
     static constexpr std::uint32_t kNone = std::numeric_limits<std::uint32_t>::max();
     struct Entry {
         const Block* block;
-        std::uint32_t next; // the previous block of the same hash
+        std::uint64_t hash;
     };
-    std::unordered_map<std::uint64_t, std::uint32_t> heads;
+    std::vector<std::uint32_t> slots;
     std::vector<Entry> blocks;
 };
 
