@@ -142,7 +142,7 @@ const QStringList kOrigins = {
 Info::Info(Grid* titles, Grid* files, QWidget* parent) : Info(titles, files, parent, false) {}
 
 Info::Info(Grid* titles, Grid* files, QWidget* parent, bool compareTwin)
-    : QDialog(parent), mainTitles(titles), mainFiles(files), compareTwin(compareTwin) {
+    : ModalWindow(parent), mainTitles(titles), mainFiles(files), compareTwin(compareTwin) {
     setObjectName("Info");
     setModal(true);
     BuildLayout();
@@ -790,29 +790,19 @@ void Info::AddBlock_Click(int attType) {
 
 bool Info::Form_Unload() {
     if (logic.Pending()) {
+        // The compare window asks in its own words, typo and all.
+        const char* question = compareTwin ? "¿Guardar cambios en le archivo TZX?"
+                                           : "¿Guardar cambios en el archivo TZX?";
         const Button answer =
-            Ask("¿Guardar cambios en el archivo TZX?", "Hay modificaciones pendientes", Icon::None,
-                Buttons::YesNoCancel);
+            Ask(question, "Hay modificaciones pendientes", Icon::None, Buttons::YesNoCancel);
         if (answer == Button::Cancel) return false;
-        if (answer == Button::Yes) CmdTZXSave_Click();
+        // The compare window has no name box to copy first.
+        if (answer == Button::Yes) compareTwin ? SaveTapeAndRow() : CmdTZXSave_Click();
     }
     if (mainFiles) Grids::FillFiles(property("Tag").toString(), *mainFiles);
-    CmdDBSave_Click();
+    // The compare window never writes the title's source.
+    SaveTitle(!compareTwin);
     return true;
-}
-
-void Info::closeEvent(QCloseEvent* event) {
-    if (unloading) return event->accept();
-    if (!Form_Unload()) return event->ignore();
-    unloading = true;
-    event->accept();
-}
-
-void Info::reject() {
-    // Escape closes the window the same way as its close box.
-    if (!unloading && !Form_Unload()) return;
-    unloading = true;
-    QDialog::reject();
 }
 
 } // namespace cintal

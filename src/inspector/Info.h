@@ -5,6 +5,7 @@
 // the work.
 
 #include "inspector/Inspector.h"
+#include "inspector/ModalWindow.h"
 #include "platform/Grid.h"
 
 #include <QCheckBox>
@@ -25,7 +26,7 @@
 
 namespace cintal {
 
-class Info : public QDialog {
+class Info : public ModalWindow {
     Q_OBJECT
 public:
     // titles and files are the main window's grids: the selected title is
@@ -35,7 +36,7 @@ public:
 
     void Form_Load();
     // The closing of the window; false when the user chose to stay.
-    virtual bool Form_Unload();
+    bool Form_Unload() override;
 
     virtual void FillGrid();
     // The columns of a block list, and one block written into its row; the
@@ -120,9 +121,6 @@ protected:
     // the blocks: it builds on the same panes and the same logic.
     Info(Grid* titles, Grid* files, QWidget* parent, bool compareTwin);
 
-    void closeEvent(QCloseEvent* event) override;
-    void reject() override;
-
     // The file row opened when the window opens.
     virtual int FirstFileRow() const { return 1; }
     // The block (from 1) of the selected row of the block list, 0 for none.
@@ -147,7 +145,6 @@ private:
     QString TitleCell(const char* key) const;
     void SetTitleCell(const char* key, const QString& text, int icon = -1);
 
-    bool unloading = false;
     bool closing = false;
 };
 

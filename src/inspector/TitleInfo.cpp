@@ -36,7 +36,7 @@ QComboBox* Editable(const char* name) {
 } // namespace
 
 TitleInfo::TitleInfo(Grid* titles, const IconSet* icons, QWidget* parent)
-    : QDialog(parent), mainTitles(titles), icons(icons) {
+    : ModalWindow(parent), mainTitles(titles), icons(icons) {
     setObjectName("TitleInfo");
     setModal(true);
     auto* top = new QVBoxLayout(this);
@@ -132,19 +132,6 @@ bool TitleInfo::Form_Unload() {
     }
     TitlePane::SetSelectedCell(mainTitles, "ColName", StoredTitleName(TextName->text()));
     return true;
-}
-
-void TitleInfo::closeEvent(QCloseEvent* event) {
-    if (unloading) return event->accept();
-    if (!Form_Unload()) return event->ignore();
-    unloading = true;
-    event->accept();
-}
-
-void TitleInfo::reject() {
-    if (!unloading && !Form_Unload()) return;
-    unloading = true;
-    QDialog::reject();
 }
 
 } // namespace cintal

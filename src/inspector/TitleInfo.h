@@ -3,6 +3,7 @@
 // year, type and the origin of the record, and its files. Closing keeps what
 // was changed in the title's row and in the main window's title row.
 
+#include "inspector/ModalWindow.h"
 #include "platform/Grid.h"
 #include "platform/IconSet.h"
 
@@ -15,7 +16,7 @@
 
 namespace cintal {
 
-class TitleInfo : public QDialog {
+class TitleInfo : public ModalWindow {
     Q_OBJECT
 public:
     // titles is the main window's title grid, whose selected row is shown;
@@ -24,7 +25,7 @@ public:
 
     void Form_Load();
     // False when the window must stay open (a year that isn't one).
-    bool Form_Unload();
+    bool Form_Unload() override;
     void ComboPub_LostFocus();
 
     QGroupBox* Frame1;
@@ -39,13 +40,9 @@ public:
     QString ComboPubTag = QStringLiteral("0");
 
 protected:
-    void closeEvent(QCloseEvent* event) override;
-    void reject() override;
-
 private:
     Grid* mainTitles;
     const IconSet* icons;
-    bool unloading = false;
 };
 
 } // namespace cintal

@@ -254,17 +254,4 @@ void frmCompara::Command8_Click() {
     FillGrid();
 }
 
-bool frmCompara::Form_Unload() {
-    if (logic.Pending()) {
-        const Button answer =
-            Ask("¿Guardar cambios en le archivo TZX?", "Hay modificaciones pendientes", Icon::None,
-                Buttons::YesNoCancel);
-        if (answer == Button::Cancel) return false;
-        if (answer == Button::Yes) SaveTapeAndRow();
-    }
-    if (mainFiles) Grids::FillFiles(property("Tag").toString(), *mainFiles);
-    SaveTitle(false);
-    return true;
-}
-
 } // namespace cintal

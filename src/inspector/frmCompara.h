@@ -18,7 +18,6 @@ class frmCompara : public Info {
 public:
     frmCompara(Grid* titles, Grid* files, QWidget* parent = nullptr);
 
-    bool Form_Unload() override;
     void FillGrid() override;
     void Command8_Click();
     // Chooses what the right-hand list shows: an index of ComboCompara.

@@ -4,9 +4,7 @@
 // and the cells of both grids are looked at.
 
 #include "inspector/Info.h"
-#include "../catalogue/CatalogueFixture.h"
-#include "../tape/TestSupport.h"
-#include "views/Principal.h"
+#include "WindowFixture.h"
 
 #include <QApplication>
 #include <QDir>
@@ -17,16 +15,10 @@
 namespace cintal::test {
 namespace {
 
-using Texts = std::vector<std::string>;
-
-class InfoTest : public CatalogueTest, protected Tzx {
+class InfoTest : public WindowTest {
 protected:
     void SetUp() override {
-        CatalogueTest::SetUp();
-        Create();
-        Publisher(0, "- Desconocido -");
-        Publisher(1, "Dinamic");
-        Publisher(2, "Ocean");
+        WindowTest::SetUp();
         folder = dir.filePath("juegos");
         QDir(dir.path()).mkpath("juegos");
         Path(1, folder);
@@ -49,21 +41,12 @@ protected:
 
     // The main window on the catalogue, the title selected, the inspector open.
     Info& Open(const QString& title) {
-        EXPECT_TRUE(frm.Form_Load(db));
-        for (int r = 1; r <= frm.GridTitles->Rows(); ++r)
-            if (frm.GridTitles->CellText(r, frm.GridTitles->ColumnIndex("ColName")) == title)
-                frm.GridTitles->SetSelectedRow(r);
+        SelectTitle(title);
         info = std::make_unique<Info>(frm.GridTitles, frm.GridFiles);
         info->Form_Load();
         return *info;
     }
 
-    Texts Shown() const {
-        Texts out;
-        for (const Message& m : prompt.shown)
-            out.push_back(Box(m.text, m.title, m.icon, m.buttons));
-        return out;
-    }
     static Texts Rows(Grid* g, std::initializer_list<const char*> keys) {
         Texts rows;
         for (int r = 1; r <= g->Rows(); ++r) {
@@ -76,10 +59,6 @@ protected:
     }
     Texts Blocks() const {
         return Rows(info->GridTZX, {"ColRow", "ColTipoBloque", "ColInicio", "ColFin"});
-    }
-    QString TitleCell(const char* key) const {
-        return frm.GridTitles->CellText(frm.GridTitles->SelectedRow(),
-                                        frm.GridTitles->ColumnIndex(key));
     }
     QString FileCell(const char* key) const {
         return info->GridFiles->CellText(info->GridFiles->SelectedRow(),
@@ -108,9 +87,6 @@ protected:
                     1, 10);
     }
 
-    ScriptedPrompt prompt;
-    PromptScope scope{prompt};
-    Principal frm;
     std::unique_ptr<Info> info;
     QString folder;
     const std::string agree = Box("¿Desea agregar la compañía a la base de datos?",

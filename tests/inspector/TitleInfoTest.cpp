@@ -2,47 +2,24 @@
 // row and files, and what closing it keeps.
 
 #include "inspector/TitleInfo.h"
-#include "../catalogue/CatalogueFixture.h"
-#include "../tape/TestSupport.h"
-#include "views/Principal.h"
+#include "WindowFixture.h"
 
 namespace cintal::test {
 namespace {
 
-using Texts = std::vector<std::string>;
-
-class TitleInfoTest : public CatalogueTest {
+class TitleInfoTest : public WindowTest {
 protected:
     void SetUp() override {
-        CatalogueTest::SetUp();
-        Create();
-        Publisher(0, "- Desconocido -");
-        Publisher(1, "Dinamic");
-        Publisher(2, "Ocean");
+        WindowTest::SetUp();
         Path(1, dir.path());
     }
     void Open(const QString& name) {
-        ASSERT_TRUE(frm.Form_Load(db));
-        Grid* g = frm.GridTitles;
-        for (int r = 1; r <= g->Rows(); ++r)
-            if (g->CellText(r, g->ColumnIndex("ColName")) == name) g->SetSelectedRow(r);
+        SelectTitle(name);
         window = std::make_unique<TitleInfo>(frm.GridTitles, &frm.ImageListFrom);
         window->Form_Load();
     }
-    QString Cell(const char* key) const {
-        return frm.GridTitles->CellText(frm.GridTitles->SelectedRow(),
-                                        frm.GridTitles->ColumnIndex(key));
-    }
-    Texts Shown() const {
-        Texts out;
-        for (const Message& m : prompt.shown)
-            out.push_back(Box(m.text, m.title, m.icon, m.buttons));
-        return out;
-    }
+    QString Cell(const char* key) const { return TitleCell(key); }
 
-    ScriptedPrompt prompt;
-    PromptScope scope{prompt};
-    Principal frm;
     std::unique_ptr<TitleInfo> window;
 };
 

@@ -2,24 +2,17 @@
 // colours and sums, the clean-up of redundant blocks, and what closing keeps.
 
 #include "inspector/frmCompara.h"
-#include "../catalogue/CatalogueFixture.h"
-#include "../tape/TestSupport.h"
-#include "views/Principal.h"
+#include "WindowFixture.h"
 
 #include <QDir>
 
 namespace cintal::test {
 namespace {
 
-using Texts = std::vector<std::string>;
-
-class frmComparaTest : public CatalogueTest, protected Tzx {
+class frmComparaTest : public WindowTest {
 protected:
     void SetUp() override {
-        CatalogueTest::SetUp();
-        Create();
-        Publisher(0, "- Desconocido -");
-        Publisher(1, "Dinamic");
+        WindowTest::SetUp();
         Path(1, dir.path());
         Title("Juego", "1986", 1, "Arcade", 1, 3);
         for (const char* f : {"juego.z80", "juego.tzx", "copia.tzx"}) {
@@ -39,8 +32,7 @@ protected:
     }
     QString Disk(const QString& name) const { return dir.filePath(name); }
     void Open() {
-        ASSERT_TRUE(frm.Form_Load(db));
-        frm.GridTitles->SetSelectedRow(1);
+        SelectTitle("Juego");
         window = std::make_unique<frmCompara>(frm.GridTitles, frm.GridFiles);
         window->Form_Load();
     }
@@ -60,16 +52,6 @@ protected:
         }
         return rows;
     }
-    Texts Shown() const {
-        Texts out;
-        for (const Message& m : prompt.shown)
-            out.push_back(Box(m.text, m.title, m.icon, m.buttons));
-        return out;
-    }
-
-    ScriptedPrompt prompt;
-    PromptScope scope{prompt};
-    Principal frm;
     std::unique_ptr<frmCompara> window;
 };
 

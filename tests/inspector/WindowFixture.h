@@ -1,0 +1,45 @@
+#pragma once
+// What the tests of the inspector's windows share: a catalogue with its
+// publishers, the main window on it, and the boxes a user would have seen.
+
+#include "../catalogue/CatalogueFixture.h"
+#include "../tape/TestSupport.h"
+#include "views/Principal.h"
+
+namespace cintal::test {
+
+using Texts = std::vector<std::string>;
+
+class WindowTest : public CatalogueTest, protected Tzx {
+protected:
+    void SetUp() override {
+        CatalogueTest::SetUp();
+        Create();
+        Publisher(0, "- Desconocido -");
+        Publisher(1, "Dinamic");
+        Publisher(2, "Ocean");
+    }
+    // The main window on the catalogue with the named title selected.
+    void SelectTitle(const QString& name) {
+        ASSERT_TRUE(frm.Form_Load(db));
+        Grid* g = frm.GridTitles;
+        for (int r = 1; r <= g->Rows(); ++r)
+            if (g->CellText(r, g->ColumnIndex("ColName")) == name) g->SetSelectedRow(r);
+    }
+    QString TitleCell(const char* key) const {
+        return frm.GridTitles->CellText(frm.GridTitles->SelectedRow(),
+                                        frm.GridTitles->ColumnIndex(key));
+    }
+    Texts Shown() const {
+        Texts out;
+        for (const Message& m : prompt.shown)
+            out.push_back(Box(m.text, m.title, m.icon, m.buttons));
+        return out;
+    }
+
+    ScriptedPrompt prompt;
+    PromptScope scope{prompt};
+    Principal frm;
+};
+
+} // namespace cintal::test
