@@ -2840,6 +2840,17 @@ void Utilidades(const fs::path& dir) {
 
 void Varios(const fs::path& dir) {
     {
+        // Ranas Saltarinas again, from another archive: a newer format, its
+        // title text spelled otherwise, a pause more and one byte of the code
+        // changed (its checksum no longer adds up). The two tapes are what
+        // "Comparar cintas" is for.
+        auto blocks = StandardLoad("RANAS", 28000, 9000, false);
+        blocks.insert(blocks.begin(), Text("Ranas Saltarinas (c) 1984 Erizo Soft"));
+        blocks.insert(blocks.begin() + 3, Pause(2000));
+        blocks.back()[4000] = static_cast<char>(blocks.back()[4000] ^ 0x10);
+        Write(dir, "Ranas Saltarinas.tzx", Assemble(1, 13, {}, blocks));
+    }
+    {
         Info info{.name = "Demo Musical",
                   .publisher = "Grupo Eco",
                   .author = "Eco & Sonia",

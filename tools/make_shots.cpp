@@ -53,6 +53,15 @@ int main(int argc, char** argv) {
         };
         frm.CmdModify_Click();
     }
+    // The compare window on a title with two tapes that differ.
+    if (SelectTitle(frm, QStringLiteral("Ranas Saltarinas"))) {
+        frm.RunModal = [&](QDialog& window) {
+            window.show();
+            Save(window, QDir(out).filePath("comparar.png"));
+            window.close();
+        };
+        frm.Command2_Click();
+    }
     // The title dialog on a title whose files hold no tape.
     if (SelectTitle(frm, QStringLiteral("Cavernas Abisales"))) {
         frm.RunModal = [&](QDialog& window) {

@@ -7,6 +7,7 @@
 
 #include <QDir>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QHBoxLayout>
 #include <QScrollBar>
 
@@ -105,6 +106,11 @@ frmCompara::frmCompara(Grid* titles, Grid* files, QWidget* parent)
     extra->addWidget(ggg9, 1);
     leftColumn->addLayout(extra);
     leftColumn->addWidget(fff9);
+    // Two block lists want the room more than the tape pane does.
+    if (auto* top = qobject_cast<QHBoxLayout*>(layout())) {
+        top->setStretch(0, 7);
+        top->setStretch(1, 3);
+    }
     resize(1280, 800);
 
     // One look along both lists: they scroll together.
@@ -153,7 +159,8 @@ void frmCompara::FillCompareList() {
         QString path = dir.isEmpty() ? name : QDir(dir).filePath(name);
         const QString found = dir.isEmpty() ? QString() : FindIgnoringCase(dir, {name});
         if (!found.isEmpty()) path = found;
-        ComboCompara->addItem(name, path);
+        // Two tapes of one name in different folders: the folder tells them apart.
+        ComboCompara->addItem(name + " (" + QFileInfo(dir).fileName() + ")", path);
     }
     ComboCompara->addItem(QStringLiteral("Otro archivo..."), kOtherFile);
     ComboCompara->setCurrentIndex(-1);

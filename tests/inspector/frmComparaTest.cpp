@@ -58,7 +58,8 @@ protected:
 TEST_F(frmComparaTest, OpensOnTheFirstTapeWithTheSecondBesideItAligned) {
     Open();
     EXPECT_EQ(window->TextPath->text(), Disk("juego.tzx"));
-    EXPECT_EQ(window->ComboCompara->currentText(), "copia.tzx");
+    EXPECT_EQ(window->ComboCompara->currentText(),
+              "copia.tzx (" + QDir(dir.path()).dirName() + ")");
     EXPECT_EQ(window->ComboCompara->itemText(window->ComboCompara->count() - 1), "Otro archivo...");
     EXPECT_FALSE(window->ComboEstado->isVisible());
     EXPECT_FALSE(window->Label1[0]->isEnabled());
