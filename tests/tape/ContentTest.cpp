@@ -10,28 +10,6 @@
 namespace cintal::test {
 namespace {
 
-// A record as the ROM saves it: flag, payload and the XOR of both.
-Bytes Rom(int flag, const Bytes& payload) {
-    Bytes out = B({flag}) + payload;
-    std::uint8_t sum = 0;
-    for (char c : out)
-        sum ^= static_cast<std::uint8_t>(c);
-    return out + static_cast<char>(sum);
-}
-
-Bytes Head(int type, std::string name, int length, int param1, int param2) {
-    name.resize(10, ' ');
-    return Rom(0, B({type}) + name + Le(length, 2) + Le(param1, 2) + Le(param2, 2));
-}
-
-// A screen of its own for each seed, so that one can't pass for another.
-Bytes Screen(int seed) {
-    Bytes out(kScreenSize, '\0');
-    for (std::size_t i = 0; i < out.size(); ++i)
-        out[i] = static_cast<char>((i * (2 * seed + 1) + i / 251 + seed) & 0xFF);
-    return out;
-}
-
 // What ContentOf says of each block, in a form a failure shows at a glance.
 std::vector<std::string> Summary(TZXTape& tape) {
     std::vector<std::string> out;
@@ -285,10 +263,6 @@ TEST_F(ContentTest, ScreensOfZ80AndSnaSnapshots) {
 
 // --- BASIC
 
-Bytes Line(int number, const Bytes& text) {
-    return B({number >> 8, number & 0xFF}) + Le(text.size() + 1, 2) + text + B({0x0D});
-}
-
 // A number's hidden form after its digits: the small integer form.
 Bytes Int(int value) {
     return B({0x0E, 0, value < 0 ? 0xFF : 0}) + Le(static_cast<std::uint16_t>(value), 2) + B({0});
@@ -312,21 +286,23 @@ TEST_F(ContentTest, BasicListingsAsZmakebasReadsThem) {
         udgs += static_cast<char>(c);
 
     const Bytes program =
-        Line(1, all1) + Line(2, all2) +
-        Line(10, B({0xE7}) + "0" + Int(0) + ":" + B({0xDA}) + "0" + Int(0) + ":" + B({0xD9}) + "7" +
-                     Int(7) + ":" + B({0xFB})) +
-        Line(20, B({0xEF}) + "\"\"" + B({0xAA})) +
-        Line(30, B({0xFA, 0xA6}) + "=\"\"" + B({0xCB, 0xEC}) + "30" + Int(30)) +
-        Line(40, B({0xF1}) + "a=" + B({0xA5}) + "*10" + Int(10) + "+1.5" +
-                     B({0x0E, 0x81, 0x40, 0, 0, 0}) + "-2" + tricky) +
-        Line(50, B({0xF9, 0xC0}) + "0" + Int(23760)) +
-        Line(60, B({0xCE}) + "f(x" + B({0x0E, 0, 0, 0, 0, 0}) + ")=x*2" + Int(2)) +
-        Line(70, B({0xF5}) + "\"" + graphics + "\";" + udgs.substr(0, 19) + ";\"" + udgs + "\"") +
-        Line(80, B({0xF5}) + "\"say \"\"hi\"\" \x10\x02\x16\x22\x05" + B({0xF5, 0xA3}) + "\"" +
-                     B({0x17}) + "\"" + B({0}) + ";\\`\x7F{}") +
-        Line(90, B({0xF5}) + "1" + Int(1) + ":" + B({0xEA}) + " \x80\x8F\x90\xA3\xA4\xA5\xF5\xFF" +
-                     "\x7F`\\:" + B({0xF5}) + "\x0E\x01\x22\"") +
-        Line(100, B({0xA4}) + "\"cde\":" + B({0xA3})) + Line(9999, B({0xEA}));
+        BasicLine(1, all1) + BasicLine(2, all2) +
+        BasicLine(10, B({0xE7}) + "0" + Int(0) + ":" + B({0xDA}) + "0" + Int(0) + ":" + B({0xD9}) +
+                          "7" + Int(7) + ":" + B({0xFB})) +
+        BasicLine(20, B({0xEF}) + "\"\"" + B({0xAA})) +
+        BasicLine(30, B({0xFA, 0xA6}) + "=\"\"" + B({0xCB, 0xEC}) + "30" + Int(30)) +
+        BasicLine(40, B({0xF1}) + "a=" + B({0xA5}) + "*10" + Int(10) + "+1.5" +
+                          B({0x0E, 0x81, 0x40, 0, 0, 0}) + "-2" + tricky) +
+        BasicLine(50, B({0xF9, 0xC0}) + "0" + Int(23760)) +
+        BasicLine(60, B({0xCE}) + "f(x" + B({0x0E, 0, 0, 0, 0, 0}) + ")=x*2" + Int(2)) +
+        BasicLine(70,
+                  B({0xF5}) + "\"" + graphics + "\";" + udgs.substr(0, 19) + ";\"" + udgs + "\"") +
+        BasicLine(80, B({0xF5}) + "\"say \"\"hi\"\" \x10\x02\x16\x22\x05" + B({0xF5, 0xA3}) + "\"" +
+                          B({0x17}) + "\"" + B({0}) + ";\\`\x7F{}") +
+        BasicLine(90, B({0xF5}) + "1" + Int(1) + ":" + B({0xEA}) +
+                          " \x80\x8F\x90\xA3\xA4\xA5\xF5\xFF" + "\x7F`\\:" + B({0xF5}) +
+                          "\x0E\x01\x22\"") +
+        BasicLine(100, B({0xA4}) + "\"cde\":" + B({0xA3})) + BasicLine(9999, B({0xEA}));
     // The variables follow the program: a number and a string.
     const Bytes variables = B({0x61, 0, 0, 1, 0, 0}) + B({0x41}) + Le(2, 2) + "ok" + B({0x80});
     const Bytes data = program + variables;
@@ -368,14 +344,15 @@ TEST_F(ContentTest, BasicListingsAsZmakebasReadsThem) {
     // A header that says the program is longer than its block: what the block
     // holds. A line number above 16383 ends the program where the Spectrum does.
     Read(Tape({Std(Head(0, "p", 100, 32768, 60000)),
-               Std(Rom(0xFF, Line(5, B({0xFB})) + Line(7, B({0xE2})).substr(0, 5)))}));
+               Std(Rom(0xFF, BasicLine(5, B({0xFB})) + BasicLine(7, B({0xE2})).substr(0, 5)))}));
     EXPECT_EQ(contents[1].autostart, -1);
     EXPECT_EQ(ListingOf(*tape.Blocks().Item(2), contents[1]), "5 CLS \n7 STOP \n");
     // The header's program length leaves out what follows, line or not.
-    const Bytes two = Line(5, B({0xFB})) + Line(6, B({0xE2}));
+    const Bytes two = BasicLine(5, B({0xFB})) + BasicLine(6, B({0xE2}));
     Read(Tape({Std(Head(0, "p", two.size(), 0, 6)), Std(Rom(0xFF, two))}));
     EXPECT_EQ(ListingOf(*tape.Blocks().Item(2), contents[1]), "5 CLS \n");
-    EXPECT_EQ(BasicListing(Line(5, B({0xFB})) + Line(0x4000, B({0xE2})) + Line(6, B({0xE2}))),
+    EXPECT_EQ(BasicListing(BasicLine(5, B({0xFB})) + BasicLine(0x4000, B({0xE2})) +
+                           BasicLine(6, B({0xE2}))),
               "5 CLS \n");
     EXPECT_EQ(BasicListing(B({0, 5, 0xFF, 0xFF, 0xF5}) + "\"x"), "5 PRINT \"x\n");
     EXPECT_EQ(BasicListing(B({0, 5, 3, 0, 0xF1, 0x0E})), "5 LET \n");
@@ -412,7 +389,7 @@ TEST_F(ContentTest, EachKindExtractsToItsFileByteForByte) {
                Std(Head(3, "scr", 6912, 16384, 0)),
                Turbo(Rom(0xFF, Screen(1))),
                Std(Head(0, "p", 6, 0, 6)),
-               Std(Rom(0xFF, Line(1, B({0xFB})))),
+               Std(Rom(0xFF, BasicLine(1, B({0xFB})))),
                Custom("Picture         ", B({0, 3}) + "Gif" + gif),
                Custom("Picture         ", B({1, 0}) + jpeg),
                Custom("Spectrum Screen ", B({0, 7}) + Screen(2) + "x"),
