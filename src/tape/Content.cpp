@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <filesystem>
 #include <iterator>
 #include <utility>
 
@@ -469,6 +470,11 @@ bool ReadHead(const std::string& path, std::size_t limit, Bytes& out) {
     out.clear();
     std::FILE* f = std::fopen(path.c_str(), "rb");
     if (!f) return false;
+    // The size only spares a large buffer for a small file: the loop reads
+    // what the file really holds.
+    std::error_code ec;
+    const std::uintmax_t size = std::filesystem::file_size(path, ec);
+    if (!ec && size < limit) limit = static_cast<std::size_t>(size) + 1;
     out.resize(limit);
     std::size_t got = 0;
     while (got < limit) {
