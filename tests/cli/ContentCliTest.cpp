@@ -182,12 +182,5 @@ TEST_F(ContentCliTest, ExtractWritesABlocksContentBesideAndNeverOverAnotherFile)
     EXPECT_EQ(ListOf(out), (Names{"juego-10.gif", "juego-4.bas", "juego-9.scr"}));
 }
 
-TEST_F(ContentCliTest, HelpNamesTheNewCommands) {
-    const Result r = Cli({"--help"});
-    for (const char* line : {"  screen ARCHIVO SALIDA.scr|SALIDA.png\n", "  basic CINTA [BLOQUE]",
-                             "  extract CINTA BLOQUE SALIDA\n"})
-        EXPECT_NE(r.out.find(line), std::string::npos) << line;
-}
-
 } // namespace
 } // namespace cintal::test
