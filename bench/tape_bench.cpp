@@ -5,21 +5,29 @@
 // screen, turbo and pure data, tones, pauses, groups, texts and custom info,
 // about 950 bytes a block on average. Figures per block stay flat across the
 // sizes when the time is linear.
+//
+// With them, the content reader: the listing of a 40 KB BASIC program, and the
+// look for a screen in the head of a file that the main window makes for
+// each file of a selected title.
 
 #include "TapeBytes.h"
 #include "tape/Compare.h"
+#include "tape/Content.h"
 #include "tape/Prompt.h"
 #include "tape/TZXTape.h"
 
 #include <benchmark/benchmark.h>
 
+#include <algorithm>
 #include <cstdint>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
+#include <vector>
 
 namespace fs = std::filesystem;
 using namespace cintal;
@@ -312,9 +320,232 @@ void BM_Compare(benchmark::State& state) {
     state.counters["onlyB"] = static_cast<double>(c.onlyB);
 }
 
+// --- What the blocks hold
+
+// A BASIC program as games carry them: colour set-up, PRINT AT with strings
+// and embedded colours, arithmetic with hidden numbers, jumps, REMs, DATA
+// lines full of numbers, user-defined graphics.
+Bytes BasicProgram(std::size_t atLeast) {
+    auto number = [](int v) {
+        Bytes out = std::to_string(v);
+        out += '\x0E';
+        out += '\0';
+        out += '\0';
+        Le16(out, static_cast<std::uint32_t>(v));
+        out += '\0';
+        return out;
+    };
+    Bytes program;
+    for (int line = 10; program.size() < atLeast; line += 10) {
+        Bytes text;
+        switch (line / 10 % 6) {
+        case 0:
+            text = "\xE7" + number(0) + ":\xDA" + number(0) + ":\xD9" + number(7) + ":\xFB";
+            break;
+        case 1:
+            text = "\xF5\xAC" + number(line % 22) + "," + number(5) +
+                   ";\x10\x02\"Pulse una tecla "
+                   "\x90\x91\x92\";\xD9" +
+                   number(2) + ";\"\x83\x8C\"";
+            break;
+        case 2:
+            text = "\xF1x=x+" + number(1) + ":\xFA x>" + number(255) + "\xCB\xF1x=" + number(0);
+            break;
+        case 3:
+            text = "\xEA ** Rutina de movimiento ** \x7F 1985";
+            break;
+        case 4:
+            text = "\xE4";
+            for (int k = 0; k < 8; ++k)
+                text += (k ? "," : "") + number(line * 7 + k * 31);
+            break;
+        case 5:
+            text = "\xFA\xA6=\"q\"\xCB\xEC" + number(line - 50) + ":\xF9\xC0" + number(32768);
+            break;
+        }
+        program += static_cast<char>(line >> 8);
+        program += static_cast<char>(line & 0xFF);
+        Le16(program, static_cast<std::uint32_t>(text.size() + 1));
+        program += text;
+        program += '\x0D';
+    }
+    return program;
+}
+
+// The listing of a 40 KB program from its tape: the blocks' contents, then
+// the program's text.
+void BM_BasicListing(benchmark::State& state) {
+    QuietPrompt quiet;
+    PromptScope scope(quiet);
+    const Bytes program = BasicProgram(40 * 1024);
+    const auto size = static_cast<std::uint16_t>(program.size());
+    TZXTape t;
+    t.ReadImage(TzxHeader(1, 13) + Standard(RomHeader(RomType::Program, "juego", size, 10, size)) +
+                Standard(RomData(program)));
+    std::size_t listed = 0, lines = 0;
+    for (auto _ : state) {
+        const std::vector<BlockContent> contents = ContentOf(t.Blocks());
+        const std::string listing = ListingOf(*t.Blocks().Item(2), contents[1]);
+        if (listed == 0)
+            lines = static_cast<std::size_t>(std::count(listing.begin(), listing.end(), '\n'));
+        listed = listing.size();
+        benchmark::DoNotOptimize(listing.data());
+    }
+    if (listed < program.size() / 2) state.SkipWithError("the program was not listed");
+    state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations()) *
+                            static_cast<std::int64_t>(program.size()));
+    state.counters["KB"] = static_cast<double>(program.size()) / 1024;
+    state.counters["lines"] = static_cast<double>(lines);
+}
+
+// The Z80 format's compression, for the snapshots below.
+Bytes PackZ80(std::string_view in) {
+    Bytes out;
+    for (std::size_t i = 0; i < in.size();) {
+        std::size_t run = 1;
+        while (i + run < in.size() && in[i + run] == in[i] && run < 255)
+            ++run;
+        const bool ed = static_cast<std::uint8_t>(in[i]) == 0xED;
+        if (run >= 5 || (ed && run >= 2)) {
+            out += "\xED\xED";
+            out += static_cast<char>(run);
+            out += in[i];
+            i += run;
+        } else {
+            out += in[i++];
+            if (ed && i < in.size()) out += in[i++];
+        }
+    }
+    return out;
+}
+
+// Screen memory as a picture has it: runs of paper with detail between.
+Bytes Picture(std::uint32_t seed) {
+    Bytes screen = Noise(kScreenSize, seed);
+    for (std::size_t i = 0; i < screen.size(); ++i)
+        if (i % 96 < 48) screen[i] = 0;
+    return screen;
+}
+
+enum ScreenFile { TapeScreenFirst, TapeScreenLate, TapeWithout, Z80v3, Sna };
+
+// Files of a collection as the main window meets them, each about 1 MB on
+// disk or a whole snapshot.
+Bytes ScreenFileOf(ScreenFile kind) {
+    const Bytes pool = Noise(1 << 16, 0xC0DE);
+    Bytes img = TzxHeader(1, 13);
+    auto loader = [&] {
+        img += Standard(RomHeader(RomType::Program, "loader", 300, 10, 300));
+        img += Standard(RomData(pool.substr(0, 300)));
+    };
+    auto screen = [&] {
+        img += Standard(RomHeader(RomType::Code, "screen", 6912, 16384, 32768));
+        img += Standard(RomData(Picture(7)));
+    };
+    auto code = [&](std::size_t bytes) {
+        while (bytes > 0) {
+            const std::size_t n = std::min<std::size_t>(bytes, 40000);
+            img +=
+                Standard(RomHeader(RomType::Code, "code", static_cast<std::uint16_t>(n), 24000, 0));
+            img += Turbo(RomData((pool + pool).substr(bytes % 1000, n)));
+            img += Pause(1000);
+            bytes -= n;
+        }
+    };
+    switch (kind) {
+    case TapeScreenFirst:
+        loader();
+        screen();
+        code(1000000);
+        return img;
+    case TapeScreenLate: // the screen's last byte 1 KB short of the limit
+        loader();
+        code(kScreenReadLimit - img.size() - 6912 - 60 - 1024);
+        screen();
+        code(1000000 - img.size());
+        return img;
+    case TapeWithout:
+        loader();
+        code(1000000);
+        return img;
+    case Z80v3: {
+        Bytes z80(30, '\0');
+        Le16(z80, 54);
+        Bytes extra(54, '\0');
+        extra[2] = 4; // 128K
+        z80 += extra;
+        for (int bank = 0; bank < 8; ++bank) {
+            const Bytes ram = bank == 5 ? Picture(7) + Noise(16384 - kScreenSize, 5)
+                                        : Noise(16384, static_cast<std::uint32_t>(bank + 1));
+            const Bytes packed = PackZ80(ram);
+            Le16(z80, static_cast<std::uint32_t>(packed.size()));
+            z80 += static_cast<char>(bank + 3);
+            z80 += packed;
+        }
+        return z80;
+    }
+    case Sna:
+        return Bytes(27, '\0') + Picture(7) + Noise(49152 - kScreenSize, 9);
+    }
+    return {};
+}
+
+// ReadScreen from disk (the page cache warm, as for a title selected again),
+// reading at most the first 256 KB of each file.
+void BM_ReadScreen(benchmark::State& state) {
+    const auto kind = static_cast<ScreenFile>(state.range(0));
+    static const char* const names[] = {"primera.tzx", "tardia.tzx", "sin.tzx", "juego.z80",
+                                        "juego.sna"};
+    TempDir dir;
+    const fs::path file = dir.path / names[kind];
+    const Bytes bytes = ScreenFileOf(kind);
+    if (dir.path.empty() || !WriteFile(file, bytes)) {
+        state.SkipWithError("no temporary folder");
+        return;
+    }
+    const bool expected = kind != TapeWithout;
+    for (auto _ : state) {
+        const std::optional<Bytes> screen = ReadScreen(file.string());
+        if (screen.has_value() != expected || (screen && *screen != Picture(7))) {
+            state.SkipWithError("the wrong screen");
+            break;
+        }
+        benchmark::DoNotOptimize(screen);
+    }
+    state.counters["KB"] = static_cast<double>(bytes.size()) / 1024;
+}
+
+// Twenty tapes of 1 MB without a screen, the worst a title selection meets:
+// each is read up to the limit and walked to its end.
+void BM_ReadScreen20(benchmark::State& state) {
+    TempDir dir;
+    const Bytes bytes = ScreenFileOf(TapeWithout);
+    std::vector<std::string> files;
+    for (int i = 0; i < 20; ++i) {
+        files.push_back((dir.path / ("cinta" + std::to_string(i) + ".tzx")).string());
+        if (dir.path.empty() || !WriteFile(files.back(), bytes)) {
+            state.SkipWithError("no temporary folder");
+            return;
+        }
+    }
+    for (auto _ : state)
+        for (const std::string& f : files)
+            benchmark::DoNotOptimize(ReadScreen(f));
+}
+
 } // namespace
 
 BENCHMARK(BM_Compare)->Arg(0)->Arg(1)->Arg(2)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_BasicListing)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_ReadScreen)
+    ->Arg(TapeScreenFirst)
+    ->Arg(TapeScreenLate)
+    ->Arg(TapeWithout)
+    ->Arg(Z80v3)
+    ->Arg(Sna)
+    ->Unit(benchmark::kMillisecond)
+    ->UseRealTime();
+BENCHMARK(BM_ReadScreen20)->Unit(benchmark::kMillisecond)->UseRealTime();
 BENCHMARK(BM_CleanRedundant)->Arg(3000)->Arg(30000)->Arg(100000)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_Read)->Arg(1000)->Arg(10000)->Arg(100000)->Arg(300000)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_Image)->Arg(1000)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond);

@@ -30,8 +30,10 @@ cmake --build "$build" --target tape_fuzz demo -j 2
 corpus="$build/corpus"
 crashes="$build/crashes"
 mkdir -p "$corpus" "$crashes"
-# The corpus starts from the demo tapes; what the fuzzer found before stays in it.
-find "$build/demo" -type f \( -iname '*.tzx' -o -iname '*.tap' \) -exec cp -f {} "$corpus/" \;
+# The corpus starts from the demo tapes and snapshots; what the fuzzer found
+# before stays in it.
+find "$build/demo" -type f \( -iname '*.tzx' -o -iname '*.tap' -o -iname '*.z80' -o -iname '*.sna' \) \
+    -exec cp -f {} "$corpus/" \;
 
 # From inside the build folder, so that the logs of -jobs and -fork land there.
 root="$PWD"

@@ -3,8 +3,14 @@
 // blocks (archive blocks aside, which the writer rebuilds) and the same archive
 // texts, and writing that second tape gives the same image. The read that
 // keeps only data blocks must keep exactly the data blocks of the full read.
+//
+// The same bytes go to the content reader: what it finds in each block must
+// lie inside the block, a screen is 6912 bytes, a listing is plain text, the
+// screen found in the file's bytes is the one found in the blocks read, and
+// snapshots and TAP files of any shape give a screen or nothing.
 
 #include "tape/ArchiveInfo.h"
+#include "tape/Content.h"
 #include "tape/Prompt.h"
 #include "tape/TZXTape.h"
 
@@ -83,6 +89,46 @@ void CheckOnlyData(TZXTape& full, std::string_view input) {
         if (!(data.ArchiveInfo().*(f.field)).empty()) Fail("the data-only read kept archive texts");
 }
 
+bool PlainText(const std::string& listing) {
+    for (char c : listing)
+        if (c != '\n' && (c < 0x20 || c > 0x7E)) return false;
+    return true;
+}
+
+void CheckContent(TZXTape& tape, std::string_view input) {
+    const std::vector<BlockContent> contents = ContentOf(tape.Blocks());
+    if (contents.size() != static_cast<std::size_t>(tape.Blocks().Count()))
+        Fail("not one content for each block");
+    std::size_t i = 0;
+    for (const auto& b : tape.Blocks()) {
+        const BlockContent& c = contents[i++];
+        const std::size_t held = b->BlockData.size();
+        if (c.offset > held || c.length > held - c.offset) Fail("content outside its block");
+        if (c.kind == ContentKind::Screen && c.length != kScreenSize)
+            Fail("a screen of another size");
+        if (c.pair &&
+            (c.pair < 1 || static_cast<std::size_t>(c.pair) > contents.size() ||
+             contents[static_cast<std::size_t>(c.pair) - 1].pair != static_cast<std::int64_t>(i)))
+            Fail("a header and its data don't point at each other");
+        if (c.programLength > c.length) Fail("a program longer than its block");
+        const auto file = Extract(*b, c);
+        if (file.has_value() == (c.kind == ContentKind::None))
+            Fail("extraction of the wrong blocks");
+        if (c.kind == ContentKind::Program && !PlainText(file->bytes))
+            Fail("a listing that is not plain text");
+    }
+    const auto first = FirstScreen(tape.Blocks());
+    if (first && first->size() != kScreenSize) Fail("a first screen of another size");
+    if (input.substr(0, 7) == "ZXTape!" && ScreenOfFile(input, "tzx") != first)
+        Fail("the file's screen is not the first screen of its blocks");
+    for (const char* ext : {"tap", "z80", "sna", "scr"}) {
+        const auto screen = ScreenOfFile(input, ext);
+        if (screen && (screen->size() != kScreenSize || ScreenPixels(*screen).size() != 256 * 192))
+            Fail("a file's screen of another size");
+    }
+    if (!PlainText(BasicListing(input))) Fail("a listing that is not plain text");
+}
+
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
@@ -109,6 +155,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t siz
     if (total > static_cast<std::int64_t>(size)) Fail("blocks hold more bytes than the file");
 
     CheckOnlyData(tape, input);
+    CheckContent(tape, input);
     if (tape.Status().Whole() && !cut) CheckRoundTrip(tape);
     return 0;
 }

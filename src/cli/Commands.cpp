@@ -1,9 +1,11 @@
 #include "cli/Commands.h"
 
 #include "cli/CatalogueCommands.h"
+#include "cli/ContentCommands.h"
 #include "cli/InfoCommand.h"
 
 #include "tape/Compare.h"
+#include "tape/Content.h"
 #include "tape/Cp1252.h"
 #include "tape/TZXFunct.h"
 #include "tape/TZXTape.h"
@@ -20,7 +22,8 @@ const char* kHelp =
     "Uso: cintal-cli ORDEN [OPCIONES] ARCHIVO...\n"
     "\n"
     "Órdenes:\n"
-    "  list ARCHIVO...          muestra los bloques y la información de archivo de cada cinta TZX\n"
+    "  list ARCHIVO...          muestra los bloques, con su suma de control, y la información de\n"
+    "                           archivo de cada cinta TZX\n"
     "  clean [--yes] ARCHIVO... quita los bloques sobrantes y guarda la cinta en la versión 1.13;\n"
     "                           --yes responde Sí a la pregunta de una versión superior\n"
     "  tap2tzx ARCHIVO.tap...   convierte archivos TAP en archivos TZX junto a ellos\n"
@@ -38,9 +41,22 @@ const char* kHelp =
     "                           muestra la información de archivo de la cinta o, con --set,\n"
     "                           cambia esos campos (\\n es un salto de línea) y la guarda como\n"
     "                           \"Guardar Info\"; con --db actualiza también su fila del catálogo\n"
+    "  screen ARCHIVO SALIDA.scr|SALIDA.png\n"
+    "                           guarda la pantalla de carga de una cinta (TZX o TAP) o la de una\n"
+    "                           instantánea (Z80 o SNA) como pantalla de Spectrum o como imagen\n"
+    "                           PNG de 256x192\n"
+    "  basic CINTA [BLOQUE]     muestra el listado del primer programa BASIC de la cinta, o el "
+    "del\n"
+    "                           bloque BLOQUE, en el texto que lee zmakebas\n"
+    "  extract CINTA BLOQUE SALIDA\n"
+    "                           guarda el contenido del bloque BLOQUE (pantalla, listado BASIC,\n"
+    "                           datos sin indicador ni suma, imagen, texto...) en el archivo "
+    "SALIDA,\n"
+    "                           o en CINTA-BLOQUE.ext si SALIDA es una carpeta\n"
     "  --help                   muestra esta ayuda\n"
     "\n"
-    "Los avisos del programa se escriben en la salida de errores.\n";
+    "Los avisos del programa se escriben en la salida de errores. screen y extract nunca\n"
+    "sobrescriben un archivo que exista.\n";
 
 int List(const std::vector<std::string>& files, std::ostream& out) {
     int status = 0;
@@ -178,10 +194,16 @@ std::string ListTape(TZXTape& tape, const std::string& file) {
     // Positions as the inspector counts them: from 11, each start one past
     // the previous end, so a cut last block ends past the file's size.
     std::int64_t start = 11, number = 0;
+    const std::vector<BlockContent> contents = ContentOf(tape.Blocks());
     for (const BlockRef& b : tape.Blocks()) {
         std::int64_t end = start + b->LenghtTot - 1;
+        const Checksum sum = contents[static_cast<std::size_t>(number)].checksum;
         out << ++number << '\t' << Hex2(b->IdTipoBloque) << '\t' << Printable(b->TipoBloque) << '\t'
-            << Printable(b->Descr) << '\t' << start << '\t' << end << '\n';
+            << Printable(b->Descr) << '\t' << start << '\t' << end << '\t'
+            << (sum == Checksum::Right   ? "ok"
+                : sum == Checksum::Wrong ? "mal"
+                                         : "")
+            << '\n';
         start = end + 1;
     }
     ArchiveInfo& info = tape.ArchiveInfo();
@@ -203,6 +225,13 @@ int Run(const std::vector<std::string>& args, std::ostream& out, std::ostream& e
     }
     const std::string& command = args[0];
     if (command == "info") return InfoCommand(args, out, err);
+    if (command == "screen" || command == "basic" || command == "extract") {
+        CliPrompt prompt(err, false);
+        PromptScope scope(prompt);
+        if (command == "screen") return ScreenCommand(args, out, err);
+        if (command == "basic") return BasicCommand(args, out, err);
+        return ExtractCommand(args, out, err);
+    }
     if (command == "init" || command == "titles" || command == "add" || command == "scan") {
         CliPrompt prompt(err, false);
         PromptScope scope(prompt);

@@ -21,27 +21,37 @@ Result Cli(std::vector<std::string> args) {
     return {status, out.str(), err.str()};
 }
 
+// A ROM record with its last byte made the XOR of the others, as SAVE makes it.
+Bytes WithSum(Bytes rom) {
+    std::uint8_t sum = 0;
+    for (std::size_t i = 0; i + 1 < rom.size(); ++i)
+        sum ^= static_cast<std::uint8_t>(rom[i]);
+    rom.back() = static_cast<char>(sum);
+    return rom;
+}
+
 class CliTest : public ::testing::Test, protected Tzx {
 protected:
     TempDir dir;
 };
 
-TEST_F(CliTest, ListShowsBlocksPositionsArchiveTextsAndWhereAReadStopped) {
+TEST_F(CliTest, ListShowsBlocksPositionsChecksumsArchiveTextsAndWhereAReadStopped) {
     const std::string whole = dir.File("juego.tzx");
-    WriteFile(whole, Tape({Std(RomHeader(0, "Juego")), Pause(0), Std(RomData(10)), Call(),
+    WriteFile(whole, Tape({Std(RomHeader(0, "Juego")), Pause(0), Std(WithSum(RomData(10))), Call(),
                            Archive({{255, "L\xEDnea 1\r\nTab\there \\"}, {0, "Ca\xF1\xF3n"}}),
                            Std(RomData(100)).substr(0, 20)}));
     Result r = Cli({"list", whole});
     EXPECT_EQ(r.status, 0);
-    // Positions count from 11; a cut last block ends where it says it ends.
+    // Positions count from 11; a cut last block ends where it says it ends,
+    // and its checksum is gone with its last byte.
     EXPECT_EQ(r.out, "Archivo " + whole +
                          " - versión 1.20\n"
-                         "1\t0x10\tBloque estandar\tBASIC: Juego           \t11\t34\n"
-                         "2\t0x20\tPausa/detención\tDetener la cinta\t35\t37\n"
-                         "3\t0x10\tBloque estandar\t      Datos - 10 bytes\t38\t54\n"
-                         "4\t0x26\t\t-->>\t55\t61\n"
-                         "5\t0x32\tInfo de archivo\tCañón\t62\t93\n"
-                         "6\t0x10\tBloque estandar\tDatos - 100 bytes\t94\t200\n"
+                         "1\t0x10\tBloque estandar\tBASIC: Juego           \t11\t34\tmal\n"
+                         "2\t0x20\tPausa/detención\tDetener la cinta\t35\t37\t\n"
+                         "3\t0x10\tBloque estandar\t      Datos - 10 bytes\t38\t54\tok\n"
+                         "4\t0x26\t\t-->>\t55\t61\t\n"
+                         "5\t0x32\tInfo de archivo\tCañón\t62\t93\t\n"
+                         "6\t0x10\tBloque estandar\tDatos - 100 bytes\t94\t200\tmal\n"
                          "info\t0\tiName\tCañón\n"
                          "info\t255\tiComments\tLínea 1\\r\\nTab\\there \\\\\n");
     // The box that a call block brings comes out on standard error.
@@ -51,7 +61,7 @@ TEST_F(CliTest, ListShowsBlocksPositionsArchiveTextsAndWhereAReadStopped) {
     WriteFile(broken, Tape({Pause(10), B({0x19, 1, 2, 3})}, 1, 13));
     r = Cli({"list", broken});
     EXPECT_EQ(r.status, 1);
-    EXPECT_NE(r.out.find("1\t0x20\tPausa/detención\tPausa de 10 mseg.\t11\t13\n"
+    EXPECT_NE(r.out.find("1\t0x20\tPausa/detención\tPausa de 10 mseg.\t11\t13\t\n"
                          "incompleto\t2\t14\tbloque desconocido 0x19\n"),
               std::string::npos)
         << r.out;

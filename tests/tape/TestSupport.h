@@ -78,6 +78,31 @@ struct Tzx {
     }
     static Bytes Snapshot(const Bytes& d) { return B({0x40, 0}) + Le(d.size(), 3) + d; }
     static Bytes Merge() { return B({0x5A}) + "XTape!" + B({0x1A, 1, 13}); }
+    // A record as the ROM saves it: flag, payload and the XOR of both; a
+    // header of that record with its fields.
+    static Bytes Rom(int flag, const Bytes& payload) {
+        Bytes out = B({flag}) + payload;
+        std::uint8_t sum = 0;
+        for (char c : out)
+            sum ^= static_cast<std::uint8_t>(c);
+        return out + static_cast<char>(sum);
+    }
+    static Bytes Head(int type, std::string name, int length, int param1, int param2) {
+        name.resize(10, ' ');
+        return Rom(0, B({type}) + name + Le(length, 2) + Le(param1, 2) + Le(param2, 2));
+    }
+    // 6912 bytes of a screen of its own for each seed, so that one can't pass
+    // for another.
+    static Bytes Screen(int seed) {
+        Bytes out(6912, '\0');
+        for (std::size_t i = 0; i < out.size(); ++i)
+            out[i] = static_cast<char>((i * (2 * seed + 1) + i / 251 + seed) & 0xFF);
+        return out;
+    }
+    // A line of a BASIC program: number (high byte first), length, text, ENTER.
+    static Bytes BasicLine(int number, const Bytes& text) {
+        return B({number >> 8, number & 0xFF}) + Le(text.size() + 1, 2) + text + B({0x0D});
+    }
     // The length word is the format's unless one is forced: the reader must go
     // by the entries.
     static Bytes Archive(const std::vector<std::pair<int, std::string>>& entries, int word = -1) {

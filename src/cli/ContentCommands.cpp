@@ -1,0 +1,213 @@
+#include "cli/ContentCommands.h"
+
+#include "cli/Commands.h"
+#include "tape/Content.h"
+#include "tape/TZXFunct.h"
+#include "tape/TZXTape.h"
+#include "tape/TapConvert.h"
+
+#include <QBuffer>
+#include <QByteArray>
+#include <QImage>
+#include <cstring>
+#include <filesystem>
+#include <ostream>
+
+namespace cintal::cli {
+
+namespace {
+
+const char* kScreenUsage = "Uso: cintal-cli screen ARCHIVO SALIDA.scr|SALIDA.png\n";
+const char* kBasicUsage = "Uso: cintal-cli basic CINTA [BLOQUE]\n";
+const char* kExtractUsage = "Uso: cintal-cli extract CINTA BLOQUE SALIDA\n";
+
+std::string Lower(std::string s) {
+    for (char& c : s)
+        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
+    return s;
+}
+
+// The command's words after its name; false (with the usage) on an option,
+// or on fewer or more words than it takes.
+bool Words(const std::vector<std::string>& args, std::size_t least, std::size_t most,
+           const char* usage, std::vector<std::string>& words, std::ostream& err) {
+    for (std::size_t i = 1; i < args.size(); ++i) {
+        if (args[i].size() > 1 && args[i][0] == '-') {
+            err << "cintal-cli: opción desconocida " << args[i] << "\n" << usage;
+            return false;
+        }
+        words.push_back(args[i]);
+    }
+    if (words.size() < least || words.size() > most) {
+        err << usage;
+        return false;
+    }
+    return true;
+}
+
+// A block number as the listing counts them, from 1.
+bool BlockNumber(const std::string& text, std::int64_t& number, std::ostream& err) {
+    std::size_t used = 0;
+    try {
+        number = std::stoll(text, &used);
+    } catch (...) {
+        used = 0;
+    }
+    if (used != text.size() || used == 0 || number < 1) {
+        err << "cintal-cli: número de bloque no válido: " << text << "\n";
+        return false;
+    }
+    return true;
+}
+
+// Reads a TZX tape, or a TAP file turned into one in memory. False, with the
+// reason on standard error, when nothing could be read.
+bool LoadTape(const std::string& file, TZXTape& tape, std::ostream& err) {
+    if (!FileExists(file)) {
+        err << "cintal-cli: no existe el archivo " << file << "\n";
+        return false;
+    }
+    Bytes image, tzx;
+    if (Lower(ExtensionOf(file)) == "tap" && ReadWholeFile(file, image) &&
+        image.substr(0, 7) != "ZXTape!" && TapImageToTzx(image, tzx)) {
+        tape.ReadImage(tzx);
+    } else {
+        tape.FileName = file;
+        tape.ReadTape();
+    }
+    if (tape.Blocks().Count() == 0 && !tape.Status().Whole()) {
+        err << file << ": " << tape.Status().Cause() << "\n";
+        return false;
+    }
+    return true;
+}
+
+bool Refused(const std::string& path, std::ostream& err) {
+    const std::string existing = ExistingFile(path);
+    if (existing.empty()) return false;
+    err << "cintal-cli: ya existe " << existing << "; no se sobrescribe\n";
+    return true;
+}
+
+bool Write(const std::string& path, std::string_view bytes, std::ostream& err) {
+    std::string reason;
+    if (WriteContentFile(path, bytes, false, reason)) return true;
+    if (!Refused(path, err))
+        err << "cintal-cli: no se puede escribir " << path << ": " << reason << "\n";
+    return false;
+}
+
+Bytes Png(const Bytes& screen) {
+    const std::vector<std::uint32_t> pixels = ScreenPixels(screen);
+    QImage image(kScreenWidth, kScreenHeight, QImage::Format_RGB32);
+    for (int y = 0; y < kScreenHeight; ++y)
+        std::memcpy(image.scanLine(y), pixels.data() + static_cast<std::size_t>(y) * kScreenWidth,
+                    kScreenWidth * sizeof(std::uint32_t));
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::WriteOnly);
+    if (!image.save(&buffer, "PNG")) return {};
+    return Bytes(bytes.constData(), static_cast<std::size_t>(bytes.size()));
+}
+
+} // namespace
+
+int ScreenCommand(const std::vector<std::string>& args, std::ostream& out, std::ostream& err) {
+    std::vector<std::string> words;
+    if (!Words(args, 2, 2, kScreenUsage, words, err)) return 2;
+    const std::string& file = words[0];
+    const std::string& target = words[1];
+    const std::string kind = Lower(ExtensionOf(target));
+    if (kind != "scr" && kind != "png") {
+        err << "cintal-cli: la salida ha de ser un archivo .scr o .png\n" << kScreenUsage;
+        return 2;
+    }
+    if (Refused(target, err)) return 1;
+    Bytes bytes;
+    if (!FileExists(file) || !ReadWholeFile(file, bytes)) {
+        err << "cintal-cli: no se puede leer el archivo " << file << "\n";
+        return 1;
+    }
+    const std::optional<Bytes> screen = ScreenOfFile(bytes, ExtensionOf(file));
+    if (!screen) {
+        err << file << ": no tiene pantalla\n";
+        return 1;
+    }
+    const Bytes written = kind == "scr" ? *screen : Png(*screen);
+    if (written.empty()) {
+        err << "cintal-cli: no se puede hacer la imagen PNG\n";
+        return 1;
+    }
+    if (!Write(target, written, err)) return 1;
+    out << file << " -> " << target << "\n";
+    return 0;
+}
+
+int BasicCommand(const std::vector<std::string>& args, std::ostream& out, std::ostream& err) {
+    std::vector<std::string> words;
+    if (!Words(args, 1, 2, kBasicUsage, words, err)) return 2;
+    std::int64_t number = 0;
+    if (words.size() == 2 && !BlockNumber(words[1], number, err)) return 2;
+    const std::string& file = words[0];
+    TZXTape tape;
+    if (!LoadTape(file, tape, err)) return 1;
+    const std::vector<BlockContent> contents = ContentOf(tape.Blocks());
+    std::int64_t program = 0;
+    if (number == 0) {
+        for (std::size_t i = 0; i < contents.size() && program == 0; ++i)
+            if (contents[i].kind == ContentKind::Program)
+                program = static_cast<std::int64_t>(i) + 1;
+        if (program == 0) {
+            err << file << ": no tiene ningún programa BASIC\n";
+            return 1;
+        }
+    } else if (number > static_cast<std::int64_t>(contents.size())) {
+        err << file << ": no tiene bloque " << number << "\n";
+        return 1;
+    } else {
+        const BlockContent& c = contents[number - 1];
+        if (c.kind == ContentKind::Program)
+            program = number;
+        else if (c.kind == ContentKind::Header && c.pair &&
+                 contents[c.pair - 1].kind == ContentKind::Program)
+            program = c.pair;
+        if (program == 0) {
+            err << file << ": el bloque " << number << " no es un programa BASIC\n";
+            return 1;
+        }
+    }
+    out << ListingOf(*tape.Blocks().Item(double(program)), contents[program - 1]);
+    return 0;
+}
+
+int ExtractCommand(const std::vector<std::string>& args, std::ostream& out, std::ostream& err) {
+    std::vector<std::string> words;
+    if (!Words(args, 3, 3, kExtractUsage, words, err)) return 2;
+    std::int64_t number = 0;
+    if (!BlockNumber(words[1], number, err)) return 2;
+    const std::string& file = words[0];
+    TZXTape tape;
+    if (!LoadTape(file, tape, err)) return 1;
+    if (number > tape.Blocks().Count()) {
+        err << file << ": no tiene bloque " << number << "\n";
+        return 1;
+    }
+    const Block& block = *tape.Blocks().Item(double(number));
+    const BlockContent content = ContentOf(tape.Blocks())[number - 1];
+    const std::optional<ExtractedFile> extracted = Extract(block, content);
+    if (!extracted) {
+        err << file << ": el bloque " << number << " no tiene contenido que extraer\n";
+        return 1;
+    }
+    std::string target = words[2];
+    std::error_code ec;
+    if (std::filesystem::is_directory(target, ec))
+        target = JoinPath(target, FileNameOf(file) + "-" + std::to_string(number) + "." +
+                                      extracted->extension);
+    if (!Write(target, extracted->bytes, err)) return 1;
+    out << file << ", bloque " << number << " (" << ContentKindName(content.kind) << ") -> "
+        << target << "\n";
+    return 0;
+}
+
+} // namespace cintal::cli

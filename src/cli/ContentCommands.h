@@ -1,0 +1,20 @@
+#pragma once
+
+#include <iosfwd>
+#include <string>
+#include <vector>
+
+namespace cintal::cli {
+
+// `screen ARCHIVO SALIDA.scr|SALIDA.png`: the first screen of a tape or a
+// snapshot, as a Spectrum screen file or as a 256x192 PNG picture.
+int ScreenCommand(const std::vector<std::string>& args, std::ostream& out, std::ostream& err);
+
+// `basic CINTA [BLOQUE]`: the listing of the tape's first BASIC program, or
+// of the program in block BLOQUE (its header's number will do too).
+int BasicCommand(const std::vector<std::string>& args, std::ostream& out, std::ostream& err);
+
+// `extract CINTA BLOQUE SALIDA`: a block's content written to a new file.
+int ExtractCommand(const std::vector<std::string>& args, std::ostream& out, std::ostream& err);
+
+} // namespace cintal::cli
