@@ -3,6 +3,7 @@
 // Run it under a real display (xvfb-run -a) so that fonts and styles are
 // those a user sees.
 
+#include "inspector/Info.h"
 #include "views/Principal.h"
 
 #include <QApplication>
@@ -49,6 +50,12 @@ int main(int argc, char** argv) {
         frm.RunModal = [&](QDialog& window) {
             window.show();
             Save(window, QDir(out).filePath("inspector.png"));
+            // The preview of the loading screen, then of the BASIC loader.
+            auto& info = static_cast<Info&>(window);
+            info.GridTZX->SetSelectedRow(5);
+            Save(window, QDir(out).filePath("inspector-pantalla.png"));
+            info.GridTZX->SetSelectedRow(3);
+            Save(window, QDir(out).filePath("inspector-basic.png"));
             window.close();
         };
         frm.CmdModify_Click();

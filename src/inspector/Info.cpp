@@ -15,6 +15,7 @@
 #include <QCloseEvent>
 #include <QDir>
 #include <QFileDialog>
+#include <QFontDatabase>
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QLocale>
@@ -215,7 +216,32 @@ void Info::BuildLayout() {
     narrow.setFamilies({"Arial Narrow", "Liberation Sans Narrow", "DejaVu Sans Condensed"});
     GridTZX->setFont(narrow);
     blocksRow = new QHBoxLayout;
-    blocksRow->addWidget(GridTZX, 1);
+    blocksRow->addWidget(GridTZX, 3);
+    FramePreview = new QGroupBox(QStringLiteral("Contenido del bloque"), this);
+    FramePreview->setObjectName("FramePreview");
+    auto* pv = new QVBoxLayout(FramePreview);
+    LabelContenido = new QLabel(FramePreview);
+    LabelContenido->setObjectName("LabelContenido");
+    LabelContenido->setWordWrap(true);
+    PreviewStack = new QStackedWidget(FramePreview);
+    PreviewStack->addWidget(new QWidget);
+    ScrPreview = new ScrImage;
+    ScrPreview->setObjectName("ScrPreview");
+    PreviewStack->addWidget(ScrPreview);
+    PicturePreview = new QLabel;
+    PicturePreview->setObjectName("PicturePreview");
+    PicturePreview->setAlignment(Qt::AlignCenter);
+    PreviewStack->addWidget(PicturePreview);
+    TextPreview = new QPlainTextEdit;
+    TextPreview->setObjectName("TextPreview");
+    TextPreview->setReadOnly(true);
+    TextPreview->setLineWrapMode(QPlainTextEdit::NoWrap);
+    TextPreview->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+    PreviewStack->addWidget(TextPreview);
+    pv->addWidget(LabelContenido);
+    pv->addWidget(PreviewStack, 1);
+    FramePreview->setMinimumWidth(280);
+    blocksRow->addWidget(FramePreview, 2);
     left->addLayout(blocksRow, 5);
 
     auto* buttons = new QHBoxLayout;
@@ -233,6 +259,7 @@ void Info::BuildLayout() {
     CommandExtraer = new QPushButton(QStringLiteral("Extraer"), this);
     CommandExtraer->setObjectName("CommandExtraer");
     CommandExtraer->setEnabled(false);
+    CommandExtraer->setToolTip(QStringLiteral("Guardar el contenido del bloque en un archivo"));
     for (QWidget* w : std::initializer_list<QWidget*>{CmdTZXSave, Command3, CommandSube,
                                                       CommandBaja, CommandExtraer})
         buttons->addWidget(w);
@@ -372,7 +399,7 @@ void Info::BuildLayout() {
         for (QWidget* w : std::initializer_list<QWidget*>{
                  ComboEstado, Label2, CmdTZXSave, Command2, Command3, Command5, Command6,
                  CommandExtraer, CommandSube, CommandBaja, Frame2, OptDatos[0], OptDatos[1],
-                 OptDatos[2]})
+                 OptDatos[2], FramePreview})
             w->setVisible(false);
         TextInfo[9]->setEnabled(true);
         Label1[9]->setEnabled(true);
@@ -425,6 +452,13 @@ void Info::Wire() {
         CmdTZXSave_Click();
     });
     connect(CmdDBSave, &QPushButton::clicked, this, &Info::CmdDBSave_Click);
+    connect(GridTZX, &Grid::SelectionChange, this, &Info::GridTZX_SelectionChange);
+    connect(CommandExtraer, &QPushButton::clicked, this, &Info::CommandExtraer_Click);
+    ChooseSaveFile = [this](const QString& proposed) {
+        // Replacing a file is asked here, through the program's own box.
+        return QFileDialog::getSaveFileName(this, QStringLiteral("Extraer el bloque"), proposed,
+                                            QString(), nullptr, QFileDialog::DontConfirmOverwrite);
+    };
     connect(Command3, &QPushButton::clicked, this, &Info::Command3_Click);
     connect(CommandSube, &QToolButton::clicked, this, &Info::CommandSube_Click);
     connect(CommandBaja, &QToolButton::clicked, this, &Info::CommandBaja_Click);
@@ -547,7 +581,61 @@ void Info::WriteBlockRow(Grid& grid, int r, const Inspector::BlockRow& b,
     grid.CellDetails(r, 6, locale.toString(b.end), Grid::AlignRight, -1, back);
 }
 
+void Info::GridTZX_SelectionChange() {
+    const Inspector::BlockPreview p = logic.Preview(SelectedBlock());
+    using View = Inspector::BlockPreview::View;
+    LabelContenido->setText(p.line);
+    switch (p.view) {
+    case View::Screen:
+        ScrPreview->SetScreen(p.bytes);
+        PreviewStack->setCurrentWidget(ScrPreview);
+        break;
+    case View::Picture: {
+        QPixmap picture;
+        picture.loadFromData(p.bytes);
+        const QSize room = PreviewStack->size() - QSize(8, 8);
+        PicturePreview->setPixmap(
+            picture.isNull() ? QPixmap()
+                             : picture.scaled(room, Qt::KeepAspectRatio, Qt::SmoothTransformation));
+        if (picture.isNull()) PicturePreview->setText(QStringLiteral("(imagen ilegible)"));
+        PreviewStack->setCurrentWidget(PicturePreview);
+        break;
+    }
+    case View::Text:
+        TextPreview->setPlainText(p.text);
+        PreviewStack->setCurrentWidget(TextPreview);
+        break;
+    case View::None:
+        PreviewStack->setCurrentIndex(0);
+        break;
+    }
+    CommandExtraer->setEnabled(p.extractable);
+}
+
+void Info::CommandExtraer_Click() {
+    const int block = SelectedBlock();
+    const QString proposed = logic.ProposedExtractPath(block);
+    if (proposed.isEmpty()) return;
+    const QString path = ChooseSaveFile ? ChooseSaveFile(proposed) : QString();
+    if (path.isEmpty()) return;
+    bool replace = false;
+    const std::string existing = ExistingFile(path.toStdString());
+    if (!existing.empty()) {
+        if (Ask("Ya existe " + existing + ". ¿Desea reemplazarlo?", "Extraer", Icon::Exclamation,
+                Buttons::YesNo) != Button::Yes)
+            return;
+        replace = true;
+    }
+    const QString why = logic.ExtractBlock(block, path, replace);
+    if (why.isEmpty())
+        Ask(("Bloque " + QString::number(block) + " guardado en " + path).toStdString(), "Extraer",
+            Icon::Information);
+    else
+        Ask(("No se puede guardar " + path + ": " + why).toStdString(), "Extraer", Icon::Critical);
+}
+
 void Info::FillGrid() {
+    logic.RefreshContents();
     GridTZX->SetRedraw(false);
     GridTZX->Clear(false);
     const auto rows = logic.BlockRows();
@@ -557,6 +645,8 @@ void Info::FillGrid() {
         WriteBlockRow(*GridTZX, ++r, b);
     GridTZX->SetRedraw(true);
     UpdateSaveButton();
+    // The list was rebuilt without a selection: nothing to preview.
+    GridTZX_SelectionChange();
 }
 
 QString Info::BoxText(int index) const {

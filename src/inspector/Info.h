@@ -7,6 +7,7 @@
 #include "inspector/Inspector.h"
 #include "inspector/ModalWindow.h"
 #include "platform/Grid.h"
+#include "platform/ScrImage.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -17,6 +18,7 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QStackedWidget>
 #include <QToolButton>
 #include <QVBoxLayout>
 #include <array>
@@ -62,6 +64,9 @@ public:
     void CommandBaja_Click();
     // The four add buttons by their attachment type: 1, 5, 2, 3.
     void AddBlock_Click(int attType);
+    // The preview follows the selected block.
+    void GridTZX_SelectionChange();
+    void CommandExtraer_Click();
 
     // The text of a box of the tape pane, lines ending in CR LF.
     QString BoxText(int index) const;
@@ -74,6 +79,8 @@ public:
     // The file dialog of the add buttons: given the caption and the filter,
     // gives the chosen path or nothing. Tests put their own choice here.
     std::function<QString(const QString& caption, const QString& filter)> ChooseFile;
+    // The save dialog of "Extraer": given the proposed path, the chosen one.
+    std::function<QString(const QString& proposed)> ChooseSaveFile;
 
     // Catalogue pane.
     QGroupBox* Frame1;
@@ -113,6 +120,13 @@ public:
     QPushButton* CommandExtraer;
     QCheckBox* Check1;
     QCheckBox* Check2;
+    // What the selected block holds.
+    QGroupBox* FramePreview;
+    QLabel* LabelContenido;
+    QStackedWidget* PreviewStack;
+    ScrImage* ScrPreview;
+    QLabel* PicturePreview;
+    QPlainTextEdit* TextPreview;
 
     bool AsciiOnly = true;
 

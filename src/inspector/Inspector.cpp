@@ -273,6 +273,89 @@ QString Inspector::AddBlock(int attType, const QString& file, int selectedRow) {
     return {};
 }
 
+void Inspector::RefreshContents() {
+    contents = ContentOf(tape->Blocks());
+}
+
+QString Inspector::HexView(std::string_view bytes) {
+    constexpr std::size_t kShown = 4096;
+    QString out;
+    const std::size_t n = std::min(bytes.size(), kShown);
+    for (std::size_t row = 0; row < n; row += 16) {
+        QString hex, ascii;
+        for (std::size_t i = row; i < row + 16; ++i) {
+            if (i < n) {
+                const auto c = static_cast<unsigned char>(bytes[i]);
+                hex += QStringLiteral("%1 ").arg(c, 2, 16, QLatin1Char('0')).toUpper();
+                ascii += c >= 32 && c < 127 ? QChar(c) : QChar('.');
+            } else {
+                hex += QStringLiteral("   ");
+            }
+        }
+        out += QStringLiteral("%1  %2 %3\n").arg(row, 4, 16, QLatin1Char('0')).arg(hex, ascii);
+    }
+    if (bytes.size() > kShown)
+        out += QStringLiteral("... %1 bytes más\n").arg(bytes.size() - kShown);
+    return out;
+}
+
+Inspector::BlockPreview Inspector::Preview(int block) const {
+    BlockPreview preview;
+    const BlockRef b = tape->Blocks().Item(block);
+    if (!b || block < 1 || static_cast<std::size_t>(block) > contents.size()) return preview;
+    const BlockContent& c = contents[static_cast<std::size_t>(block - 1)];
+    if (c.kind == ContentKind::None) return preview;
+    const std::string_view bytes = ContentBytes(*b, c);
+    preview.extractable = true;
+    preview.line = QString::fromStdString(ContentKindName(c.kind)) + ", " +
+                   QString::number(bytes.size()) + " bytes";
+    if (c.checksum != Checksum::None)
+        preview.line += ", suma " + QString::fromStdString(ChecksumText(c.checksum));
+    switch (c.kind) {
+    case ContentKind::Screen:
+        preview.view = BlockPreview::View::Screen;
+        preview.bytes = QByteArray(bytes.data(), static_cast<qsizetype>(bytes.size()));
+        break;
+    case ContentKind::Picture:
+        preview.view = BlockPreview::View::Picture;
+        preview.bytes = QByteArray(bytes.data(), static_cast<qsizetype>(bytes.size()));
+        break;
+    case ContentKind::Program:
+        preview.view = BlockPreview::View::Text;
+        // The listing is ASCII by construction: escapes stand for the rest.
+        preview.text = QString::fromLatin1(ListingOf(*b, c));
+        break;
+    case ContentKind::Text:
+        preview.view = BlockPreview::View::Text;
+        preview.text = Comunes::FromTape(std::string(bytes)).replace('\r', '\n');
+        break;
+    default:
+        preview.view = BlockPreview::View::Text;
+        preview.text = HexView(bytes);
+        break;
+    }
+    return preview;
+}
+
+QString Inspector::ProposedExtractPath(int block) const {
+    if (block < 1 || static_cast<std::size_t>(block) > contents.size()) return {};
+    const BlockContent& c = contents[static_cast<std::size_t>(block - 1)];
+    if (c.kind == ContentKind::None) return {};
+    return QString::fromStdString(ProposedName(tape->FileName, block, c.extension));
+}
+
+QString Inspector::ExtractBlock(int block, const QString& target, bool replace) const {
+    const BlockRef b = tape->Blocks().Item(block);
+    if (!b || block < 1 || static_cast<std::size_t>(block) > contents.size())
+        return QStringLiteral("el bloque no existe");
+    const auto file = Extract(*b, contents[static_cast<std::size_t>(block - 1)]);
+    if (!file) return QStringLiteral("el bloque no tiene contenido que guardar");
+    std::string reason;
+    if (!WriteContentFile(target.toStdString(), file->bytes, replace, reason))
+        return QString::fromStdString(reason);
+    return {};
+}
+
 qint64 KnownPublisher(const QString& text) {
     const QString wanted = text.toLower();
     const auto& names = Comunes::PublisherNames;

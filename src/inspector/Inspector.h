@@ -5,8 +5,10 @@
 // row. The inspector window, its compare twin and `cintal-cli info` all work
 // through this class, so that a test can drive it without a window.
 
+#include "tape/Content.h"
 #include "tape/TZXTape.h"
 
+#include <QByteArray>
 #include <QString>
 #include <QStringList>
 #include <array>
@@ -105,8 +107,30 @@ public:
     // otherwise the reason nothing was.
     QString AddBlock(int attType, const QString& file, int selectedRow);
 
+    // --- What a block holds
+    // Works out again what each block holds: after any change of the list.
+    void RefreshContents();
+    struct BlockPreview {
+        enum class View { None, Screen, Picture, Text };
+        View view = View::None;
+        QByteArray bytes; // a screen's 6912 bytes, or a picture's file
+        QString text;     // a listing, a text or a hex view
+        QString line;     // what it is, its length and its checksum
+        bool extractable = false;
+    };
+    // What the preview shows of block number block (from 1).
+    BlockPreview Preview(int block) const;
+    // "<tape>-<number>.<extension>" beside the tape; empty without content.
+    QString ProposedExtractPath(int block) const;
+    // Writes the block's content to path, replacing a file there only when
+    // told to. Empty when written, otherwise why not.
+    QString ExtractBlock(int block, const QString& path, bool replace) const;
+    // The first 4 KB of bytes as rows of sixteen, in hex and in ASCII.
+    static QString HexView(std::string_view bytes);
+
 private:
     std::unique_ptr<TZXTape> tape;
+    std::vector<BlockContent> contents;
     QString path;
     bool pending = false;
 };

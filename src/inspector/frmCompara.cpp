@@ -213,6 +213,7 @@ void frmCompara::FillGrid() {
         LabelArchive->clear();
         return;
     }
+    logic.RefreshContents();
     result = CompareTapes(logic.Tape(), other);
     const auto rowsA = Inspector::BlockRowsOf(logic.Tape());
     const auto rowsB = Inspector::BlockRowsOf(other);

@@ -83,10 +83,20 @@ void ScrImage::SetDefaultFile(const QString& path) {
     if (!showsFile) Load();
 }
 
+void ScrImage::SetScreen(const QByteArray& screen) {
+    file.clear();
+    Show(screen.size() == FileSize ? screen : ReadScreen(defaultFile), screen.size() == FileSize);
+}
+
 void ScrImage::Load() {
     QByteArray bytes = ReadScreen(file);
-    showsFile = !bytes.isEmpty();
-    if (!showsFile) bytes = ReadScreen(defaultFile);
+    const bool fromFile = !bytes.isEmpty();
+    if (!fromFile) bytes = ReadScreen(defaultFile);
+    Show(bytes, fromFile);
+}
+
+void ScrImage::Show(const QByteArray& bytes, bool fromFile) {
+    showsFile = fromFile;
     hasFlash = HasFlash(bytes);
     flashPhase = false;
     if (bytes.isEmpty()) {

@@ -25,6 +25,9 @@ public:
     // default one, and if that fails too, black.
     void SetFile(const QString& path);
     QString File() const { return file; }
+    // Shows a screen held in memory, such as one read from inside a tape;
+    // anything but 6912 bytes shows the default screen. File() is then empty.
+    void SetScreen(const QByteArray& screen);
     // The screen shown when a file can't be; takes effect at once if a
     // fallback is showing.
     void SetDefaultFile(const QString& path);
@@ -51,6 +54,7 @@ protected:
 
 private:
     void Load();
+    void Show(const QByteArray& bytes, bool fromFile);
     void UpdateTimer();
     void Blink();
 

@@ -586,3 +586,58 @@ TEST_F(InfoTest, ArrowsCopyOneFieldBetweenThePanes) {
 
 } // namespace
 } // namespace cintal::test
+
+namespace cintal::test {
+namespace {
+
+TEST_F(InfoTest, ThePreviewFollowsTheBlockAndExtraerSavesItsContent) {
+    const qint64 t = TitleWithId("Juego");
+    File(t, "juego", "tzx");
+    Put("juego.tzx",
+        Tape({Std(RomHeader(3, "Pantalla")), Std(RomData(6912)), Pause(10), Std(RomData(20))}, 1,
+             13));
+    Open("Juego");
+    EXPECT_FALSE(info->CommandExtraer->isEnabled());
+    info->GridTZX->SetSelectedRow(2);
+    EXPECT_EQ(S(info->LabelContenido->text()), "Pantalla, 6912 bytes, suma errónea");
+    EXPECT_EQ(info->PreviewStack->currentWidget(), info->ScrPreview);
+    EXPECT_FALSE(info->ScrPreview->Image().isNull());
+    EXPECT_TRUE(info->CommandExtraer->isEnabled());
+    info->GridTZX->SetSelectedRow(3);
+    EXPECT_FALSE(info->CommandExtraer->isEnabled());
+    EXPECT_EQ(info->LabelContenido->text(), "");
+    info->GridTZX->SetSelectedRow(4);
+    EXPECT_EQ(info->PreviewStack->currentWidget(), info->TextPreview);
+    EXPECT_EQ(S(info->TextPreview->toPlainText().section('\n', 0, 0)),
+              "0000  00 25 4A 6F 94 B9 DE 03 28 4D 72 97 BC E1 06 2B  .%Jo....(Mr....+");
+
+    // Extraer proposes "<tape>-<block>.<ext>" beside the tape and never
+    // replaces a file without asking.
+    QString offered;
+    info->ChooseSaveFile = [&](const QString& proposed) {
+        offered = proposed;
+        return proposed;
+    };
+    info->GridTZX->SetSelectedRow(2);
+    info->CommandExtraer_Click();
+    EXPECT_EQ(offered, Disk("juego-2.scr"));
+    EXPECT_EQ(ReadFile(S(offered)), Filler(6912));
+    EXPECT_EQ(Shown(),
+              Texts{Box("Bloque 2 guardado en " + S(offered), "Extraer", Icon::Information)});
+    prompt.shown.clear();
+    test::WriteFile(S(offered), "otra cosa");
+    prompt.Answer(Button::No);
+    info->CommandExtraer_Click();
+    EXPECT_EQ(ReadFile(S(offered)), "otra cosa");
+    prompt.Answer(Button::Yes);
+    info->CommandExtraer_Click();
+    EXPECT_EQ(ReadFile(S(offered)), Filler(6912));
+    const std::string ask = Box("Ya existe " + S(offered) + ". ¿Desea reemplazarlo?", "Extraer",
+                                Icon::Exclamation, Buttons::YesNo);
+    EXPECT_EQ(
+        Shown(),
+        (Texts{ask, ask, Box("Bloque 2 guardado en " + S(offered), "Extraer", Icon::Information)}));
+}
+
+} // namespace
+} // namespace cintal::test
