@@ -1,6 +1,8 @@
 // The main window's buttons and popup menus.
 
 #include "acquisition/BuscarDirs.h"
+#include "acquisition/FrmAgregarDesde.h"
+#include "acquisition/FrmWosIn.h"
 #include "catalogue/Comunes.h"
 #include "catalogue/Records.h"
 #include "catalogue/Store.h"
@@ -54,19 +56,18 @@ void Principal::BuildCommands() {
         action->setToolTip(tip);
     };
     button(CmdSearch, "CmdSearch", Tool::Search, QStringLiteral("Buscar archivos en disco"));
+    button(ImportaWOS, "ImportaWOS", Tool::ImportWeb, QString());
+    button(CmdImportar, "CmdImportar", Tool::ImportFrom, QStringLiteral("Importar registros"));
     button(CmdModify, "CmdModify", Tool::Modify, QStringLiteral("Información del registro"));
     button(Command3, "Command3", Tool::Reorder, QStringLiteral("Reordenar colección"));
     button(Command7, "Command7", Tool::Options, QStringLiteral("Opciones"));
     button(CmdLimpiaEmpty, "CmdLimpiaEmpty", Tool::Empty, QStringLiteral("Vacía la base de datos"));
     button(Command2, "Command2", Tool::Compare, QStringLiteral("Comparar cintas"));
     Command2->setToolTip(QString());
-    button(ImportaWOS, "ImportaWOS", Tool::ImportWeb, QString());
     CmdModify->setEnabled(false);
-    // Nothing shows these two: their windows are not for users yet.
-    for (QAction* hidden : {Command2, ImportaWOS}) {
-        hidden->setVisible(false);
-        hidden->setEnabled(false);
-    }
+    // Nothing shows this one: its window is not for users yet.
+    Command2->setVisible(false);
+    Command2->setEnabled(false);
     connect(CmdSearch, &QAction::triggered, this, &Principal::CmdSearch_Click);
     connect(CmdModify, &QAction::triggered, this, &Principal::CmdModify_Click);
     connect(Command3, &QAction::triggered, this, &Principal::Command3_Click);
@@ -74,6 +75,7 @@ void Principal::BuildCommands() {
     connect(CmdLimpiaEmpty, &QAction::triggered, this, &Principal::CmdLimpiaEmpty_Click);
     connect(Command2, &QAction::triggered, this, &Principal::Command2_Click);
     connect(ImportaWOS, &QAction::triggered, this, &Principal::ImportaWOS_Click);
+    connect(CmdImportar, &QAction::triggered, this, &Principal::CmdImportar_Click);
 
     Menupop = new QMenu(this);
     Menupop->setObjectName("Menupop");
@@ -134,6 +136,23 @@ void Principal::CmdSearch_Click() {
     BuscarDirs window(this);
     window.exec();
     Grids::FillTitles(Parts(), QString());
+}
+
+void Principal::ImportaWOS_Click() {
+    FrmWosIn window(this);
+    RunModal(window);
+    Grids::FillTitles(Parts(), kOrderByName);
+}
+
+void Principal::CmdImportar_Click() {
+    FrmAgregarDesde window(this);
+    window.RunModal = RunModal;
+    RunModal(window);
+    // As the window that ran would have left the list.
+    if (window.imported)
+        Grids::FillTitles(Parts(), kOrderByName);
+    else if (window.scanned)
+        Grids::FillTitles(Parts(), QString());
 }
 
 void Principal::CmdModify_Click() {
