@@ -224,8 +224,12 @@ void FrmWosIn::ShowProgress(const WosImporter& w) {
     Label1->setText(w.Label1);
     ProgressBar1->setRange(0, std::max(1, w.pagesTotal));
     ProgressBar1->setValue(w.pagesTotal ? w.pagesDone : 0);
-    for (std::size_t i = static_cast<std::size_t>(Avisos->count()); i < w.warnings.size(); ++i)
-        Avisos->addItem(w.warnings[i].path + ": " + w.warnings[i].text);
+    // Every page lies below the folder chosen: its path from there is enough.
+    for (std::size_t i = static_cast<std::size_t>(Avisos->count()); i < w.warnings.size(); ++i) {
+        const ScanWarning& warning = w.warnings[i];
+        Avisos->addItem(QDir(w.root).relativeFilePath(warning.path) + ": " + warning.text);
+        Avisos->item(Avisos->count() - 1)->setToolTip(warning.path + ": " + warning.text);
+    }
 }
 
 } // namespace cintal

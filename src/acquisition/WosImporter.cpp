@@ -160,8 +160,9 @@ void WosImporter::Tell() {
     if (onProgress) onProgress(*this);
 }
 
-WosImporter::Result WosImporter::Run(const QString& root) {
+WosImporter::Result WosImporter::Run(const QString& folder) {
     clock.start();
+    root = folder;
     counters = {};
     warnings.clear();
     Label1.clear();
@@ -177,7 +178,7 @@ WosImporter::Result WosImporter::Run(const QString& root) {
     Tell();
     for (std::size_t f = 0; f < kWosFolders.size(); ++f) {
         if (!folders[f]) continue;
-        const WosFolder& folder = kWosFolders[f];
+        const WosFolder& kind = kWosFolders[f];
         for (int page = 0; page < kWosPagesPerFolder; ++page) {
             const bool letter = page < 26;
             const QString name =
@@ -185,8 +186,8 @@ WosImporter::Result WosImporter::Run(const QString& root) {
             // The pages were saved from a site whose names are lower case; a
             // copy that went through a system ignoring case may spell them
             // otherwise.
-            const QString file = FindIgnoringCase(root, {QString::fromLatin1(folder.name), name});
-            if (!file.isEmpty() && !ImportWosPage(file, folder.state)) {
+            const QString file = FindIgnoringCase(root, {QString::fromLatin1(kind.name), name});
+            if (!file.isEmpty() && !ImportWosPage(file, kind.state)) {
                 Store::Rollback();
                 Comunes::ReloadRegisters();
                 Label1 = QStringLiteral("Error en el catálogo: ") + Store::LastError();
@@ -195,7 +196,7 @@ WosImporter::Result WosImporter::Run(const QString& root) {
                 return Result::StoreFailed;
             }
             ++pagesDone;
-            if (letter) Label1 = QString::fromUtf8(folder.progress) + QChar('a' + page);
+            if (letter) Label1 = QString::fromUtf8(kind.progress) + QChar('a' + page);
             Tell();
         }
     }
@@ -252,7 +253,7 @@ bool WosImporter::AddEntry(const QString& record, int state) {
             if (!Store::Begin()) return false;
             open = true;
             const qint64 id = Comunes::AddPublisher(publisher);
-            if (id < 0 || !Comunes::LoadPublishers()) return false;
+            if (id < 0 || !Comunes::RegisterPublisher(id, publisher)) return false;
             idPub = static_cast<double>(id);
             newPublisher = true;
         }

@@ -60,7 +60,7 @@ public:
 
     // Reads the chosen folders below root, page by page, and adds every title
     // that is not there yet.
-    Result Run(const QString& root);
+    Result Run(const QString& folder);
 
     // Imports one page; state 0 forces no Estado. False after a store
     // failure, which has not been shown yet.
@@ -73,6 +73,7 @@ public:
     std::function<void(const WosImporter&)> onProgress;
 
     WosCounters counters;
+    QString root;      // the folder of the last run
     QString Label1;    // the progress text
     int pagesDone = 0; // pages looked for, found or not
     int pagesTotal = 0;

@@ -421,8 +421,8 @@ TEST_F(WosTest, TheWindowTestsItsFolderChoosesFoldersAndShowsTheRun) {
     EXPECT_EQ(w.ProgressBar1->value(), 4 * 27);
     ASSERT_EQ(w.Avisos->count(), 2);
     EXPECT_EQ(S(w.Avisos->item(0)->text()),
-              At("games/j.html") + ": la línea 7 no tiene el ancho de la tabla y no se importa");
-    EXPECT_EQ(S(w.Avisos->item(1)->text()), At("textadv/h.html") + ": no tiene tabla <PRE>");
+              "games/j.html: la línea 7 no tiene el ancho de la tabla y no se importa");
+    EXPECT_EQ(S(w.Avisos->item(1)->text()), "textadv/h.html: no tiene tabla <PRE>");
 
     // "Sólo nuevos" puts the kinds out of play: every folder is read.
     w.Option1[1]->click();
