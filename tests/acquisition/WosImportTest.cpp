@@ -165,6 +165,11 @@ TEST_F(WosTest, EachLineClassGivesItsEstadoAndTheColumnsStayInPlace) {
     EXPECT_EQ(Rows("SELECT * FROM Publishers ORDER BY IdPub"),
               (Texts{"0|- Desconocido -", "1|Dinamic", "2|Ultimate", "3|Topo Soft", "4|Quicksilva",
                      "5|Ocean", "6|Gremlin"}));
+    // The register in memory grew with the table.
+    EXPECT_EQ(Comunes::PublisherNames,
+              (std::vector<QString>{"- Desconocido -", "Dinamic", "Ultimate", "Topo Soft",
+                                    "Quicksilva", "Ocean", "Gremlin"}));
+    EXPECT_EQ(Comunes::FindPublisher("GREMLIN"), 6);
     EXPECT_EQ(Counts(), "1 6 0 6");
     EXPECT_TRUE(importer.warnings.empty());
     EXPECT_TRUE(prompt.shown.empty());
