@@ -1,13 +1,14 @@
 // Writes the demo catalogue "cintal.mdb" through the store layer: a file row
 // for every tape, snapshot, disk and recording of the demo collection under
-// its title, a few titles whose files are gone, and a few hundred more
-// titles, owned or not, with every source code, accents, apostrophes and
-// double quotes. Then checks that every picture in the side folders is found
-// by a title as the main window looks for it. The same file on every run.
+// its title, a few titles whose files are gone, and the few hundred titles of
+// the demo listing pages, imported as a collector would import them. Then
+// checks that every picture in the side folders is found by a title as the
+// main window looks for it. The same file on every run.
 //
-//   cintal-demo-catalogue CATALOGUE DEMO_DIR
+//   cintal-demo-catalogue CATALOGUE DEMO_DIR LISTINGS_DIR
 
 #include "acquisition/Scanner.h"
+#include "acquisition/WosImporter.h"
 #include "catalogue/Comunes.h"
 #include "catalogue/Files.h"
 #include "catalogue/Records.h"
@@ -37,17 +38,6 @@ const char* kPublishers[] = {
     "Codemasters",     "Firebird",    "Bug-Byte",   "Quicksilva",    "Durell",
     "Melbourne House", "Microsphere", "Hi-Tec",     "Ediciones Año", "Software Niño",
 };
-
-const char* kFirst[] = {"El Castillo", "La Cripta",    "Operación", "Misión",     "El Secreto",
-                        "La Leyenda",  "Comando",      "Galaxia",   "Ciudad",     "El Valle",
-                        "Star",        "Dragon",       "Cosmic",    "Jungle",     "Turbo",
-                        "Mega",        "Dr. Wilson's", "Jack's",    "L'Aventure", "Capitán"};
-const char* kSecond[] = {"Perdida", "del Dragón", "Tormenta", "Sombría", "de Cristal",
-                         "Maldita", "Núñez",      "Force",    "Quest",   "Runner",
-                         "Patrol",  "Escape",     "Revenge",  "Island",  "Fever",
-                         "Ñu",      "Año Cero",   "2",        "10",      "de Hierro"};
-const char* kTypes[] = {"Arcade",  "Aventur", "Estrate", "Deporte",
-                        "Utilida", "Puzzle",  "Simulad", "Educati"};
 
 // What the collector noted by hand: the title and release of the files whose
 // format carries no archive texts, and corrections to what some tapes say.
@@ -104,13 +94,6 @@ const Noted* Find(const QString& relative) {
 // A noted text, or what the file itself said.
 QString Or(const char* noted, const QString& otherwise) {
     return noted ? QString::fromUtf8(noted) : otherwise;
-}
-
-// A small deterministic sequence, so that every run writes the same rows.
-unsigned next = 12345;
-unsigned Rand(unsigned n) {
-    next = next * 1103515245u + 12345u;
-    return (next >> 16) % n;
 }
 
 bool Insert(const QString& sql, const QVariantList& values, qint64* id = nullptr) {
@@ -211,12 +194,14 @@ bool CheckSideFiles(const QString& demo, int counts[4]) {
 
 int main(int argc, char** argv) {
     QCoreApplication app(argc, argv);
-    if (argc != 3) {
-        std::fprintf(stderr, "Uso: cintal-demo-catalogue CATÁLOGO CARPETA_DE_EJEMPLO\n");
+    if (argc != 4) {
+        std::fprintf(
+            stderr, "Uso: cintal-demo-catalogue CATÁLOGO CARPETA_DE_EJEMPLO CARPETA_DE_LISTADOS\n");
         return 2;
     }
     const QString db = QString::fromLocal8Bit(argv[1]);
     const QString demo = QDir(QString::fromLocal8Bit(argv[2])).absolutePath();
+    const QString listings = QDir(QString::fromLocal8Bit(argv[3])).absolutePath();
     QFile::remove(db);
     QString reason;
     if (!Store::CreateEmpty(db, &reason) || !Comunes::InitGlobals(db, &reason)) {
@@ -364,24 +349,19 @@ int main(int argc, char** argv) {
              .origin = "Incomplete",
              .lang = ""});
 
-    // Titles from listings: some owned, most not, every source code, and a few
-    // names with the characters that trip a store up.
-    AddTitle("The \"Last\" Ninja", "1987", PublisherId("System 3"), "Arcade", false, 4);
-    AddTitle("Jack's \"Big\" Day Out", "1985", 11, "Arcade", false, 1);
-    AddTitle("Ábaco Mágico", "1984", 2, "Educati", false, 5);
-    AddTitle("abadía del crimen, La", "1988", 3, "Aventur", false, 4);
-    AddTitle("Título sin año ni empresa", "", 0, "", false, QVariant());
-    AddTitle("Fuente desconocida (código 9)", "1990", 5, "Puzzle", false, 9);
-    for (int i = 0; i < 320; ++i) {
-        const QString name = QString::fromUtf8(kFirst[Rand(std::size(kFirst))]) + " " +
-                             QString::fromUtf8(kSecond[Rand(std::size(kSecond))]) +
-                             (Rand(4) == 0 ? QStringLiteral(" %1").arg(i % 7 + 2) : QString());
-        const bool owned = Rand(3) == 0;
-        AddTitle(name, Rand(10) ? QString::number(1982 + Rand(11)) : QString(),
-                 Rand(12) ? 1 + Rand(std::size(kPublishers)) : 0,
-                 QString::fromUtf8(kTypes[Rand(std::size(kTypes))]), owned,
-                 Rand(9) ? QVariant(static_cast<int>(Rand(7))) : QVariant());
+    // The titles the collector doesn't have come from the saved listing
+    // pages, through the same import as "Importa listado WOS".
+    WosImporter importer;
+    if (importer.Run(listings) != WosImporter::Result::Done) {
+        std::fprintf(stderr, "No se pudieron importar los listados de %s\n", qPrintable(listings));
+        return 1;
     }
+    std::printf("Listados de %s: %lld páginas, %lld títulos nuevos, %lld existentes, %lld "
+                "avisos\n",
+                qPrintable(listings), static_cast<long long>(importer.counters.Paginas),
+                static_cast<long long>(importer.counters.Nuevos),
+                static_cast<long long>(importer.counters.Existentes),
+                static_cast<long long>(importer.warnings.size()));
     if (!Store::Commit()) return 1;
     int counts[4] = {};
     const bool matched = CheckSideFiles(demo, counts);

@@ -1,13 +1,20 @@
 // Screenshots of the windows for the README, taken on the demo catalogue:
-//   cintal-shots CATÁLOGO CARPETA
-// Run it under a real display (xvfb-run -a) so that fonts and styles are
-// those a user sees.
+//   cintal-shots CATÁLOGO CARPETA [LISTADOS]
+// With the demo listing pages, also "Importa listado WOS" after a run over
+// them into a new catalogue. Run it under a real display (xvfb-run -a) so
+// that fonts and styles are those a user sees.
 
+#include "acquisition/FrmWosIn.h"
+#include "catalogue/Comunes.h"
+#include "catalogue/Settings.h"
+#include "catalogue/Store.h"
 #include "inspector/Info.h"
 #include "views/Principal.h"
 
 #include <QApplication>
 #include <QDir>
+#include <QElapsedTimer>
+#include <QTemporaryDir>
 #include <QTimer>
 #include <cstdio>
 
@@ -18,6 +25,14 @@ namespace {
 void Save(QWidget& w, const QString& file) {
     QApplication::processEvents();
     if (!w.grab().save(file)) std::fprintf(stderr, "No se puede escribir %s\n", qPrintable(file));
+}
+
+// Lets the window settle: the folder tree reads its levels in the background.
+void Settle(int ms) {
+    QElapsedTimer t;
+    t.start();
+    while (t.elapsed() < ms)
+        QApplication::processEvents(QEventLoop::AllEvents, 50);
 }
 
 bool SelectTitle(Principal& frm, const QString& name) {
@@ -36,7 +51,7 @@ bool SelectTitle(Principal& frm, const QString& name) {
 int main(int argc, char** argv) {
     QApplication app(argc, argv);
     if (argc < 3) {
-        std::fprintf(stderr, "Uso: cintal-shots CATÁLOGO CARPETA\n");
+        std::fprintf(stderr, "Uso: cintal-shots CATÁLOGO CARPETA [LISTADOS]\n");
         return 2;
     }
     const QString out = QString::fromLocal8Bit(argv[2]);
@@ -78,5 +93,21 @@ int main(int argc, char** argv) {
         };
         frm.CmdModify_Click();
     }
+    if (argc < 4) return 0;
+    // The listing import after its first run, into a new catalogue.
+    QTemporaryDir scratch;
+    UseSettingsFile(scratch.filePath("ajustes.ini"));
+    const QString db = scratch.filePath("cintal.mdb");
+    QString reason;
+    if (!Store::CreateEmpty(db, &reason) || !Comunes::InitGlobals(db, &reason)) {
+        std::fprintf(stderr, "No se puede crear %s: %s\n", qPrintable(db), qPrintable(reason));
+        return 1;
+    }
+    FrmWosIn wos(&frm);
+    wos.show();
+    wos.Dir1_Click(QDir(QString::fromLocal8Bit(argv[3])).absolutePath());
+    wos.CommandSelecciona_Click();
+    Settle(1500);
+    Save(wos, QDir(out).filePath("importa-listado.png"));
     return 0;
 }

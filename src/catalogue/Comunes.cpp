@@ -94,6 +94,16 @@ bool LoadPaths() {
     return true;
 }
 
+bool RegisterPublisher(qint64 idPub, const QString& name) {
+    if (idPub < 1 || idPub != static_cast<qint64>(PublisherNames.size()) ||
+        (PublisherNames.size() == 1 && PublisherNames[0].isEmpty()))
+        return LoadPublishers();
+    PublisherNames.push_back(name);
+    if (!name.isEmpty() && !publishersLowered.contains(name.toLower()))
+        publishersLowered.insert(name.toLower(), idPub);
+    return true;
+}
+
 QString PublisherName(qint64 idPub) {
     if (idPub < 0 || idPub >= static_cast<qint64>(PublisherNames.size())) return {};
     return PublisherNames[static_cast<std::size_t>(idPub)];

@@ -66,6 +66,13 @@ bool InitGlobals(const QString& path, QString* reason);
 bool LoadPublishers();
 bool LoadPaths();
 
+// Puts a publisher that AddPublisher has just written into the register,
+// without reading the whole table again as LoadPublishers does: an import
+// that meets thousands of new publishers would read it thousands of times.
+// Reloads when the number is not the next one (the first publisher of an
+// empty table comes with its placeholder). False after a store failure.
+bool RegisterPublisher(qint64 idPub, const QString& name);
+
 // The publisher's name for an IdPub; empty outside the register.
 QString PublisherName(qint64 idPub);
 

@@ -1,6 +1,7 @@
 #include "cli/CatalogueCommands.h"
 
 #include "acquisition/Scanner.h"
+#include "acquisition/WosImporter.h"
 #include "catalogue/Comunes.h"
 #include "catalogue/Records.h"
 #include "catalogue/Store.h"
@@ -147,6 +148,45 @@ int Scan(const std::vector<std::string>& args, std::ostream& out, std::ostream& 
     for (const ScanWarning& w : scanner.warnings)
         err << w.path.toStdString() << ": " << w.text.toStdString() << "\n";
     return result == Scanner::Result::StoreFailed ? 2 : 0;
+}
+
+int Import(const std::vector<std::string>& args, std::ostream& out, std::ostream& err) {
+    QString db, folder;
+    for (std::size_t i = 1; i < args.size(); ++i) {
+        if (args[i] == "--db" && i + 1 < args.size())
+            db = QString::fromStdString(args[++i]);
+        else if (folder.isEmpty() && !args[i].empty() && args[i][0] != '-')
+            folder = QString::fromStdString(args[i]);
+        else {
+            err << "cintal-cli: argumento inesperado " << args[i] << "\n";
+            return 2;
+        }
+    }
+    if (folder.isEmpty()) {
+        err << "Uso: cintal-cli import CARPETA [--db CATÁLOGO]\n";
+        return 2;
+    }
+    if (!QFileInfo(folder).isDir()) {
+        err << "No existe la carpeta " << folder.toStdString() << "\n";
+        return 2;
+    }
+    const QString root = QFileInfo(folder).absoluteFilePath();
+    if (!WosImporter::IsListingRoot(root)) {
+        err << "La carpeta " << root.toStdString() << " no tiene legend.html\n";
+        return 1;
+    }
+    if (!Open(db, err)) return 2;
+    WosImporter importer;
+    const WosImporter::Result result = importer.Run(root);
+    const WosCounters& c = importer.counters;
+    out << "Páginas leídas: " << c.Paginas << "\n"
+        << "Títulos nuevos: " << c.Nuevos << "\n"
+        << "Títulos existentes: " << c.Existentes << "\n"
+        << "Compañías agregadas: " << c.NwComp << "\n"
+        << "Tiempo empleado: " << Scanner::FormatElapsed(importer.elapsedMs).toStdString() << "\n";
+    for (const ScanWarning& w : importer.warnings)
+        err << w.path.toStdString() << ": " << w.text.toStdString() << "\n";
+    return result == WosImporter::Result::StoreFailed ? 2 : 0;
 }
 
 } // namespace cintal::cli

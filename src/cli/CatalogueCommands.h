@@ -18,4 +18,9 @@ int Add(const std::vector<std::string>& args, std::ostream& out, std::ostream& e
 // and its warnings on standard error.
 int Scan(const std::vector<std::string>& args, std::ostream& out, std::ostream& err);
 
+// `import FOLDER [--db FILE]`: the listing import from the saved pages below
+// the folder, its counters on standard output and its warnings on standard
+// error.
+int Import(const std::vector<std::string>& args, std::ostream& out, std::ostream& err);
+
 } // namespace cintal::cli

@@ -37,6 +37,9 @@ const char* kHelp =
     "                           añade un archivo al título ID, como \"Añadir archivo...\"\n"
     "  scan CARPETA [--db CATÁLOGO]\n"
     "                           añade al catálogo las cintas TZX nuevas bajo la carpeta\n"
+    "  import CARPETA [--db CATÁLOGO]\n"
+    "                           añade los títulos nuevos de los listados web guardados en la\n"
+    "                           carpeta (la que tiene legend.html)\n"
     "  info [--set CAMPO=TEXTO]... [--yes] [--db CATÁLOGO] CINTA.tzx\n"
     "                           muestra la información de archivo de la cinta o, con --set,\n"
     "                           cambia esos campos (\\n es un salto de línea) y la guarda como\n"
@@ -232,11 +235,13 @@ int Run(const std::vector<std::string>& args, std::ostream& out, std::ostream& e
         if (command == "basic") return BasicCommand(args, out, err);
         return ExtractCommand(args, out, err);
     }
-    if (command == "init" || command == "titles" || command == "add" || command == "scan") {
+    if (command == "init" || command == "titles" || command == "add" || command == "scan" ||
+        command == "import") {
         CliPrompt prompt(err, false);
         PromptScope scope(prompt);
         if (command == "add") return Add(args, out, err);
         if (command == "scan") return Scan(args, out, err);
+        if (command == "import") return Import(args, out, err);
         return command == "init" ? Init(args, out, err) : Titles(args, out, err);
     }
     bool yes = false;

@@ -618,6 +618,26 @@ QIcon ToolPicture(Tool tool) {
             p.drawLine(QPointF(4.5, 10), QPointF(11.5, 10));
             p.drawEllipse(QPointF(8, 10), 1.5, 3.5);
         });
+    case Tool::ImportFrom: // records dropping into a tray
+        return Make([](QPainter& p) {
+            QPainterPath tray;
+            tray.moveTo(1, 9);
+            tray.lineTo(4.5, 9);
+            tray.lineTo(5.5, 11);
+            tray.lineTo(10.5, 11);
+            tray.lineTo(11.5, 9);
+            tray.lineTo(15, 9);
+            tray.lineTo(15, 15);
+            tray.lineTo(1, 15);
+            tray.closeSubpath();
+            p.setPen(QPen(QColor(0x37, 0x47, 0x4F), 0.8));
+            p.setBrush(QColor(0x90, 0xA4, 0xAE));
+            p.drawPath(tray);
+            p.setPen(Qt::NoPen);
+            p.setBrush(QColor(0x2E, 0x7D, 0x32));
+            p.drawRect(QRectF(6.6, 0.5, 2.8, 5));
+            p.drawPolygon(QPolygonF({QPointF(3.8, 5.2), QPointF(12.2, 5.2), QPointF(8, 10)}));
+        });
     }
     return {};
 }

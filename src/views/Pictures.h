@@ -16,7 +16,7 @@ IconSet FormatIcon();
 QIcon AppIcon();
 
 // The pictures of the main window's buttons, by the button's name.
-enum class Tool { Search, Modify, Reorder, Options, Empty, Compare, ImportWeb };
+enum class Tool { Search, Modify, Reorder, Options, Empty, Compare, ImportWeb, ImportFrom };
 QIcon ToolPicture(Tool tool);
 
 } // namespace cintal::Pictures

@@ -53,6 +53,7 @@ public:
     QAction* CmdLimpiaEmpty;
     QAction* Command2;
     QAction* ImportaWOS;
+    QAction* CmdImportar; // "Importar registros", the entry to every import
     QMenu* Menupop;
     QAction* mnuAddDBfile;
     QAction* mnuInfoseek;
@@ -83,7 +84,8 @@ public:
     void Command2_Click();
     void Command3_Click() {}
     void Command7_Click() {}
-    void ImportaWOS_Click() {}
+    void ImportaWOS_Click();
+    void CmdImportar_Click();
     void CmdLimpiaEmpty_Click();
     void AddFileByHand();
     void mnuAddDBfile_Click() { AddFileByHand(); }

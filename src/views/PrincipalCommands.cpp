@@ -1,6 +1,8 @@
 // The main window's buttons and popup menus.
 
 #include "acquisition/BuscarDirs.h"
+#include "acquisition/FrmAgregarDesde.h"
+#include "acquisition/FrmWosIn.h"
 #include "catalogue/Comunes.h"
 #include "catalogue/Records.h"
 #include "catalogue/Store.h"
@@ -55,18 +57,16 @@ void Principal::BuildCommands() {
         action->setToolTip(tip);
     };
     button(CmdSearch, "CmdSearch", Tool::Search, QStringLiteral("Buscar archivos en disco"));
+    button(ImportaWOS, "ImportaWOS", Tool::ImportWeb, QString());
+    button(CmdImportar, "CmdImportar", Tool::ImportFrom, QStringLiteral("Importar registros"));
     button(CmdModify, "CmdModify", Tool::Modify, QStringLiteral("Información del registro"));
     button(Command3, "Command3", Tool::Reorder, QStringLiteral("Reordenar colección"));
     button(Command7, "Command7", Tool::Options, QStringLiteral("Opciones"));
     button(CmdLimpiaEmpty, "CmdLimpiaEmpty", Tool::Empty, QStringLiteral("Vacía la base de datos"));
     button(Command2, "Command2", Tool::Compare, QStringLiteral("Comparar cintas"));
-    button(ImportaWOS, "ImportaWOS", Tool::ImportWeb, QString());
     CmdModify->setEnabled(false);
     // Comparing starts from a title with a tape: off until one is selected.
     Command2->setEnabled(false);
-    // Nothing shows the listing import yet.
-    ImportaWOS->setVisible(false);
-    ImportaWOS->setEnabled(false);
     connect(CmdSearch, &QAction::triggered, this, &Principal::CmdSearch_Click);
     connect(CmdModify, &QAction::triggered, this, &Principal::CmdModify_Click);
     connect(Command3, &QAction::triggered, this, &Principal::Command3_Click);
@@ -74,6 +74,7 @@ void Principal::BuildCommands() {
     connect(CmdLimpiaEmpty, &QAction::triggered, this, &Principal::CmdLimpiaEmpty_Click);
     connect(Command2, &QAction::triggered, this, &Principal::Command2_Click);
     connect(ImportaWOS, &QAction::triggered, this, &Principal::ImportaWOS_Click);
+    connect(CmdImportar, &QAction::triggered, this, &Principal::CmdImportar_Click);
 
     Menupop = new QMenu(this);
     Menupop->setObjectName("Menupop");
@@ -134,6 +135,23 @@ void Principal::CmdSearch_Click() {
     BuscarDirs window(this);
     window.exec();
     Grids::FillTitles(Parts(), QString());
+}
+
+void Principal::ImportaWOS_Click() {
+    FrmWosIn window(this);
+    RunModal(window);
+    Grids::FillTitles(Parts(), kOrderByName);
+}
+
+void Principal::CmdImportar_Click() {
+    FrmAgregarDesde window(this);
+    window.RunModal = RunModal;
+    RunModal(window);
+    // As the window that ran would have left the list.
+    if (window.imported)
+        Grids::FillTitles(Parts(), kOrderByName);
+    else if (window.scanned)
+        Grids::FillTitles(Parts(), QString());
 }
 
 void Principal::CmdModify_Click() {

@@ -103,7 +103,6 @@ TEST_F(CommandsTest, ToolbarShowsItsTipsAndKeepsUnbuiltCommandsOutOfReach) {
     EXPECT_EQ(S(frm.Command2->text()), "Comparar cintas");
     EXPECT_TRUE(frm.Command2->isVisible() && !frm.Command2->icon().isNull());
     EXPECT_FALSE(frm.Command2->isEnabled());
-    EXPECT_FALSE(frm.ImportaWOS->isVisible() || frm.ImportaWOS->isEnabled());
     Select("Juego");
     EXPECT_TRUE(frm.CmdModify->isEnabled());
     // Comparing needs a tape among the title's files.

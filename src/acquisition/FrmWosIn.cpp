@@ -1,0 +1,235 @@
+#include "acquisition/FrmWosIn.h"
+
+#include "catalogue/Settings.h"
+#include "platform/PathCase.h"
+
+#include <QApplication>
+#include <QButtonGroup>
+#include <QCheckBox>
+#include <QCoreApplication>
+#include <QDir>
+#include <QFileInfo>
+#include <QFileSystemModel>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QLabel>
+#include <QListWidget>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QTimer>
+#include <QTreeView>
+#include <QVBoxLayout>
+
+namespace cintal {
+
+namespace {
+
+QLabel* Counter(const QString& text) {
+    auto* l = new QLabel(text);
+    l->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    l->setMinimumWidth(70);
+    return l;
+}
+
+const char* kChecks[10] = {
+    "Juegos", "Recopilaciones", "Conversacionales", "Tecleados",    "Utilidades", "Demos",
+    "TRD",    "Revistas",       "Discos",           "Educacionales"};
+
+} // namespace
+
+FrmWosIn::FrmWosIn(QWidget* parent) : QDialog(parent) {
+    setObjectName("FrmWosIn");
+    setWindowTitle(QStringLiteral("Importa listado WOS"));
+    resize(900, 560);
+
+    folders = new QFileSystemModel(this);
+    folders->setFilter(QDir::Dirs | QDir::NoDotAndDotDot | QDir::Drives);
+    folders->setRootPath(QDir::rootPath());
+    Dir1 = new QTreeView;
+    Dir1->setObjectName("Dir1");
+    Dir1->setModel(folders);
+    for (int c = 1; c < folders->columnCount(); ++c)
+        Dir1->hideColumn(c);
+    Dir1->header()->hide();
+    connect(Dir1, &QTreeView::clicked, this,
+            [this](const QModelIndex& i) { Dir1_Click(folders->filePath(i)); });
+    // The tree fills itself in the background: open it down to the chosen
+    // folder as the levels arrive.
+    connect(folders, &QFileSystemModel::directoryLoaded, this, [this](const QString& loaded) {
+        if (dir1Path == loaded || dir1Path.startsWith(loaded)) RevealChosen();
+    });
+    LabelRuta = new QLabel;
+    LabelRuta->setObjectName("LabelRuta");
+    LabelRuta->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    File1 = new QListWidget;
+    File1->setObjectName("File1");
+    File1->setFixedHeight(File1->fontMetrics().height() * 2);
+    File1->setFocusPolicy(Qt::NoFocus);
+
+    CommandSelecciona = new QPushButton(QStringLiteral("Importa entradas"));
+    CommandSelecciona->setObjectName("CommandSelecciona");
+    CommandSelecciona->setEnabled(false);
+    connect(CommandSelecciona, &QPushButton::clicked, this, &FrmWosIn::CommandSelecciona_Click);
+
+    Frame1 = new QGroupBox(QStringLiteral("Importa entradas:"));
+    Frame1->setObjectName("Frame1");
+    auto* choice = new QGridLayout(Frame1);
+    auto* options = new QButtonGroup(this);
+    Option1[0] = new QRadioButton(QStringLiteral("Todos"));
+    Option1[1] = new QRadioButton(QStringLiteral("Sólo nuevos"));
+    for (int i = 0; i < 2; ++i) {
+        Option1[i]->setObjectName(QStringLiteral("Option1_%1").arg(i));
+        options->addButton(Option1[i], i);
+        choice->addWidget(Option1[i], 0, i);
+        connect(Option1[i], &QRadioButton::clicked, this, [this, i] { Option1_Click(i); });
+    }
+    Option1[0]->setChecked(true);
+    for (int i = 0; i < 10; ++i) {
+        Check1[i] = new QCheckBox(QString::fromUtf8(kChecks[i]));
+        Check1[i]->setObjectName(QStringLiteral("Check1_%1").arg(i));
+        Check1[i]->setChecked(true);
+        // Only the kinds of listing with a folder of pages can be chosen.
+        Check1[i]->setEnabled(kCheckFolder[i] >= 0);
+        choice->addWidget(Check1[i], 1 + i / 2, i % 2);
+    }
+
+    auto* counts = new QGroupBox(QStringLiteral("Títulos importados"));
+    LabelPaginas = Counter("0");
+    LabelNuevos = Counter("0");
+    LabelExistentes = Counter("0");
+    LabelNwComp = Counter("0");
+    LabelTiempo = Counter("0:00:00");
+    auto* grid = new QGridLayout(counts);
+    const std::pair<const char*, QLabel*> rows[] = {{"Páginas leídas:", LabelPaginas},
+                                                    {"Títulos nuevos:", LabelNuevos},
+                                                    {"Títulos existentes:", LabelExistentes},
+                                                    {"Compañías agregadas:", LabelNwComp},
+                                                    {"Tiempo empleado:", LabelTiempo}};
+    int r = 0;
+    for (const auto& [caption, label] : rows) {
+        grid->addWidget(new QLabel(QString::fromUtf8(caption)), r, 0);
+        grid->addWidget(label, r++, 1);
+    }
+
+    Label1 = new QLabel;
+    Label1->setObjectName("Label1");
+    ProgressBar1 = new QProgressBar;
+    ProgressBar1->setObjectName("ProgressBar1");
+    ProgressBar1->setValue(0);
+    Avisos = new QListWidget;
+    Avisos->setObjectName("Avisos");
+
+    auto* left = new QVBoxLayout;
+    left->addWidget(new QLabel(QStringLiteral("Carpeta:")));
+    left->addWidget(LabelRuta);
+    left->addWidget(Dir1, 1);
+    left->addWidget(File1);
+    left->addWidget(CommandSelecciona);
+    auto* right = new QVBoxLayout;
+    right->addWidget(Frame1);
+    right->addWidget(counts);
+    right->addWidget(Label1);
+    right->addWidget(ProgressBar1);
+    right->addWidget(new QLabel(QStringLiteral("Avisos")));
+    right->addWidget(Avisos, 1);
+    auto* layout = new QHBoxLayout(this);
+    layout->addLayout(left, 1);
+    layout->addLayout(right, 1);
+
+    importer.onProgress = [this](const WosImporter& w) { ShowProgress(w); };
+    Form_Load();
+}
+
+void FrmWosIn::Form_Load() {
+    // The program's folder, unless the pages are elsewhere: then the folder
+    // the last import ran from.
+    QString path = QCoreApplication::applicationDirPath();
+    if (!WosImporter::IsListingRoot(path)) {
+        const QString last = GetSetting(QStringLiteral("Caminos"), QStringLiteral("RutaWos"));
+        if (!last.isEmpty() && QDir(last).exists()) path = last;
+    }
+    Dir1_Click(QDir(path).absolutePath());
+    RevealChosen();
+}
+
+void FrmWosIn::RevealChosen() {
+    // Open every level above the folder; each one asks the model to read the
+    // next, and this runs again as it arrives.
+    QString above = dir1Path;
+    QStringList chain;
+    while (!above.isEmpty()) {
+        chain.prepend(above);
+        const QString up = QFileInfo(above).path();
+        if (up == above) break;
+        above = up;
+    }
+    for (const QString& level : chain) {
+        const QModelIndex i = folders->index(level);
+        if (!i.isValid()) return;
+        if (level != dir1Path) Dir1->expand(i);
+    }
+    Dir1->setCurrentIndex(folders->index(dir1Path));
+    // Scrolled once the view has laid out the rows that just arrived.
+    QTimer::singleShot(100, this, [this] {
+        Dir1->scrollTo(folders->index(dir1Path), QAbstractItemView::PositionAtCenter);
+    });
+}
+
+void FrmWosIn::Dir1_Click(const QString& path) {
+    dir1Path = path;
+    LabelRuta->setText(path);
+    Dir1_Change();
+}
+
+void FrmWosIn::Dir1_Change() {
+    // File1 lists the folder's "legend.html": the mark of the listing's root.
+    File1->clear();
+    const QString legend = FindIgnoringCase(dir1Path, {QStringLiteral("legend.html")});
+    if (!legend.isEmpty()) File1->addItem(QFileInfo(legend).fileName());
+    CommandSelecciona->setEnabled(File1->count() > 0);
+}
+
+void FrmWosIn::Option1_Click(int index) {
+    for (int i = 0; i < 10; ++i)
+        Check1[i]->setEnabled(index == 0 && kCheckFolder[i] >= 0);
+}
+
+void FrmWosIn::CommandSelecciona_Click() {
+    // "Sólo nuevos" leaves the kinds out of play: every folder is read, and
+    // as on every run only the titles not there yet are added.
+    const bool byKind = Option1[0]->isChecked();
+    for (std::size_t f = 0; f < importer.folders.size(); ++f)
+        importer.folders[f] = !byKind;
+    if (byKind)
+        for (int i = 0; i < 10; ++i)
+            if (kCheckFolder[i] >= 0 && Check1[i]->isChecked())
+                importer.folders[static_cast<std::size_t>(kCheckFolder[i])] = true;
+    SaveSetting(QStringLiteral("Caminos"), QStringLiteral("RutaWos"), dir1Path);
+    QApplication::setOverrideCursor(Qt::WaitCursor);
+    Avisos->clear();
+    importer.Run(dir1Path);
+    QApplication::restoreOverrideCursor();
+}
+
+void FrmWosIn::ShowProgress(const WosImporter& w) {
+    const WosCounters& c = w.counters;
+    LabelPaginas->setText(QString::number(c.Paginas));
+    LabelNuevos->setText(QString::number(c.Nuevos));
+    LabelExistentes->setText(QString::number(c.Existentes));
+    LabelNwComp->setText(QString::number(c.NwComp));
+    LabelTiempo->setText(Scanner::FormatElapsed(w.elapsedMs));
+    Label1->setText(w.Label1);
+    ProgressBar1->setRange(0, std::max(1, w.pagesTotal));
+    ProgressBar1->setValue(w.pagesTotal ? w.pagesDone : 0);
+    // Every page lies below the folder chosen: its path from there is enough.
+    for (std::size_t i = static_cast<std::size_t>(Avisos->count()); i < w.warnings.size(); ++i) {
+        const ScanWarning& warning = w.warnings[i];
+        Avisos->addItem(QDir(w.root).relativeFilePath(warning.path) + ": " + warning.text);
+        Avisos->item(Avisos->count() - 1)->setToolTip(warning.path + ": " + warning.text);
+    }
+}
+
+} // namespace cintal

@@ -1,0 +1,271 @@
+#include "acquisition/WosImporter.h"
+
+#include "catalogue/Breathe.h"
+#include "catalogue/Comunes.h"
+#include "catalogue/Records.h"
+#include "catalogue/Store.h"
+#include "catalogue/Titles.h"
+#include "platform/PathCase.h"
+#include "tape/Cp1252.h"
+#include "tape/Prompt.h"
+
+#include <QFile>
+
+namespace cintal {
+
+namespace {
+
+const QString kCrLf = QStringLiteral("\r\n");
+const QString kSpeech = QStringLiteral("(speech)");
+const QString kEndLink = QStringLiteral("</A>");
+
+// The columns of a record.
+struct Column {
+    int at, width;
+};
+constexpr Column kName{0, 43}, kYear{52, 4}, kPublisher{57, 36}, kLang{94, 3}, kMemory{98, 6},
+    kType{105, 7}, kMarker{113, 3}, kFlag{117, 1};
+
+// A field without the blanks behind it. The last line of a table loses its
+// last character to the cut before "</PRE>", and a carriage return stands in
+// its place: it goes with the blanks.
+QString RTrim(const QString& text) {
+    qsizetype n = text.size();
+    while (n > 0 && text.at(n - 1).unicode() <= ' ')
+        --n;
+    return text.left(n);
+}
+
+QString Field(const QString& record, Column c) {
+    return RTrim(record.mid(c.at, c.width));
+}
+
+int EstadoOf(const QString& marker) {
+    if (marker == QLatin1String("MIA")) return 2;
+    if (marker == QLatin1String("STP")) return 1;
+    if (marker == QLatin1String("DND")) return 3;
+    return 4;
+}
+
+QString VariantText(const Variant& v) {
+    if (const auto* s = std::get_if<std::string>(&v)) return QString::fromStdString(*s);
+    if (const auto* d = std::get_if<double>(&v)) return QString::number(*d, 'f', 0);
+    return {};
+}
+
+} // namespace
+
+QString ParseWosText(const QString& page, WosPageInfo* info) {
+    WosPageInfo scratch;
+    WosPageInfo& out = info ? *info : scratch;
+    out.found = true;
+    out.table = false;
+    out.leftOut.clear();
+    const qsizetype s = page.indexOf(QLatin1String("<PRE>"));
+    const qsizetype e = page.lastIndexOf(QLatin1String("</PRE>"));
+    if (s < 0 || e <= s) return {};
+    out.table = true;
+    // "<PRE>" and the character behind it go, and so do the two characters in
+    // front of "</PRE>": when the table ends in a line feed there, that and
+    // the line's last character.
+    QString text = page.mid(s + 6, std::max<qsizetype>(0, e - s - 8));
+    text += kCrLf;
+    text.replace(QLatin1Char('\n'), kCrLf);
+    if (text.size() <= kWosRecord) return {};
+    int line = 1 + static_cast<int>(page.left(s + 6).count(QLatin1Char('\n'))) +
+               static_cast<int>(QStringView(text).left(kWosRecord).count(QLatin1Char('\n')));
+
+    QString records;
+    records.reserve(text.size());
+    qsizetype at = kWosRecord;
+    for (;; ++line) {
+        const qsizetype end = text.indexOf(kCrLf, at);
+        // A short or empty line ends the table.
+        const qsizetype p = end < 0 ? 0 : end - at + 1;
+        if (p < 20) break;
+        QString l = text.mid(at, p + 1);
+        at += p + 1;
+        const qsizetype n = l.size();
+        if (l.startsWith(QLatin1String("<B>"))) {
+            l = l.mid(3, n - 9) + QLatin1String(" STP");
+        } else if (l.startsWith(QLatin1String("<I>"))) {
+            l = l.mid(3, n - 9) + QLatin1String("    ");
+        } else if (l.startsWith(QLatin1String("<FO"))) {
+            if (QStringView(l).mid(13, 4) == QLatin1String("BLUE"))
+                l = l.mid(19, n - 28) + QLatin1String(" MIA");
+            else if (QStringView(l).mid(13, 3) == QLatin1String("RED"))
+                l = l.mid(18, n - 27) + QLatin1String(" DND");
+        } else {
+            l = l.left(n - 2) + QLatin1String("    ");
+        }
+        l = l.mid(l.indexOf(QLatin1Char('>')) + 1);
+        if (const qsizetype a = l.indexOf(kEndLink); a >= 0) l.remove(a, kEndLink.size());
+        if (l.contains(kSpeech)) {
+            l.replace(kSpeech, QString(kSpeech.size(), QLatin1Char(' ')));
+            l += QLatin1String(" 1");
+        } else {
+            l += QLatin1String(" 0");
+        }
+        l += kCrLf;
+        // Records are cut by their width: one of another width would shift
+        // every record after it.
+        if (l.size() == kWosRecord)
+            records += l;
+        else
+            out.leftOut.push_back(line);
+        Breathe();
+    }
+    return records;
+}
+
+namespace Comunes {
+
+QString ParseWosPage(const QString& file, WosPageInfo* info) {
+    WosPageInfo scratch;
+    WosPageInfo& out = info ? *info : scratch;
+    out = {};
+    QFile f(file);
+    // A letter without entries has no page: passed over in silence.
+    if (!f.open(QIODevice::ReadOnly)) return {};
+    const QByteArray bytes = f.readAll();
+    const std::string utf8 = Cp1252ToUtf8(std::string_view(bytes.constData(), bytes.size()));
+    return ParseWosText(QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size())), &out);
+}
+
+int AddWosTitle(double& idPub, int& origin) {
+    const ArchiveInfo& info = Info();
+    const int failures = Store::Failures();
+    if (FindTitle(static_cast<qint64>(idPub)) != 0 || Store::Failures() != failures) return 0;
+    // FindTitle has left the name as the store keeps it.
+    QSqlQuery* q =
+        Store::Cached("INSERT INTO Titles (Name, Year, IdPub, Type, OrigenInfo, Currah, Estado) "
+                      "VALUES (?, ?, ?, ?, ?, ?, ?)",
+                      {CurName, FromTape(info.iYear).left(4), static_cast<qint64>(idPub),
+                       FromTape(info.iType).left(7).trimmed(), origin, VariantText(info.fCurrah),
+                       VariantText(info.fEstado).toLongLong()});
+    if (!q) return 0;
+    q->finish();
+    return 1;
+}
+
+} // namespace Comunes
+
+bool WosImporter::IsListingRoot(const QString& folder) {
+    return !folder.isEmpty() &&
+           !FindIgnoringCase(folder, {QStringLiteral("legend.html")}).isEmpty();
+}
+
+void WosImporter::Tell() {
+    elapsedMs = clock.isValid() ? clock.elapsed() : 0;
+    if (onProgress) onProgress(*this);
+}
+
+WosImporter::Result WosImporter::Run(const QString& folder) {
+    clock.start();
+    root = folder;
+    counters = {};
+    warnings.clear();
+    Label1.clear();
+    pagesDone = 0;
+    pagesTotal = 0;
+    for (std::size_t f = 0; f < kWosFolders.size(); ++f)
+        if (folders[f]) pagesTotal += kWosPagesPerFolder;
+    if (!IsListingRoot(root)) {
+        Tell();
+        return Result::NoLegend;
+    }
+    if (pagesTotal == 0) Label1 = QStringLiteral("No hay carpetas elegidas");
+    Tell();
+    for (std::size_t f = 0; f < kWosFolders.size(); ++f) {
+        if (!folders[f]) continue;
+        const WosFolder& kind = kWosFolders[f];
+        for (int page = 0; page < kWosPagesPerFolder; ++page) {
+            const bool letter = page < 26;
+            const QString name =
+                letter ? QString(QChar('a' + page)) + QStringLiteral(".html") : "1.html";
+            // The pages were saved from a site whose names are lower case; a
+            // copy that went through a system ignoring case may spell them
+            // otherwise.
+            const QString file = FindIgnoringCase(root, {QString::fromLatin1(kind.name), name});
+            if (!file.isEmpty() && !ImportWosPage(file, kind.state)) {
+                Store::Rollback();
+                Comunes::ReloadRegisters();
+                Label1 = QStringLiteral("Error en el catálogo: ") + Store::LastError();
+                Tell();
+                Store::ReportError(Store::LastError());
+                return Result::StoreFailed;
+            }
+            ++pagesDone;
+            if (letter) Label1 = QString::fromUtf8(kind.progress) + QChar('a' + page);
+            Tell();
+        }
+    }
+    return Result::Done;
+}
+
+bool WosImporter::ImportWosPage(const QString& file, int state) {
+    WosPageInfo info;
+    const QString text = Comunes::ParseWosPage(file, &info);
+    if (!info.found) return true;
+    ++counters.Paginas;
+    if (!info.table) warnings.push_back({file, QStringLiteral("no tiene tabla <PRE>")});
+    for (int line : info.leftOut)
+        warnings.push_back(
+            {file, QStringLiteral("la línea %1 no tiene el ancho de la tabla y no se importa")
+                       .arg(line)});
+    // Every whole record, cut strictly by its width.
+    const qsizetype records = text.size() / kWosRecord;
+    for (qsizetype i = 0; i < records; ++i)
+        if (!AddEntry(text.mid(i * kWosRecord, kWosRecord), state)) return false;
+    return true;
+}
+
+bool WosImporter::AddEntry(const QString& record, int state) {
+    // Failures of the store are told once, at the end of the run.
+    QuietErrors quiet;
+    const int failures = Store::Failures();
+    auto failed = [&] { return Store::Failures() != failures; };
+
+    ArchiveInfo& info = Comunes::Info();
+    info.Clear();
+    const QString name = Field(record, kName);
+    const QString publisher = Field(record, kPublisher);
+    info.iName = Comunes::ToTape(name);
+    info.iYear = Comunes::ToTape(Field(record, kYear));
+    info.iPublisher = Comunes::ToTape(publisher);
+    info.iLang = Comunes::ToTape(Field(record, kLang));
+    info.fMemory = Comunes::ToTape(Field(record, kMemory));
+    info.iType = Comunes::ToTape(Field(record, kType));
+    info.fEstado = static_cast<double>(state > 0 ? state : EstadoOf(Field(record, kMarker)));
+    info.fCurrah = Comunes::ToTape(Field(record, kFlag));
+    // The page's own text, not its round trip through the tape's encoding.
+    Comunes::CurName = name;
+
+    // A title and its new publisher go in together, or neither does.
+    bool open = false;
+    double idPub = 0;
+    bool newPublisher = false;
+    if (!publisher.isEmpty()) {
+        const qint64 match = Comunes::FindPublisher(publisher);
+        // Slot 0 stands for no publisher: matching it is having none.
+        if (match > 0) idPub = static_cast<double>(match);
+        if (match < 0) {
+            if (!Store::Begin()) return false;
+            open = true;
+            const qint64 id = Comunes::AddPublisher(publisher);
+            if (id < 0 || !Comunes::RegisterPublisher(id, publisher)) return false;
+            idPub = static_cast<double>(id);
+            newPublisher = true;
+        }
+    }
+    int origin = 1;
+    const int added = Comunes::AddWosTitle(idPub, origin);
+    if (failed()) return false;
+    if (open && !Store::Commit()) return false;
+    // Counted once the rows stand: a rolled-back publisher is none.
+    if (newPublisher) ++counters.NwComp;
+    ++(added ? counters.Nuevos : counters.Existentes);
+    return true;
+}
+
+} // namespace cintal
