@@ -9,10 +9,12 @@
 #include "catalogue/Settings.h"
 #include "catalogue/Store.h"
 #include "inspector/Info.h"
+#include "tape/Prompt.h"
 #include "views/Principal.h"
 
 #include <QApplication>
 #include <QDir>
+#include <QFile>
 #include <QElapsedTimer>
 #include <QTemporaryDir>
 #include <QTimer>
@@ -56,8 +58,20 @@ int main(int argc, char** argv) {
     }
     const QString out = QString::fromLocal8Bit(argv[2]);
     QDir().mkpath(out);
+    // The windows save what they show when they close, and the settings
+    // remember folders: both go to scratch copies, never to the demo's own.
+    QTemporaryDir work;
+    UseSettingsFile(work.filePath("ajustes.ini"));
+    const QString copy = work.filePath("cintal.mdb");
+    if (!QFile::copy(QString::fromLocal8Bit(argv[1]), copy)) {
+        std::fprintf(stderr, "No se puede copiar el catálogo %s\n", argv[1]);
+        return 1;
+    }
+    // Questions get the answer a user who only closes them would give.
+    ScriptedPrompt quiet;
+    PromptScope scope(quiet);
     Principal frm;
-    if (!frm.Form_Load(QString::fromLocal8Bit(argv[1]))) return 1;
+    if (!frm.Form_Load(copy)) return 1;
     frm.resize(1280, 800);
     frm.show();
     // The inspector on a tape with archive information and many blocks.
