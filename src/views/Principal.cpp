@@ -20,8 +20,10 @@
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QImageReader>
+#include <QListView>
 #include <QScrollBar>
 #include <QSplitter>
+#include <QStringListModel>
 #include <QVBoxLayout>
 
 namespace cintal {
@@ -98,6 +100,13 @@ void Principal::BuildLayout() {
     ComboRegistro->setEditable(true);
     ComboRegistro->setInsertPolicy(QComboBox::NoInsert);
     ComboRegistro->setMaxVisibleItems(20);
+    // Every title is an item: a plain list of names, measured by no item
+    // when shown, and a list that lays out rows of one height.
+    ComboRegistro->setModel(new QStringListModel(ComboRegistro));
+    ComboRegistro->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    ComboRegistro->setMinimumContentsLength(20);
+    if (auto* list = qobject_cast<QListView*>(ComboRegistro->view()))
+        list->setUniformItemSizes(true);
     GridTitles = new Grid;
     GridTitles->setObjectName("GridTitles");
     ChckHaveIt = new QCheckBox(QStringLiteral("Mostrar sólo disponibles"));
