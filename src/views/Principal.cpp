@@ -21,6 +21,7 @@
 #include <QHeaderView>
 #include <QImageReader>
 #include <QListView>
+#include <QScreen>
 #include <QScrollBar>
 #include <QSplitter>
 #include <QStringListModel>
@@ -245,6 +246,13 @@ bool Principal::Form_Load(const QString& dbPath) {
 void Principal::FitTitlesPane() {
     int needed = GridTitles->frameWidth() * 2 + GridTitles->verticalScrollBar()->sizeHint().width();
     needed += GridTitles->ColumnsWidth();
+    // The files and the picture keep their room beside the titles: a window
+    // too narrow for both grows, as far as the screen lets it.
+    const QMargins margins = centralWidget()->layout()->contentsMargins();
+    const int files = std::max(580, split->widget(1)->minimumSizeHint().width());
+    int wanted = margins.left() + needed + split->handleWidth() + files + margins.right();
+    if (const QScreen* s = screen()) wanted = std::min(wanted, s->availableGeometry().width());
+    if (wanted > width()) resize(wanted, height());
     split->setSizes({needed, std::max(400, width() - needed)});
 }
 
