@@ -55,12 +55,9 @@ void SortTitlesByName(std::vector<TitleRow>& rows) {
         names.reserve(rows.size());
         for (const TitleRow& r : rows)
             names.push_back(r.Name);
-        ranks = SortRanks(TextCollator(), names);
+        ranks = SortRanks(names);
     }
-    std::vector<std::size_t> order(rows.size());
-    std::iota(order.begin(), order.end(), 0);
-    std::stable_sort(order.begin(), order.end(),
-                     [&](std::size_t a, std::size_t b) { return ranks[a] < ranks[b]; });
+    std::vector<std::size_t> order = OrderByRanks(ranks);
     for (std::size_t i = 0; i < rows.size(); ++i)
         rows[i].NameRank = ranks[i];
     // Rows move into their places cycle by cycle: no second copy of the list.

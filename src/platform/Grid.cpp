@@ -580,19 +580,24 @@ void Grid::Sort() {
             texts.reserve(n);
             for (std::size_t r = 0; r < n; ++r)
                 texts.push_back(store->cells[r * cols + (k.col - 1)].text);
-            ranks = SortRanks(TextCollator(), texts);
+            ranks = SortRanks(texts);
         }
         byKey.push_back(&ranks);
     }
+    // Stable passes from the last key to the first: the first key decides,
+    // the next ones break its ties.
     std::vector<std::size_t> order(n);
     std::iota(order.begin(), order.end(), 0);
-    std::stable_sort(order.begin(), order.end(), [&](std::size_t a, std::size_t b) {
-        for (std::size_t i = 0; i < keys.size(); ++i) {
-            const int ra = (*byKey[i])[a], rb = (*byKey[i])[b];
-            if (ra != rb) return keys[i].order == SortDescending ? ra > rb : ra < rb;
-        }
-        return false;
-    });
+    for (std::size_t i = keys.size(); i-- > 0;) {
+        std::vector<int> ranks(n);
+        for (std::size_t at = 0; at < n; ++at)
+            ranks[at] = (*byKey[i])[order[at]];
+        const std::vector<std::size_t> pass = OrderByRanks(ranks, keys[i].order == SortDescending);
+        std::vector<std::size_t> next(n);
+        for (std::size_t at = 0; at < n; ++at)
+            next[at] = order[pass[at]];
+        order = std::move(next);
+    }
 
     // The selected title moves with its row.
     const int selected = SelectedRow();
