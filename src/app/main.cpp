@@ -1,4 +1,5 @@
 #include "platform/DesktopShell.h"
+#include "platform/Memory.h"
 #include "platform/QtPrompt.h"
 #include "tape/Prompt.h"
 #include "views/Pictures.h"
@@ -7,6 +8,7 @@
 #include <QApplication>
 
 int main(int argc, char** argv) {
+    cintal::KeepFreedMemory();
     QApplication app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Cintal"));
     QApplication::setWindowIcon(cintal::Pictures::AppIcon());

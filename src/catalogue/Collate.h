@@ -3,16 +3,23 @@
 // order, so that "Ábaco" stands beside "Abadía" and "Juego 2" before "Juego 10".
 
 #include <QCollator>
-#include <QCollatorSortKey>
 #include <QString>
 #include <vector>
 
 namespace cintal {
 
+// The order for comparing a few texts.
 QCollator TextCollator();
 
-// Sort keys for many texts at once: comparing keys is far cheaper than
-// comparing the texts again and again.
-std::vector<QCollatorSortKey> SortKeys(const QCollator& c, const std::vector<QString>& texts);
+// The place of each text in that same order, from 0; texts that compare
+// equal share one. Sorting by these numbers is sorting by the texts. Made for
+// whole columns: each text is keyed once into one buffer (a column of a few
+// hundred publishers costs a few hundred keys), and the keys are compared as
+// bytes.
+std::vector<int> SortRanks(const std::vector<QString>& texts);
+
+// Positions 0..n-1 ordered by their ranks, ascending or descending; equal
+// ranks keep their order.
+std::vector<std::size_t> OrderByRanks(const std::vector<int>& ranks, bool descending = false);
 
 } // namespace cintal

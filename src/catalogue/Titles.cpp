@@ -3,24 +3,41 @@
 #include "catalogue/Collate.h"
 #include "catalogue/Store.h"
 
+#include <QHash>
 #include <algorithm>
 #include <numeric>
 
 namespace cintal {
 
+namespace {
+
+// Years and types repeat over thousands of titles: one shared copy of each
+// keeps a large catalogue small in memory.
+const QString& Shared(QHash<QString, QString>& pool, const QString& text) {
+    auto it = pool.constFind(text);
+    if (it == pool.constEnd()) it = pool.insert(text, text);
+    return it.value();
+}
+
+} // namespace
+
 bool LoadTitles(const QString& clause, std::vector<TitleRow>& rows) {
     rows.clear();
     QSqlQuery q = Store::NewQuery();
+    if (!Store::Exec(q, "SELECT count(*) FROM Titles")) return false;
+    if (q.next()) rows.reserve(static_cast<std::size_t>(std::max<qint64>(0, NumberOf(q.value(0)))));
+    q.finish();
     if (!Store::Exec(q, "SELECT TitleId, Name, Year, IdPub, Type, HaveIt, Estado FROM Titles "
                         "ORDER BY TitleId"))
         return false;
+    QHash<QString, QString> pool;
     while (q.next()) {
         TitleRow r;
         r.TitleId = NumberOf(q.value(0));
         r.Name = TextOf(q.value(1));
-        r.Year = TextOf(q.value(2));
+        r.Year = Shared(pool, TextOf(q.value(2)));
         r.IdPub = NumberOf(q.value(3));
-        r.Type = TextOf(q.value(4));
+        r.Type = Shared(pool, TextOf(q.value(4)));
         r.HaveIt = YesOf(q.value(5));
         r.HasEstado = !q.value(6).isNull();
         r.Estado = NumberOf(q.value(6));
@@ -32,21 +49,33 @@ bool LoadTitles(const QString& clause, std::vector<TitleRow>& rows) {
 }
 
 void SortTitlesByName(std::vector<TitleRow>& rows) {
-    QCollator c = TextCollator();
-    std::vector<QString> names;
-    names.reserve(rows.size());
-    for (const TitleRow& r : rows)
-        names.push_back(r.Name);
-    std::vector<QCollatorSortKey> keys = SortKeys(c, names);
-    std::vector<std::size_t> order(rows.size());
-    std::iota(order.begin(), order.end(), 0);
-    std::stable_sort(order.begin(), order.end(),
-                     [&](std::size_t a, std::size_t b) { return keys[a].compare(keys[b]) < 0; });
-    std::vector<TitleRow> sorted;
-    sorted.reserve(rows.size());
-    for (std::size_t i : order)
-        sorted.push_back(std::move(rows[i]));
-    rows = std::move(sorted);
+    std::vector<int> ranks;
+    {
+        std::vector<QString> names;
+        names.reserve(rows.size());
+        for (const TitleRow& r : rows)
+            names.push_back(r.Name);
+        ranks = SortRanks(names);
+    }
+    std::vector<std::size_t> order = OrderByRanks(ranks);
+    for (std::size_t i = 0; i < rows.size(); ++i)
+        rows[i].NameRank = ranks[i];
+    // Rows move into their places cycle by cycle: no second copy of the list.
+    for (std::size_t i = 0; i < rows.size(); ++i) {
+        if (order[i] == i) continue;
+        TitleRow held = std::move(rows[i]);
+        std::size_t to = i;
+        for (;;) {
+            const std::size_t from = order[to];
+            order[to] = to;
+            if (from == i) {
+                rows[to] = std::move(held);
+                break;
+            }
+            rows[to] = std::move(rows[from]);
+            to = from;
+        }
+    }
 }
 
 QString StoredTitleName(const QString& name) {
@@ -67,7 +96,11 @@ QString LeftChars(const QString& text, int count) {
 
 QString EstadoText(const TitleRow& row) {
     if (!row.HasEstado || row.Estado < 0 || row.Estado > 6) return {};
-    return QString::number(row.Estado);
+    // Shared texts: a grid of many titles holds no copy of its own.
+    static const QString texts[] = {QStringLiteral("0"), QStringLiteral("1"), QStringLiteral("2"),
+                                    QStringLiteral("3"), QStringLiteral("4"), QStringLiteral("5"),
+                                    QStringLiteral("6")};
+    return texts[row.Estado];
 }
 
 } // namespace cintal

@@ -15,6 +15,9 @@ struct TitleRow {
     bool HaveIt = false;
     bool HasEstado = false; // NULL reads as no value
     qint64 Estado = 0;
+    // Where the name stands in name order (equal names share it); -1 until
+    // the rows are sorted by name.
+    int NameRank = -1;
 };
 
 // The clause that orders titles by name; the order itself is the one shown

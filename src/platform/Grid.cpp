@@ -11,7 +11,12 @@
 #include <QStyleOptionHeader>
 #include <QStyledItemDelegate>
 #include <algorithm>
+#include <new>
 #include <numeric>
+
+#if defined(__linux__)
+#include <sys/mman.h>
+#endif
 
 namespace cintal {
 
@@ -28,16 +33,61 @@ struct Grid::Column {
 
 namespace {
 
+// A cell's colours: whether it has its own background and foreground, and
+// which. A grid uses a handful of these pairs, so that cells name theirs.
+struct Colours {
+    quint8 flags = 0; // 1: own background, 2: own foreground
+    QRgb back = 0;
+    QRgb fore = 0;
+    bool operator==(const Colours&) const = default;
+};
+
+// 32 bytes: a grid of 100,000 titles holds 800,000 of them.
 struct Cell {
     QString text;
     qint16 icon = -1;
     qint8 align = Grid::AlignDefault;
-    quint8 flags = 0; // 1: own background, 2: own foreground
-    QRgb back = 0;
-    QRgb fore = 0;
+    quint16 colours = 0; // in the grid's list; 0 has none of its own
 };
 
 using Column = Grid::Column;
+
+// The cells of a large grid take tens of MB at once. Taken from the system in
+// huge pages where it offers them, they cost a few faults instead of one per
+// 4 KB page, and on a virtual machine each fault is dear.
+template <class T> struct BigBlocks {
+    using value_type = T;
+    static constexpr std::size_t kBig = std::size_t(4) << 20;
+    BigBlocks() = default;
+    template <class U> BigBlocks(const BigBlocks<U>&) {}
+    T* allocate(std::size_t n) {
+        const std::size_t bytes = n * sizeof(T);
+#if defined(__linux__)
+        if (bytes >= kBig) {
+            void* p =
+                mmap(nullptr, bytes, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+            if (p == MAP_FAILED) throw std::bad_alloc();
+            madvise(p, bytes, MADV_HUGEPAGE);
+            return static_cast<T*>(p);
+        }
+#endif
+        return static_cast<T*>(::operator new(bytes));
+    }
+    void deallocate(T* p, std::size_t n) {
+#if defined(__linux__)
+        if (n * sizeof(T) >= kBig) {
+            munmap(p, n * sizeof(T));
+            return;
+        }
+#endif
+        ::operator delete(p);
+    }
+    template <class U> bool operator==(const BigBlocks<U>&) const {
+        return true;
+    }
+};
+
+using Cells = std::vector<Cell, BigBlocks<Cell>>;
 
 Qt::Alignment QtAlign(int code) {
     switch (code) {
@@ -57,7 +107,7 @@ public:
     using QAbstractTableModel::QAbstractTableModel;
 
     std::vector<Column> columns;
-    std::vector<Cell> cells; // row-major, every row, shown or not
+    Cells cells; // row-major, every row, shown or not
     std::vector<char> visible;
     int rows = 0;
     // What the view was last told: the shown rows in order, and where each
@@ -67,6 +117,24 @@ public:
     std::vector<int> viewOf;
     int publishedCols = 0;
     bool dirty = false;
+    // Per column, the place of each row's text in sort order, kept while the
+    // texts stand (empty when unknown): a second click costs no collation.
+    std::vector<std::vector<int>> ranks;
+    // Every pair of colours the cells use, the first with none.
+    std::vector<Colours> palette{Colours{}};
+
+    const Colours& ColoursOf(const Cell& cell) const { return palette[cell.colours]; }
+    // The number of a pair, added when new. Rows are written with one pair
+    // after another, so that the last one found is tried first.
+    quint16 ColourNumber(const Colours& c) {
+        if (palette[lastColours] == c) return lastColours;
+        for (std::size_t i = 0; i < palette.size(); ++i)
+            if (palette[i] == c) return lastColours = static_cast<quint16>(i);
+        if (palette.size() > 0xFFFF) return 0;
+        palette.push_back(c);
+        return lastColours = static_cast<quint16>(palette.size() - 1);
+    }
+    quint16 lastColours = 0;
     const IconSet** images = nullptr;
 
     int Cols() const { return static_cast<int>(columns.size()); }
@@ -106,10 +174,10 @@ public:
         case Qt::TextAlignmentRole:
             return QVariant::fromValue(QtAlign(cell->align >= 0 ? cell->align : col.align));
         case Qt::BackgroundRole:
-            if (cell->flags & 1) return QColor::fromRgb(cell->back);
+            if (ColoursOf(*cell).flags & 1) return QColor::fromRgb(ColoursOf(*cell).back);
             return {};
         case Qt::ForegroundRole:
-            if (cell->flags & 2) return QColor::fromRgb(cell->fore);
+            if (ColoursOf(*cell).flags & 2) return QColor::fromRgb(ColoursOf(*cell).fore);
             return {};
         case Qt::UserRole:
             return col.textHidden;
@@ -151,6 +219,8 @@ public:
         emit dataChanged(i, i);
     }
 };
+
+static_assert(sizeof(Cell) <= 32);
 
 namespace {
 
@@ -254,13 +324,14 @@ void Grid::AddColumn(const QString& key, const QString& header, int alignment, i
     // Existing rows gain an empty cell in the new column.
     const std::size_t oldCols = store->columns.size();
     if (store->rows > 0) {
-        std::vector<Cell> grown(static_cast<std::size_t>(store->rows) * (oldCols + 1));
+        Cells grown(static_cast<std::size_t>(store->rows) * (oldCols + 1));
         for (std::size_t r = 0; r < static_cast<std::size_t>(store->rows); ++r)
             for (std::size_t k = 0; k < oldCols; ++k)
                 grown[r * (oldCols + 1) + k] = std::move(store->cells[r * oldCols + k]);
         store->cells = std::move(grown);
     }
     store->columns.push_back(c);
+    store->ranks.emplace_back();
     Publish();
 }
 
@@ -270,6 +341,7 @@ void Grid::Clear(bool removeColumns) {
     store->cells.clear();
     store->visible.clear();
     if (removeColumns) store->columns.clear();
+    store->ranks.assign(store->columns.size(), {});
     Publish();
 }
 
@@ -280,6 +352,7 @@ int Grid::Rows() const {
 void Grid::SetRows(int rows) {
     rows = std::max(0, rows);
     store->rows = rows;
+    store->ranks.assign(store->columns.size(), {});
     store->cells.resize(static_cast<std::size_t>(rows) * store->columns.size());
     store->visible.resize(static_cast<std::size_t>(rows), 1);
     Publish();
@@ -397,16 +470,22 @@ void Grid::CellDetails(int row, int col, const QString& text, int alignment, int
                        std::optional<QColor> back, std::optional<QColor> fore) {
     Cell* cell = store->At(row - 1, col - 1);
     if (!cell) return;
+    std::vector<int>& ranks = store->ranks[static_cast<std::size_t>(col - 1)];
+    if (!ranks.empty() && cell->text != text) ranks.clear();
     cell->text = text;
     cell->align = static_cast<qint8>(alignment);
     cell->icon = static_cast<qint16>(icon);
-    if (back) {
-        cell->flags |= 1;
-        cell->back = back->rgb();
-    }
-    if (fore) {
-        cell->flags |= 2;
-        cell->fore = fore->rgb();
+    if (back || fore) {
+        Colours c = store->ColoursOf(*cell);
+        if (back) {
+            c.flags |= 1;
+            c.back = back->rgb();
+        }
+        if (fore) {
+            c.flags |= 2;
+            c.fore = fore->rgb();
+        }
+        cell->colours = store->ColourNumber(c);
     }
     Touch(row, col);
 }
@@ -428,28 +507,41 @@ int Grid::CellAlignment(int row, int col) const {
 
 QColor Grid::CellBackColor(int row, int col) const {
     const Cell* cell = store->At(row - 1, col - 1);
-    return cell && (cell->flags & 1) ? QColor::fromRgb(cell->back) : QColor();
+    if (!cell) return {};
+    const Colours& c = store->ColoursOf(*cell);
+    return c.flags & 1 ? QColor::fromRgb(c.back) : QColor();
 }
 
 QColor Grid::CellForeColor(int row, int col) const {
     const Cell* cell = store->At(row - 1, col - 1);
-    return cell && (cell->flags & 2) ? QColor::fromRgb(cell->fore) : QColor();
+    if (!cell) return {};
+    const Colours& c = store->ColoursOf(*cell);
+    return c.flags & 2 ? QColor::fromRgb(c.fore) : QColor();
 }
 
 void Grid::SetCellBackColor(int row, int col, const QColor& c) {
     if (Cell* cell = store->At(row - 1, col - 1)) {
-        cell->flags |= 1;
-        cell->back = c.rgb();
+        Colours colours = store->ColoursOf(*cell);
+        colours.flags |= 1;
+        colours.back = c.rgb();
+        cell->colours = store->ColourNumber(colours);
         Touch(row, col);
     }
 }
 
 void Grid::SetCellForeColor(int row, int col, const QColor& c) {
     if (Cell* cell = store->At(row - 1, col - 1)) {
-        cell->flags |= 2;
-        cell->fore = c.rgb();
+        Colours colours = store->ColoursOf(*cell);
+        colours.flags |= 2;
+        colours.fore = c.rgb();
+        cell->colours = store->ColourNumber(colours);
         Touch(row, col);
     }
+}
+
+void Grid::SetSortRanks(int col, std::vector<int> ranks) {
+    if (!ColumnAt(col) || ranks.size() != static_cast<std::size_t>(store->rows)) return;
+    store->ranks[static_cast<std::size_t>(col - 1)] = std::move(ranks);
 }
 
 bool Grid::RowVisible(int row) const {
@@ -503,6 +595,8 @@ void Grid::RemoveRow(int row) {
     const std::size_t cols = store->columns.size();
     const auto first = store->cells.begin() + static_cast<std::ptrdiff_t>((row - 1) * cols);
     store->cells.erase(first, first + static_cast<std::ptrdiff_t>(cols));
+    for (std::vector<int>& r : store->ranks)
+        if (!r.empty()) r.erase(r.begin() + row - 1);
     store->visible.erase(store->visible.begin() + row - 1);
     --store->rows;
     // A title below the removed row moves up with its row.
@@ -520,42 +614,71 @@ void Grid::Sort() {
         if (ColumnAt(k.col)) keys.push_back(k);
     if (keys.empty()) return;
 
-    const QCollator collator = TextCollator();
     const std::size_t cols = store->columns.size();
     const std::size_t n = static_cast<std::size_t>(store->rows);
-    std::vector<std::vector<QCollatorSortKey>> byKey;
+    std::vector<const std::vector<int>*> byKey;
     for (const SortKey& k : keys) {
-        std::vector<QString> texts;
-        texts.reserve(n);
-        for (std::size_t r = 0; r < n; ++r)
-            texts.push_back(store->cells[r * cols + (k.col - 1)].text);
-        byKey.push_back(SortKeys(collator, texts));
+        std::vector<int>& ranks = store->ranks[static_cast<std::size_t>(k.col - 1)];
+        if (ranks.size() != n) {
+            std::vector<QString> texts;
+            texts.reserve(n);
+            for (std::size_t r = 0; r < n; ++r)
+                texts.push_back(store->cells[r * cols + (k.col - 1)].text);
+            ranks = SortRanks(texts);
+        }
+        byKey.push_back(&ranks);
     }
+    // Stable passes from the last key to the first: the first key decides,
+    // the next ones break its ties.
     std::vector<std::size_t> order(n);
     std::iota(order.begin(), order.end(), 0);
-    std::stable_sort(order.begin(), order.end(), [&](std::size_t a, std::size_t b) {
-        for (std::size_t i = 0; i < keys.size(); ++i) {
-            const int c = byKey[i][a].compare(byKey[i][b]);
-            if (c != 0) return keys[i].order == SortDescending ? c > 0 : c < 0;
-        }
-        return false;
-    });
+    for (std::size_t i = keys.size(); i-- > 0;) {
+        std::vector<int> ranks(n);
+        for (std::size_t at = 0; at < n; ++at)
+            ranks[at] = (*byKey[i])[order[at]];
+        const std::vector<std::size_t> pass = OrderByRanks(ranks, keys[i].order == SortDescending);
+        std::vector<std::size_t> next(n);
+        for (std::size_t at = 0; at < n; ++at)
+            next[at] = order[pass[at]];
+        order = std::move(next);
+    }
 
     // The selected title moves with its row.
     const int selected = SelectedRow();
-    std::vector<Cell> cells(store->cells.size());
-    std::vector<char> visible(n);
     int movedTo = 0;
-    for (std::size_t to = 0; to < n; ++to) {
-        const std::size_t from = order[to];
-        std::move(store->cells.begin() + static_cast<std::ptrdiff_t>(from * cols),
-                  store->cells.begin() + static_cast<std::ptrdiff_t>((from + 1) * cols),
-                  cells.begin() + static_cast<std::ptrdiff_t>(to * cols));
-        visible[to] = store->visible[from];
-        if (static_cast<int>(from) + 1 == selected) movedTo = static_cast<int>(to) + 1;
+    for (std::size_t to = 0; to < n && selected > 0; ++to)
+        if (static_cast<int>(order[to]) + 1 == selected) movedTo = static_cast<int>(to) + 1;
+    // Rows move into their places cycle by cycle, with the known ranks:
+    // no second copy of the cells.
+    std::vector<Cell> held(cols);
+    std::vector<int> heldRanks(cols);
+    auto rowAt = [&](std::size_t r) {
+        return store->cells.begin() + static_cast<std::ptrdiff_t>(r * cols);
+    };
+    for (std::size_t i = 0; i < n; ++i) {
+        if (order[i] == i) continue;
+        std::move(rowAt(i), rowAt(i + 1), held.begin());
+        const char heldVisible = store->visible[i];
+        for (std::size_t c = 0; c < cols; ++c)
+            heldRanks[c] = store->ranks[c].empty() ? 0 : store->ranks[c][i];
+        std::size_t to = i;
+        for (;;) {
+            const std::size_t from = order[to];
+            order[to] = to;
+            if (from == i) {
+                std::move(held.begin(), held.end(), rowAt(to));
+                store->visible[to] = heldVisible;
+                for (std::size_t c = 0; c < cols; ++c)
+                    if (!store->ranks[c].empty()) store->ranks[c][to] = heldRanks[c];
+                break;
+            }
+            std::move(rowAt(from), rowAt(from + 1), rowAt(to));
+            store->visible[to] = store->visible[from];
+            for (std::vector<int>& r : store->ranks)
+                if (!r.empty()) r[to] = r[from];
+            to = from;
+        }
     }
-    store->cells = std::move(cells);
-    store->visible = std::move(visible);
     if (!redraw) ClearSelection();
     Publish(movedTo);
     horizontalHeader()->setSortIndicatorShown(true);

@@ -89,6 +89,10 @@ public:
 
     std::vector<SortKey>& SortObject() { return sortKeys; }
     void Sort();
+    // The sort order of a column's texts, one number per row (equal texts
+    // share one), from whoever already knows it; kept until a text of the
+    // column changes.
+    void SetSortRanks(int col, std::vector<int> ranks);
 
 signals:
     void SelectionChange();

@@ -8,8 +8,10 @@
 #include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
+#include <QElapsedTimer>
 #include <QLocale>
 #include <QPalette>
+#include <QStringListModel>
 
 namespace cintal::Grids {
 
@@ -92,6 +94,9 @@ void FillTitles(const TitleWindow& frm, const QString& clause) {
     QStringList names;
     names.reserve(count);
     qint64 shown = 0;
+    // The splash's counter is read by eye: a new text when it can be
+    // painted, not a relayout of the label per title.
+    QElapsedTimer counted;
     for (int i = 1; i <= count; ++i) {
         const TitleRow& r = rows[static_cast<std::size_t>(i - 1)];
         SetRowColours(r.HaveIt);
@@ -114,14 +119,27 @@ void FillTitles(const TitleWindow& frm, const QString& clause) {
             ++shown;
         }
         grid.CellDetails(i, colHaveIt, r.HaveIt ? QStringLiteral("1") : QStringLiteral("0"));
-        if (Splash) {
+        if (Splash && (i == count || !counted.isValid() || counted.elapsed() >= 25)) {
             Splash->SetHeading(heading);
             Splash->SetCount(QStringLiteral("%1/%2").arg(i).arg(count));
+            counted.start();
         }
         Breathe();
     }
+    // Rows read in name order already know where each name stands.
+    if (rows.front().NameRank >= 0) {
+        std::vector<int> ranks;
+        ranks.reserve(rows.size());
+        for (const TitleRow& r : rows)
+            ranks.push_back(r.NameRank);
+        grid.SetSortRanks(colName, std::move(ranks));
+    }
     if (frm.ComboRegistro) {
-        frm.ComboRegistro->addItems(names);
+        // A list of shared names, not an item object per title.
+        if (auto* list = qobject_cast<QStringListModel*>(frm.ComboRegistro->model()))
+            list->setStringList(names);
+        else
+            frm.ComboRegistro->addItems(names);
         // No title is selected after a fill: the box shows none either.
         frm.ComboRegistro->setCurrentIndex(-1);
         frm.ComboRegistro->clearEditText();

@@ -20,8 +20,11 @@
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QImageReader>
+#include <QListView>
+#include <QScreen>
 #include <QScrollBar>
 #include <QSplitter>
+#include <QStringListModel>
 #include <QVBoxLayout>
 
 namespace cintal {
@@ -98,6 +101,13 @@ void Principal::BuildLayout() {
     ComboRegistro->setEditable(true);
     ComboRegistro->setInsertPolicy(QComboBox::NoInsert);
     ComboRegistro->setMaxVisibleItems(20);
+    // Every title is an item: a plain list of names, measured by no item
+    // when shown, and a list that lays out rows of one height.
+    ComboRegistro->setModel(new QStringListModel(ComboRegistro));
+    ComboRegistro->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    ComboRegistro->setMinimumContentsLength(20);
+    if (auto* list = qobject_cast<QListView*>(ComboRegistro->view()))
+        list->setUniformItemSizes(true);
     GridTitles = new Grid;
     GridTitles->setObjectName("GridTitles");
     ChckHaveIt = new QCheckBox(QStringLiteral("Mostrar sólo disponibles"));
@@ -236,6 +246,13 @@ bool Principal::Form_Load(const QString& dbPath) {
 void Principal::FitTitlesPane() {
     int needed = GridTitles->frameWidth() * 2 + GridTitles->verticalScrollBar()->sizeHint().width();
     needed += GridTitles->ColumnsWidth();
+    // The files and the picture keep their room beside the titles: a window
+    // too narrow for both grows, as far as the screen lets it.
+    const QMargins margins = centralWidget()->layout()->contentsMargins();
+    const int files = std::max(580, split->widget(1)->minimumSizeHint().width());
+    int wanted = margins.left() + needed + split->handleWidth() + files + margins.right();
+    if (const QScreen* s = screen()) wanted = std::min(wanted, s->availableGeometry().width());
+    if (wanted > width()) resize(wanted, height());
     split->setSizes({needed, std::max(400, width() - needed)});
 }
 

@@ -3,6 +3,7 @@
 
 #include "catalogue/Titles.h"
 #include "CatalogueFixture.h"
+#include "catalogue/Collate.h"
 #include "cli/Commands.h"
 
 #include <QFileInfo>
@@ -35,6 +36,78 @@ TEST_F(TitlesTest, NameOrderIsSpanishIgnoresCaseAndCountsNumbers) {
     ASSERT_TRUE(LoadTitles("", rows));
     EXPECT_EQ(Names(rows), (std::vector<std::string>{"Zorro", "Juego 10", "abadía", "Ábaco",
                                                      "JUEGO 2", "Batman", "ábaco", "Éxito"}));
+}
+
+// The grids sort whole columns by numbered places; those places must say what
+// the collator says of every pair, for names all different and for columns
+// of a few repeated values alike.
+TEST(SortRanksTest, PlacesAgreeWithTheCollatorOnEveryPair) {
+    std::vector<QString> texts = {"",
+                                  " ",
+                                  "  Juego",
+                                  "Juego",
+                                  "juego",
+                                  "JUEGO",
+                                  "Juego 2",
+                                  "Juego 10",
+                                  "Juego 010",
+                                  "Ábaco",
+                                  "ábaco",
+                                  "Abadía",
+                                  "Año",
+                                  "Ano",
+                                  "Añil",
+                                  "Ñu",
+                                  "Nube",
+                                  "Über",
+                                  "Ubre",
+                                  "Ça va",
+                                  "Éxito",
+                                  "Exito",
+                                  "3D Deathchase",
+                                  "1942",
+                                  "1943",
+                                  "007",
+                                  "-+Desconocida+-",
+                                  "- Desconocido -",
+                                  "(C) 1984",
+                                  "¡Olé!",
+                                  "¿Qué?",
+                                  "R-Type",
+                                  "R Type",
+                                  "RType",
+                                  "Ω Omega",
+                                  "Дракон",
+                                  "£ 3.99",
+                                  "€",
+                                  "a_b",
+                                  "a.b",
+                                  "a,b",
+                                  "Zorro",
+                                  "zorro",
+                                  QString(300, QChar(0x00E9))};
+    const QCollator c = TextCollator();
+    auto check = [&](const std::vector<QString>& all) {
+        const std::vector<int> ranks = SortRanks(all);
+        ASSERT_EQ(ranks.size(), all.size());
+        for (std::size_t i = 0; i < all.size(); ++i)
+            for (std::size_t j = 0; j < all.size(); ++j) {
+                const int expected = c.compare(all[i], all[j]);
+                const int got = ranks[i] - ranks[j];
+                EXPECT_EQ((expected > 0) - (expected < 0), (got > 0) - (got < 0))
+                    << S(all[i]) << " | " << S(all[j]);
+            }
+    };
+    check(texts);
+    std::vector<QString> repeated;
+    for (int round = 0; round < 5; ++round)
+        repeated.insert(repeated.end(), texts.rbegin(), texts.rend());
+    check(repeated);
+
+    // Stable: equal places keep their order, in either direction.
+    const std::vector<int> ranks = {2, 0, 1, 0, 2, 1};
+    EXPECT_EQ(OrderByRanks(ranks), (std::vector<std::size_t>{1, 3, 2, 5, 0, 4}));
+    EXPECT_EQ(OrderByRanks(ranks, true), (std::vector<std::size_t>{0, 4, 2, 5, 1, 3}));
 }
 
 struct Cli {

@@ -327,6 +327,18 @@ TEST_F(PrincipalTest, HeaderClicksSortAndReverseWithTiesInNameOrder) {
 
     EXPECT_EQ(frm.ComboRegistro->itemText(0), "Ábaco") << "sorting leaves the list alone";
     EXPECT_EQ(Caption(), Found(5, 5));
+
+    // A name or a publisher rewritten in its cell, as other windows do, and a
+    // row taken out: the next clicks sort what the cells now say.
+    const int zorro = 1; // the reversed name order puts it first
+    ASSERT_EQ(S(Cell(zorro, "ColName")), "Zorro");
+    frm.GridTitles->CellDetails(zorro, Col("ColName"), "Aardvark");
+    frm.GridTitles->CellDetails(zorro, Col("ColPublisher"), "Alfa");
+    frm.GridTitles->RemoveRow(2); // "Juego 10"
+    ClickHeader("ColName");
+    EXPECT_EQ(Column("ColName"), (Texts{"Aardvark", "Ábaco", "Abadía", "juego 2"}));
+    ClickHeader("ColPublisher"); // its second click: descending
+    EXPECT_EQ(Column("ColName"), (Texts{"Abadía", "Aardvark", "Ábaco", "juego 2"}));
 }
 
 } // namespace
