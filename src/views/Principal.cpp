@@ -8,6 +8,7 @@
 #include "catalogue/frmSplash.h"
 #include "platform/PathCase.h"
 #include "platform/Shell.h"
+#include "tape/Content.h"
 #include "tape/Prompt.h"
 #include "views/Pictures.h"
 
@@ -151,6 +152,16 @@ void Principal::BuildLayout() {
     SCRImage1 = new ScrImage;
     SCRImage1->setObjectName("SCRImage1");
     SCRImage1->setFixedSize(pictureBox);
+    // Says that the screen shown was read from inside one of the title's
+    // files, for want of a screen file beside them.
+    LabelScreenSource = new QLabel(QStringLiteral("(de la cinta)"), SCRImage1);
+    LabelScreenSource->setObjectName("LabelScreenSource");
+    LabelScreenSource->setStyleSheet(
+        QStringLiteral("QLabel { background: rgba(0, 0, 0, 160); color: white; padding: 1px 4px; "
+                       "font-size: 8pt; }"));
+    LabelScreenSource->adjustSize();
+    LabelScreenSource->move(4, pictureBox.height() - LabelScreenSource->height() - 4);
+    LabelScreenSource->hide();
     ImgCaratula = new PictureBox;
     ImgCaratula->setObjectName("ImgCaratula");
     ImgCaratula->setFixedSize(Twips(3840), Twips(2775));
@@ -315,7 +326,29 @@ void Principal::ForgetTitle() {
     OptDatos[0]->setEnabled(true);
 }
 
+bool Principal::ShowScreenFromFiles() {
+    const int colPath = GridFiles->ColumnIndex("ColPath");
+    const int colName = GridFiles->ColumnIndex("ColFileName");
+    for (int row = 1; row <= GridFiles->Rows(); ++row) {
+        const QString dir = GridFiles->CellText(row, colPath);
+        if (dir.isEmpty()) continue;
+        const QString path = FindIgnoringCase(dir, {GridFiles->CellText(row, colName)});
+        if (path.isEmpty()) continue;
+        // Only the head of each file is read: a title of many files still
+        // selects at once.
+        if (const auto screen = ReadScreen(path.toStdString())) {
+            ShowScreen({});
+            SCRImage1->SetScreen(
+                QByteArray(screen->data(), static_cast<qsizetype>(screen->size())));
+            LabelScreenSource->show();
+            return true;
+        }
+    }
+    return false;
+}
+
 void Principal::ShowScreen(const QString& path) {
+    LabelScreenSource->hide();
     // An empty path is the default screen beside the program.
     const QString fallback =
         QDir(QCoreApplication::applicationDirPath()).filePath(QStringLiteral("z80.scr"));
@@ -359,6 +392,9 @@ void Principal::BuscaPantalla() {
         ShowScreen({});
         MarkOption(0, false);
     }
+    // No screen file: the first of the title's files that holds a screen
+    // lends it.
+    if (ShowScreenFromFiles()) MarkOption(0, true);
 }
 
 void Principal::LookupSideFile(int option, int kind) {

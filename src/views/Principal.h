@@ -42,6 +42,8 @@ public:
     QLabel* LabelYear;
     QLabel* LabelType;
     ScrImage* SCRImage1;
+    // "(de la cinta)" over the screen when it came from inside a file.
+    QLabel* LabelScreenSource;
     PictureBox* ImgCaratula;
     std::array<QRadioButton*, 4> OptDatos;
     QCheckBox* ChckHaveIt;
@@ -118,6 +120,8 @@ private:
     QString SelectedTitleCell(const char* key) const;
     QString SelectedFilePath() const;
     void ShowScreen(const QString& path);
+    // Shows the first screen found inside the title's files; false if none.
+    bool ShowScreenFromFiles();
     // No title is selected any more: nothing of the last one stays.
     void ForgetTitle();
     void MarkOption(int option, bool found);
