@@ -199,12 +199,61 @@ void BM_SelectTitle(benchmark::State& state) {
     state.counters["opt1"] = win.w.OptDatos[1]->isEnabled();
 }
 
+// A title with 20 tapes of 1 MB in one folder, no screen file beside them
+// and no screen inside them either: the look inside reads the head of every
+// one before it gives up, the worst a selection meets.
+void BM_SelectTitleScreenFromTapes(benchmark::State& state) {
+    Window win;
+    QDir root(workDir->path());
+    static qint64 title = 0;
+    if (!title) {
+        const QString dir = root.filePath(QStringLiteral("cintas"));
+        QDir().mkpath(dir);
+        // Data blocks of 1,000 bytes with no header: nothing a screen.
+        QByteArray tape("ZXTape!\x1A\x01\x0D", 10);
+        const QByteArray block = QByteArray("\x10\xE8\x03\xE8\x03", 5) + QByteArray(1000, '\x21');
+        while (tape.size() < (1 << 20))
+            tape += block;
+        Store::Begin();
+        Store::Run("INSERT INTO Paths (PathIndex, GameDir) VALUES (?, ?)", {2000, dir});
+        QSqlQuery q = Store::NewQuery();
+        Store::Exec(q,
+                    "INSERT INTO Titles (Name, Year, IdPub, Type, HaveIt, Estado) "
+                    "VALUES (?, '1986', 1, 'Arcade', 1, 4)",
+                    {QStringLiteral("Aaa Sin Pantalla")});
+        title = Store::LastInsertId(q);
+        for (int f = 0; f < 20; ++f) {
+            const QString name = QStringLiteral("cinta%1").arg(f);
+            Store::Run("INSERT INTO tFiles (TitleId, FileName, Extension, PathIndex, HaveIt) "
+                       "VALUES (?, ?, 'tzx', 2000, 1)",
+                       {title, name});
+            QFile file(QDir(dir).filePath(name + ".tzx"));
+            file.open(QIODevice::WriteOnly);
+            file.write(tape);
+        }
+        Store::Commit();
+        Comunes::LoadPaths();
+    }
+    Grids::FillTitles(win.w.Parts(), kOrderByName);
+    Grid& g = *win.w.GridTitles;
+    int row = 0;
+    for (int r = 1; r <= g.Rows() && !row; ++r)
+        if (g.CellText(r, g.ColumnIndex("ColTitleId")) == QString::number(title)) row = r;
+    for (auto _ : state) {
+        g.ClearSelection();
+        g.SetSelectedRow(row);
+    }
+    state.counters["archivos"] = win.w.GridFiles->Rows();
+    state.counters["de_la_cinta"] = win.w.LabelScreenSource->isVisibleTo(&win.w);
+}
+
 BENCHMARK(BM_FillTitles)->Unit(benchmark::kMillisecond)->Iterations(5);
 BENCHMARK(BM_SortGrid)->Unit(benchmark::kMillisecond)->Iterations(6);
 BENCHMARK(BM_SortGridFirstClick)->Unit(benchmark::kMillisecond)->Iterations(3);
 BENCHMARK(BM_SortGridFirstClickAfterScan)->Unit(benchmark::kMillisecond)->Iterations(3);
 BENCHMARK(BM_FilterHaveIt)->Unit(benchmark::kMillisecond)->Iterations(10);
 BENCHMARK(BM_SelectTitle)->Unit(benchmark::kMillisecond)->Iterations(20);
+BENCHMARK(BM_SelectTitleScreenFromTapes)->Unit(benchmark::kMillisecond)->Iterations(20);
 BENCHMARK(BM_StartUp)->Unit(benchmark::kMillisecond)->Iterations(3);
 
 } // namespace
