@@ -2840,6 +2840,25 @@ void Utilidades(const fs::path& dir) {
 
 void Varios(const fs::path& dir) {
     {
+        // A tape that carries its own loading screen and has no screen file
+        // beside it: the main window shows the screen from inside the tape.
+        Info info{.name = "Tesoro del Faraón",
+                  .publisher = "Grupo Eco",
+                  .year = "1985",
+                  .lang = "Español",
+                  .type = "Arcade",
+                  .origin = "Original"};
+        const Art art{.title = "Tesoro del Faraón",
+                      .publisher = "Grupo Eco",
+                      .year = "1985",
+                      .scene = Scene::Storm};
+        auto blocks = StandardLoad("FARAON", 26000, 12000, false);
+        blocks.insert(blocks.begin() + 2,
+                      {Standard(RomHeader(RomType::Code, "pantalla", kScreenSize, 16384, 32768)),
+                       Standard(RomData(LoadingScreenOf(art).Encode()))});
+        Write(dir, "Tesoro del Faraon.tzx", Assemble(1, 13, info, blocks));
+    }
+    {
         // Ranas Saltarinas again, from another archive: a newer format, its
         // title text spelled otherwise, a pause more and one byte of the code
         // changed (its checksum no longer adds up). The two tapes are what

@@ -74,6 +74,14 @@ int main(int argc, char** argv) {
     if (!frm.Form_Load(copy)) return 1;
     frm.resize(1280, 800);
     frm.show();
+    // The main window on the first title whose screen comes from inside a tape.
+    for (int r = 1; r <= frm.GridTitles->Rows(); ++r) {
+        frm.GridTitles->SetSelectedRow(r);
+        if (frm.LabelScreenSource->isVisibleTo(&frm)) {
+            Save(frm, QDir(out).filePath("principal-cinta.png"));
+            break;
+        }
+    }
     // The inspector on a tape with archive information and many blocks.
     if (SelectTitle(frm, QStringLiteral("Castillo Sombrío"))) {
         frm.RunModal = [&](QDialog& window) {

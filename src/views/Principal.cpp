@@ -160,7 +160,7 @@ void Principal::BuildLayout() {
         QStringLiteral("QLabel { background: rgba(0, 0, 0, 160); color: white; padding: 1px 4px; "
                        "font-size: 8pt; }"));
     LabelScreenSource->adjustSize();
-    LabelScreenSource->move(4, pictureBox.height() - LabelScreenSource->height() - 4);
+    LabelScreenSource->move(4, 4);
     LabelScreenSource->hide();
     ImgCaratula = new PictureBox;
     ImgCaratula->setObjectName("ImgCaratula");
