@@ -14,6 +14,8 @@ class QTreeView;
 
 namespace cintal {
 
+class FolderTree;
+
 // "Agregar archivos": choose a folder and add the tapes under it.
 class BuscarDirs : public QDialog {
     Q_OBJECT
@@ -27,7 +29,7 @@ public:
 
     Scanner scanner;
 
-    QTreeView* Dir1;
+    FolderTree* Dir1;
     QLabel* LabelRuta;
     QListWidget* List1;
     QListWidget* List2;
@@ -51,7 +53,6 @@ private:
     void ShowProgress(const Scanner& s);
     void RevealChosen();
 
-    QFileSystemModel* folders;
     QString dir1Path;
     int listed = -1;
 };

@@ -1,5 +1,7 @@
 #include "acquisition/FrmWosIn.h"
 
+#include "platform/FolderTree.h"
+
 #include "catalogue/Settings.h"
 #include "platform/PathCase.h"
 
@@ -45,22 +47,7 @@ FrmWosIn::FrmWosIn(QWidget* parent) : QDialog(parent) {
     setWindowTitle(QStringLiteral("Importa listado WOS"));
     resize(900, 560);
 
-    folders = new QFileSystemModel(this);
-    folders->setFilter(QDir::Dirs | QDir::NoDotAndDotDot | QDir::Drives);
-    folders->setRootPath(QDir::rootPath());
-    Dir1 = new QTreeView;
-    Dir1->setObjectName("Dir1");
-    Dir1->setModel(folders);
-    for (int c = 1; c < folders->columnCount(); ++c)
-        Dir1->hideColumn(c);
-    Dir1->header()->hide();
-    connect(Dir1, &QTreeView::clicked, this,
-            [this](const QModelIndex& i) { Dir1_Click(folders->filePath(i)); });
-    // The tree fills itself in the background: open it down to the chosen
-    // folder as the levels arrive.
-    connect(folders, &QFileSystemModel::directoryLoaded, this, [this](const QString& loaded) {
-        if (dir1Path == loaded || dir1Path.startsWith(loaded)) RevealChosen();
-    });
+    Dir1 = new FolderTree([this](const QString& path) { Dir1_Click(path); });
     LabelRuta = new QLabel;
     LabelRuta->setObjectName("LabelRuta");
     LabelRuta->setTextInteractionFlags(Qt::TextSelectableByMouse);
@@ -156,26 +143,7 @@ void FrmWosIn::Form_Load() {
 }
 
 void FrmWosIn::RevealChosen() {
-    // Open every level above the folder; each one asks the model to read the
-    // next, and this runs again as it arrives.
-    QString above = dir1Path;
-    QStringList chain;
-    while (!above.isEmpty()) {
-        chain.prepend(above);
-        const QString up = QFileInfo(above).path();
-        if (up == above) break;
-        above = up;
-    }
-    for (const QString& level : chain) {
-        const QModelIndex i = folders->index(level);
-        if (!i.isValid()) return;
-        if (level != dir1Path) Dir1->expand(i);
-    }
-    Dir1->setCurrentIndex(folders->index(dir1Path));
-    // Scrolled once the view has laid out the rows that just arrived.
-    QTimer::singleShot(100, this, [this] {
-        Dir1->scrollTo(folders->index(dir1Path), QAbstractItemView::PositionAtCenter);
-    });
+    Dir1->Reveal(dir1Path);
 }
 
 void FrmWosIn::Dir1_Click(const QString& path) {

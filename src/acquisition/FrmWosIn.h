@@ -17,6 +17,8 @@ class QTreeView;
 
 namespace cintal {
 
+class FolderTree;
+
 // "Importa listado WOS": choose the folder of the saved listing pages and add
 // the titles they list that the catalogue doesn't have.
 class FrmWosIn : public QDialog {
@@ -32,7 +34,7 @@ public:
 
     WosImporter importer;
 
-    QTreeView* Dir1;
+    FolderTree* Dir1;
     QLabel* LabelRuta;
     QListWidget* File1;
     QPushButton* CommandSelecciona;
@@ -58,7 +60,6 @@ private:
     void ShowProgress(const WosImporter& w);
     void RevealChosen();
 
-    QFileSystemModel* folders;
     QString dir1Path;
 };
 
