@@ -2,24 +2,13 @@
 // leaves on disk, and its exit status.
 
 #include "../tape/TestSupport.h"
+#include "CliRun.h"
 #include "cli/Commands.h"
 
 #include <sstream>
 
 namespace cintal::test {
 namespace {
-
-struct Result {
-    int status;
-    std::string out;
-    std::string err;
-};
-
-Result Cli(std::vector<std::string> args) {
-    std::ostringstream out, err;
-    int status = cli::Run(args, out, err);
-    return {status, out.str(), err.str()};
-}
 
 // A ROM record with its last byte made the XOR of the others, as SAVE makes it.
 Bytes WithSum(Bytes rom) {

@@ -2,6 +2,7 @@
 // that they never write over a file.
 
 #include "../tape/TestSupport.h"
+#include "CliRun.h"
 #include "cli/Commands.h"
 #include "tape/Content.h"
 
@@ -10,18 +11,6 @@
 
 namespace cintal::test {
 namespace {
-
-struct Result {
-    int status;
-    std::string out;
-    std::string err;
-};
-
-Result Cli(std::vector<std::string> args) {
-    std::ostringstream out, err;
-    int status = cli::Run(args, out, err);
-    return {status, out.str(), err.str()};
-}
 
 Names ListOf(const std::string& folder) {
     Names names;

@@ -2,8 +2,8 @@
 // "Guardar Info" from a shell, with the bytes on disk and the file's row.
 
 #include "../catalogue/CatalogueFixture.h"
+#include "../cli/CliRun.h"
 #include "../tape/TestSupport.h"
-#include "cli/Commands.h"
 
 #include <QDir>
 #include <sstream>
@@ -11,19 +11,11 @@
 namespace cintal::test {
 namespace {
 
-struct Result {
-    int status;
-    std::string out;
-    std::string err;
-};
-
 class InfoCommandTest : public CatalogueTest, protected Tzx {
 protected:
-    Result Cli(std::vector<std::string> args) {
-        std::ostringstream out, err;
+    static Result Cli(std::vector<std::string> args) {
         args.insert(args.begin(), "info");
-        const int status = cli::Run(args, out, err);
-        return {status, out.str(), err.str()};
+        return test::Cli(args);
     }
     std::string File(const std::string& name) {
         return S(dir.filePath(QString::fromStdString(name)));
