@@ -69,6 +69,10 @@ Principal::Principal(QWidget* parent) : QMainWindow(parent) {
     connect(ChckHaveIt, &QCheckBox::toggled, this, [this] { ChckHaveIt_Click(); });
     connect(GridTitles, &Grid::HeaderClicked, this, &Principal::GridTitles_HeaderClick);
     connect(GridTitles, &Grid::SelectionChange, this, &Principal::GridTitles_SelectionChange);
+    // After the file list has followed the selection.
+    connect(GridTitles, &Grid::SelectionChange, this, [this] {
+        mnuCambiaTitle->setEnabled(GridTitles->SelectedRow() > 0 && GridFiles->Rows() > 0);
+    });
     connect(GridFiles, &Grid::RowDoubleClicked, this, [this] { GridFiles_DblClick(); });
     connect(ImgCaratula, &PictureBox::DoubleClicked, this, &Principal::ImgCaratula_DblClick);
     for (int i = 0; i < 4; ++i)

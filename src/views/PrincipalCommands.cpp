@@ -94,10 +94,6 @@ void Principal::BuildCommands() {
     connect(MnuTipShop, &QAction::triggered, this, &Principal::MnuTipShop_Click);
     connect(mnuDelTitle, &QAction::triggered, this, &Principal::mnuDelTitle_Click);
     connect(mnuCambiaTitle, &QAction::triggered, this, &Principal::mnuCambiaTitle_Click);
-    // After the file list has followed the selection.
-    connect(GridTitles, &Grid::SelectionChange, this, [this] {
-        mnuCambiaTitle->setEnabled(GridTitles->SelectedRow() > 0 && GridFiles->Rows() > 0);
-    });
     connect(mnuDelFile, &QAction::triggered, this, &Principal::mnuDelFile_Click);
     connect(mnuRenombra, &QAction::triggered, this, &Principal::mnuRenombra_Click);
     connect(mnuTap2Tzx, &QAction::triggered, this, &Principal::mnuTap2Tzx_Click);
