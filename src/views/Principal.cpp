@@ -6,6 +6,7 @@
 #include "catalogue/Store.h"
 #include "catalogue/Titles.h"
 #include "catalogue/frmSplash.h"
+#include "maintenance/Emulators.h"
 #include "platform/PathCase.h"
 #include "platform/Shell.h"
 #include "tape/Prompt.h"
@@ -435,7 +436,7 @@ void Principal::GridFiles_DblClick() {
     // The catalogue keeps the scanned extension in lower case; the disk may not.
     const QString name = GridFiles->CellText(row, GridFiles->ColumnIndex("ColFileName"));
     const QString found = FindIgnoringCase(dir, {name});
-    Shell::Current().Open(found.isEmpty() ? QDir(dir).filePath(name) : found);
+    Emulators::OpenFile(found.isEmpty() ? QDir(dir).filePath(name) : found);
 }
 
 } // namespace cintal
