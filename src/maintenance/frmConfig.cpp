@@ -27,6 +27,9 @@ frmConfig::frmConfig(QWidget* parent) : QDialog(parent) {
     for (const QString& name : kListNames)
         List1->addItem(name);
     List1->setFixedWidth(130);
+    // Five entries, no more: no room left empty below them.
+    List1->setFixedHeight(96);
+    List2->setFixedHeight(96);
     auto* g1 = new QGridLayout(Frame1);
     g1->addWidget(Label1, 0, 0);
     g1->addWidget(Label2, 0, 1);
@@ -50,7 +53,7 @@ frmConfig::frmConfig(QWidget* parent) : QDialog(parent) {
     }
     Combo2 = new QComboBox;
     Combo2->setObjectName("Combo2");
-    g2->addWidget(new QLabel(QStringLiteral("Por defecto")), 4, 0);
+    g2->addWidget(new QLabel(QStringLiteral("Emulador por defecto")), 4, 0, 1, 1);
     g2->addWidget(Combo2, 4, 1);
     g2->setColumnStretch(1, 1);
     g2->setColumnStretch(3, 1);
@@ -65,7 +68,7 @@ frmConfig::frmConfig(QWidget* parent) : QDialog(parent) {
     bottom->addStretch(1);
     bottom->addWidget(CmdLimpiaFiles);
     layout->addLayout(bottom);
-    resize(560, 420);
+    resize(560, sizeHint().height());
 
     CommonDialog1 = [this](const QString& start, const QString& name, const QString& filter) {
         const QString folder = QFileInfo(start).isFile() ? QFileInfo(start).absolutePath() : start;
