@@ -6,6 +6,7 @@
 #include "maintenance/frmConfig.h"
 #include "platform/Shell.h"
 #include "tape/Prompt.h"
+#include "views/Principal.h"
 
 #include <QFile>
 
@@ -151,6 +152,47 @@ TEST_F(ConfigTest, OpeningAFileStartsTheEmulatorOfItsFormatElseTheDefaultElseThe
     EXPECT_TRUE(shell.starts.isEmpty());
     EXPECT_EQ(shell.calls, QStringList{"/c/g.tzx"});
     EXPECT_TRUE(prompt.shown.empty());
+}
+
+} // namespace
+} // namespace cintal::test
+
+namespace cintal::test {
+namespace {
+
+// Opciones from the main window, and its purge button over a real catalogue.
+TEST_F(ConfigTest, OpcionesOpensTheWindowWhosePurgeAsksFirst) {
+    Create();
+    Path(1, dir.path());
+    Title("Juego", "1985", 0, "", 1, 0);
+    Sql(db,
+        "INSERT INTO tFiles (TitleId, FileName, Extension, PathIndex) VALUES (1, 'ya', 'tzx', 1)");
+    Sql(db,
+        "INSERT INTO tFiles (TitleId, FileName, Extension, PathIndex) VALUES (1, 'no', 'tzx', 1)");
+    WriteFile(dir.filePath("ya.tzx"), "x");
+    Principal frm;
+    ASSERT_TRUE(frm.Form_Load(db));
+    prompt.shown.clear();
+    bool opened = false;
+    frm.RunModal = [&](QDialog& d) {
+        opened = true;
+        auto& w = static_cast<frmConfig&>(d);
+        EXPECT_EQ(S(w.windowTitle()), "Form1");
+        prompt.Answer(Button::Ok);
+        prompt.Answer(Button::Yes);
+        w.CmdLimpiaFiles->click();
+    };
+    frm.Command7->trigger();
+    EXPECT_TRUE(opened);
+    std::vector<std::string> texts;
+    for (const Message& m : prompt.shown)
+        texts.push_back(m.text);
+    EXPECT_EQ(texts, (std::vector<std::string>{
+                         "esto borrará las referencias a archivos inexistentes",
+                         "Hay 1 referencias a archivos que no están en el disco, de 2. ¿Borrarlas?",
+                         "acabado: 1 referencias borradas"}));
+    EXPECT_EQ(Sql(db, "SELECT FileName FROM tFiles")[0][0].toString(), "ya");
+    EXPECT_EQ(Sql(db, "SELECT count(*) FROM tFiles")[0][0].toInt(), 1);
 }
 
 } // namespace
