@@ -16,6 +16,7 @@
 #include <QDir>
 #include <QFile>
 #include <QElapsedTimer>
+#include <QFile>
 #include <QTemporaryDir>
 #include <QTimer>
 #include <cstdio>
@@ -114,6 +115,30 @@ int main(int argc, char** argv) {
             window.close();
         };
         frm.CmdModify_Click();
+    }
+    // The options, with two emulators installed, the default one and a
+    // format of its own, in settings of their own.
+    {
+        QTemporaryDir opts;
+        UseSettingsFile(opts.filePath("ajustes.ini"));
+        auto program = [&](const QString& name) {
+            const QString path = opts.filePath(name);
+            QFile f(path);
+            if (f.open(QIODevice::WriteOnly)) f.write("#!/bin/sh\n");
+            f.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+            return path;
+        };
+        SaveSetting("Emulador", "SpectaculatorPath", program("Spectaculator"));
+        SaveSetting("Emulador", "SpinPath", program("ZXSpin"));
+        SaveSetting("Emulador", "DefaultEmul", "Spectaculator");
+        SaveSetting("Emulador", "Fmt2", "Spin");
+        frm.RunModal = [&](QDialog& window) {
+            window.show();
+            Save(window, QDir(out).filePath("opciones.png"));
+            window.close();
+        };
+        frm.Command7_Click();
+        UseSettingsFile({});
     }
     if (argc < 4) return 0;
     // The listing import after its first run, into a new catalogue.

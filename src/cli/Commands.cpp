@@ -3,6 +3,7 @@
 #include "cli/CatalogueCommands.h"
 #include "cli/ContentCommands.h"
 #include "cli/InfoCommand.h"
+#include "cli/MaintenanceCommands.h"
 
 #include "tape/Compare.h"
 #include "tape/Content.h"
@@ -40,6 +41,12 @@ const char* kHelp =
     "  import CARPETA [--db CATÁLOGO]\n"
     "                           añade los títulos nuevos de los listados web guardados en la\n"
     "                           carpeta (la que tiene legend.html)\n"
+    "  purge [--dry-run] [--yes] [--db CATÁLOGO]\n"
+    "                           muestra las referencias a archivos que no están en el disco y,\n"
+    "                           con --yes, las borra del catálogo\n"
+    "  merge --from TÍTULO --into TÍTULO [--db CATÁLOGO]\n"
+    "                           pasa los archivos de un título a otro, con su nombre, año y\n"
+    "                           compañía en las cintas, y borra el primero\n"
     "  info [--set CAMPO=TEXTO]... [--yes] [--db CATÁLOGO] CINTA.tzx\n"
     "                           muestra la información de archivo de la cinta o, con --set,\n"
     "                           cambia esos campos (\\n es un salto de línea) y la guarda como\n"
@@ -228,6 +235,8 @@ int Run(const std::vector<std::string>& args, std::ostream& out, std::ostream& e
     }
     const std::string& command = args[0];
     if (command == "info") return InfoCommand(args, out, err);
+    if (command == "purge") return Purge(args, out, err);
+    if (command == "merge") return Merge(args, out, err);
     if (command == "screen" || command == "basic" || command == "extract") {
         CliPrompt prompt(err, false);
         PromptScope scope(prompt);

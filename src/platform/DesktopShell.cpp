@@ -1,6 +1,7 @@
 #include "platform/DesktopShell.h"
 
 #include <QDesktopServices>
+#include <QProcess>
 #include <QUrl>
 
 namespace cintal {
@@ -9,6 +10,17 @@ bool DesktopShell::Open(const QString& target) {
     const QUrl url = target.contains(QLatin1String("://")) ? QUrl(target, QUrl::TolerantMode)
                                                            : QUrl::fromLocalFile(target);
     return QDesktopServices::openUrl(url);
+}
+
+bool DesktopShell::Start(const QString& program, const QStringList& arguments, QString* reason) {
+    // Never a command line put together as text: a path with blanks or quotes
+    // reaches the program as one argument.
+    QProcess process;
+    process.setProgram(program);
+    process.setArguments(arguments);
+    if (process.startDetached()) return true;
+    if (reason) *reason = process.errorString();
+    return false;
 }
 
 } // namespace cintal

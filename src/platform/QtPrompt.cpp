@@ -9,6 +9,7 @@ namespace cintal {
 Button QtPrompt::Show(const Message& message) {
     QMessageBox box(QApplication::activeWindow());
     box.setText(QString::fromStdString(message.text));
+    if (!message.details.empty()) box.setDetailedText(QString::fromStdString(message.details));
     box.setWindowTitle(message.title.empty() ? QStringLiteral("Cintal")
                                              : QString::fromStdString(message.title));
     switch (message.icon) {

@@ -9,6 +9,10 @@ namespace {
 class NoShell : public Shell {
 public:
     bool Open(const QString&) override { return false; }
+    bool Start(const QString&, const QStringList&, QString* reason) override {
+        if (reason) *reason = QStringLiteral("no hay escritorio");
+        return false;
+    }
 };
 
 NoShell none;

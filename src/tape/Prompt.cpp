@@ -30,7 +30,7 @@ void SetPrompt(Prompt* prompt) {
 }
 
 Button Ask(const std::string& text, const std::string& title, Icon icon, Buttons buttons) {
-    return CurrentPrompt().Show(Message{text, title, icon, buttons});
+    return CurrentPrompt().Show(Message{text, title, icon, buttons, {}});
 }
 
 Button DefaultAnswer(Buttons buttons) {
@@ -50,6 +50,7 @@ std::string FormatMessage(const Message& message) {
     std::string out;
     if (!message.title.empty()) out += "[" + message.title + "] ";
     out += message.text;
+    if (!message.details.empty()) out += "\n" + message.details;
     return out;
 }
 

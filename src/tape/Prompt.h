@@ -19,6 +19,8 @@ struct Message {
     std::string title;
     Icon icon = Icon::None;
     Buttons buttons = Buttons::Ok;
+    // Longer text a box keeps folded away, such as a list of paths.
+    std::string details = {};
 };
 
 class Prompt {

@@ -6,6 +6,7 @@
 #include "catalogue/Store.h"
 #include "catalogue/Titles.h"
 #include "catalogue/frmSplash.h"
+#include "maintenance/Emulators.h"
 #include "platform/PathCase.h"
 #include "platform/Shell.h"
 #include "tape/Content.h"
@@ -73,6 +74,10 @@ Principal::Principal(QWidget* parent) : QMainWindow(parent) {
     connect(ChckHaveIt, &QCheckBox::toggled, this, [this] { ChckHaveIt_Click(); });
     connect(GridTitles, &Grid::HeaderClicked, this, &Principal::GridTitles_HeaderClick);
     connect(GridTitles, &Grid::SelectionChange, this, &Principal::GridTitles_SelectionChange);
+    // After the file list has followed the selection.
+    connect(GridTitles, &Grid::SelectionChange, this, [this] {
+        mnuCambiaTitle->setEnabled(GridTitles->SelectedRow() > 0 && GridFiles->Rows() > 0);
+    });
     connect(GridFiles, &Grid::RowDoubleClicked, this, [this] { GridFiles_DblClick(); });
     connect(ImgCaratula, &PictureBox::DoubleClicked, this, &Principal::ImgCaratula_DblClick);
     for (int i = 0; i < 4; ++i)
@@ -484,7 +489,7 @@ void Principal::GridFiles_DblClick() {
     // The catalogue keeps the scanned extension in lower case; the disk may not.
     const QString name = GridFiles->CellText(row, GridFiles->ColumnIndex("ColFileName"));
     const QString found = FindIgnoringCase(dir, {name});
-    Shell::Current().Open(found.isEmpty() ? QDir(dir).filePath(name) : found);
+    Emulators::OpenFile(found.isEmpty() ? QDir(dir).filePath(name) : found);
 }
 
 } // namespace cintal

@@ -61,6 +61,7 @@ public:
     QAction* mnuInfoseek;
     QAction* MnuTipShop;
     QAction* mnuDelTitle;
+    QAction* mnuCambiaTitle; // on when the selected title has files
     QMenu* Menupop2;
     QAction* mnuDelFile;
     QAction* mnuRenombra;
@@ -85,7 +86,7 @@ public:
     void CmdModify_Click();
     void Command2_Click();
     void Command3_Click() {}
-    void Command7_Click() {}
+    void Command7_Click();
     void ImportaWOS_Click();
     void CmdImportar_Click();
     void CmdLimpiaEmpty_Click();
@@ -94,6 +95,7 @@ public:
     void mnuInfoseek_Click();
     void MnuTipShop_Click();
     void mnuDelTitle_Click();
+    void mnuCambiaTitle_Click();
     void mnuDelFile_Click();
     void mnuRenombra_Click() {}
     void mnuTap2Tzx_Click();

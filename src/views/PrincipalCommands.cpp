@@ -82,6 +82,8 @@ void Principal::BuildCommands() {
     mnuInfoseek = Menupop->addAction(QStringLiteral("Infoseek"));
     MnuTipShop = Menupop->addAction(QStringLiteral("The TipShop"));
     mnuDelTitle = Menupop->addAction(QStringLiteral("Elimina registro"));
+    mnuCambiaTitle = Menupop->addAction(QStringLiteral("Mover archivos a otro título..."));
+    mnuCambiaTitle->setEnabled(false);
     Menupop2 = new QMenu(this);
     Menupop2->setObjectName("Menupop2");
     mnuDelFile = Menupop2->addAction(QStringLiteral("Elimina registro"));
@@ -91,6 +93,7 @@ void Principal::BuildCommands() {
     connect(mnuInfoseek, &QAction::triggered, this, &Principal::mnuInfoseek_Click);
     connect(MnuTipShop, &QAction::triggered, this, &Principal::MnuTipShop_Click);
     connect(mnuDelTitle, &QAction::triggered, this, &Principal::mnuDelTitle_Click);
+    connect(mnuCambiaTitle, &QAction::triggered, this, &Principal::mnuCambiaTitle_Click);
     connect(mnuDelFile, &QAction::triggered, this, &Principal::mnuDelFile_Click);
     connect(mnuRenombra, &QAction::triggered, this, &Principal::mnuRenombra_Click);
     connect(mnuTap2Tzx, &QAction::triggered, this, &Principal::mnuTap2Tzx_Click);
