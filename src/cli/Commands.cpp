@@ -3,6 +3,7 @@
 #include "cli/CatalogueCommands.h"
 #include "cli/ContentCommands.h"
 #include "cli/InfoCommand.h"
+#include "cli/MaintenanceCommands.h"
 
 #include "tape/Compare.h"
 #include "tape/Content.h"
@@ -11,6 +12,7 @@
 #include "tape/TZXTape.h"
 #include "tape/TapConvert.h"
 
+#include <algorithm>
 #include <ostream>
 #include <sstream>
 
@@ -40,6 +42,14 @@ const char* kHelp =
     "  import CARPETA [--db CATÁLOGO]\n"
     "                           añade los títulos nuevos de los listados web guardados en la\n"
     "                           carpeta (la que tiene legend.html)\n"
+    "  reorganise CARPETA [--subfolder NOMBRE] [--order single|initial|year|publisher]\n"
+    "             [--held-only] [--dry-run] [--no-catalogue] [--yes] [--db CATÁLOGO]\n"
+    "                           mueve los archivos de los títulos, con sus archivos laterales, a\n"
+    "                           un árbol nuevo bajo CARPETA/NOMBRE (\"Programas\" si no se da):\n"
+    "                           una carpeta, o una por inicial, por año o por compañía; con\n"
+    "                           --dry-run sólo muestra el plan; --yes responde Sí si la carpeta\n"
+    "                           ya existe; el catálogo sigue a los archivos salvo con\n"
+    "                           --no-catalogue\n"
     "  info [--set CAMPO=TEXTO]... [--yes] [--db CATÁLOGO] CINTA.tzx\n"
     "                           muestra la información de archivo de la cinta o, con --set,\n"
     "                           cambia esos campos (\\n es un salto de línea) y la guarda como\n"
@@ -234,6 +244,11 @@ int Run(const std::vector<std::string>& args, std::ostream& out, std::ostream& e
         if (command == "screen") return ScreenCommand(args, out, err);
         if (command == "basic") return BasicCommand(args, out, err);
         return ExtractCommand(args, out, err);
+    }
+    if (command == "reorganise") {
+        CliPrompt prompt(err, std::find(args.begin(), args.end(), "--yes") != args.end());
+        PromptScope scope(prompt);
+        return Reorganise(args, out, err);
     }
     if (command == "init" || command == "titles" || command == "add" || command == "scan" ||
         command == "import") {

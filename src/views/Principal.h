@@ -82,7 +82,7 @@ public:
     void CmdSearch_Click();
     void CmdModify_Click();
     void Command2_Click();
-    void Command3_Click() {}
+    void Command3_Click();
     void Command7_Click() {}
     void ImportaWOS_Click();
     void CmdImportar_Click();

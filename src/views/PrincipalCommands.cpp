@@ -10,6 +10,7 @@
 #include "inspector/Info.h"
 #include "inspector/TitleInfo.h"
 #include "inspector/frmCompara.h"
+#include "maintenance/Ordena.h"
 #include "platform/PathCase.h"
 #include "platform/Shell.h"
 #include "tape/Prompt.h"
@@ -152,6 +153,11 @@ void Principal::CmdImportar_Click() {
         Grids::FillTitles(Parts(), kOrderByName);
     else if (window.scanned)
         Grids::FillTitles(Parts(), QString());
+}
+
+void Principal::Command3_Click() {
+    Ordena window(GridTitles, GridFiles, this);
+    RunModal(window);
 }
 
 void Principal::CmdModify_Click() {
