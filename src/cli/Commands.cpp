@@ -50,6 +50,9 @@ const char* kHelp =
     "                           --dry-run sólo muestra el plan; --yes responde Sí si la carpeta\n"
     "                           ya existe; el catálogo sigue a los archivos salvo con\n"
     "                           --no-catalogue\n"
+    "  rename --file FILEID NUEVO [--db CATÁLOGO]\n"
+    "                           renombra el archivo de esa fila de tFiles, con sus archivos\n"
+    "                           laterales, al nombre NUEVO (sin extensión), y su fila con él\n"
     "  info [--set CAMPO=TEXTO]... [--yes] [--db CATÁLOGO] CINTA.tzx\n"
     "                           muestra la información de archivo de la cinta o, con --set,\n"
     "                           cambia esos campos (\\n es un salto de línea) y la guarda como\n"
@@ -245,10 +248,10 @@ int Run(const std::vector<std::string>& args, std::ostream& out, std::ostream& e
         if (command == "basic") return BasicCommand(args, out, err);
         return ExtractCommand(args, out, err);
     }
-    if (command == "reorganise") {
+    if (command == "reorganise" || command == "rename") {
         CliPrompt prompt(err, std::find(args.begin(), args.end(), "--yes") != args.end());
         PromptScope scope(prompt);
-        return Reorganise(args, out, err);
+        return command == "rename" ? Rename(args, out, err) : Reorganise(args, out, err);
     }
     if (command == "init" || command == "titles" || command == "add" || command == "scan" ||
         command == "import") {

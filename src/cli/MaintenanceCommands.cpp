@@ -1,10 +1,13 @@
 #include "cli/MaintenanceCommands.h"
 
 #include "catalogue/Comunes.h"
+#include "catalogue/Store.h"
+#include "maintenance/Renamer.h"
 #include "maintenance/Reorganiser.h"
 #include "tape/Prompt.h"
 
 #include <QFileInfo>
+#include <QSqlQuery>
 #include <ostream>
 
 namespace cintal::cli {
@@ -88,6 +91,55 @@ int Reorganise(const std::vector<std::string>& args, std::ostream& out, std::ost
         << "Omitidos: " << c.Omitidos << "\n";
     for (const QString& note : reorganiser.notes)
         err << note.toStdString() << "\n";
+    return 0;
+}
+
+} // namespace cintal::cli
+
+namespace cintal::cli {
+
+int Rename(const std::vector<std::string>& args, std::ostream& out, std::ostream& err) {
+    QString db, newBase;
+    qint64 fileId = 0;
+    for (std::size_t i = 1; i < args.size(); ++i) {
+        const std::string& a = args[i];
+        if (a == "--db" && i + 1 < args.size()) {
+            db = QString::fromStdString(args[++i]);
+        } else if (a == "--file" && i + 1 < args.size()) {
+            fileId = QString::fromStdString(args[++i]).toLongLong();
+        } else if (newBase.isEmpty() && !a.empty() && a[0] != '-') {
+            newBase = QString::fromStdString(a);
+        } else {
+            err << "cintal-cli: argumento inesperado " << a << "\n";
+            return 2;
+        }
+    }
+    if (fileId <= 0 || newBase.isEmpty()) {
+        err << "Uso: cintal-cli rename --file FILEID NUEVO [--db CATÁLOGO]\n";
+        return 2;
+    }
+    if (db.isEmpty()) db = Comunes::DefaultDbPath();
+    QString reason;
+    if (!Comunes::InitGlobals(db, &reason)) {
+        err << "No se puede abrir el catálogo " << db.toStdString() << ": " << reason.toStdString()
+            << "\n";
+        return 2;
+    }
+    QSqlQuery q = Store::NewQuery();
+    if (!Store::Exec(q, "SELECT FileName, Extension, PathIndex FROM tFiles WHERE FileId = ?",
+                     {fileId}))
+        return 2;
+    if (!q.next()) {
+        err << "No hay ningún archivo con FileId " << fileId << "\n";
+        return 1;
+    }
+    const qint64 index = NumberOf(q.value(2));
+    Renamer renamer;
+    renamer.Load(Comunes::PathTable.Dir(index), TextOf(q.value(0)) + "." + TextOf(q.value(1)),
+                 index);
+    const QString result = renamer.Rename(newBase);
+    if (result == Renamer::kFallido) return 1;
+    out << result.toStdString() << "\n";
     return 0;
 }
 

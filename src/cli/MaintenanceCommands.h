@@ -13,3 +13,11 @@ namespace cintal::cli {
 int Reorganise(const std::vector<std::string>& args, std::ostream& out, std::ostream& err);
 
 } // namespace cintal::cli
+
+namespace cintal::cli {
+
+// `rename --file FILEID NEW [--db FILE]`: the file of that row, with all its
+// side files, renamed to the base name NEW, and its row with it.
+int Rename(const std::vector<std::string>& args, std::ostream& out, std::ostream& err);
+
+} // namespace cintal::cli

@@ -93,7 +93,7 @@ public:
     void MnuTipShop_Click();
     void mnuDelTitle_Click();
     void mnuDelFile_Click();
-    void mnuRenombra_Click() {}
+    void mnuRenombra_Click();
     void mnuTap2Tzx_Click();
 
     // The file dialog of AddFileByHand: given the filter, gives the chosen

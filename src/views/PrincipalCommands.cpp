@@ -11,6 +11,7 @@
 #include "inspector/TitleInfo.h"
 #include "inspector/frmCompara.h"
 #include "maintenance/Ordena.h"
+#include "maintenance/frmRenombra.h"
 #include "platform/PathCase.h"
 #include "platform/Shell.h"
 #include "tape/Prompt.h"
@@ -157,6 +158,13 @@ void Principal::CmdImportar_Click() {
 
 void Principal::Command3_Click() {
     Ordena window(GridTitles, GridFiles, this);
+    RunModal(window);
+}
+
+void Principal::mnuRenombra_Click() {
+    if (GridFiles->SelectedRow() < 1) return;
+    frmRenombra window(GridTitles, GridFiles, this);
+    window.BuscaPantalla = [this] { BuscaPantalla(); };
     RunModal(window);
 }
 
