@@ -16,6 +16,7 @@ namespace cintal {
 frmRenombra::frmRenombra(Grid* titles, Grid* files, QWidget* parent)
     : QDialog(parent), GridTitles(titles), GridFiles(files) {
     setObjectName("frmRenombra");
+    resize(620, 320);
     Label3 = new QLabel(QStringLiteral("Nuevo nombre:"));
     Text1 = new QLineEdit;
     Text1->setObjectName("Text1");
