@@ -227,6 +227,27 @@ TEST_F(ReorganiseTest, NothingIsOverwrittenAndWhatStaysIsCounted) {
     EXPECT_TRUE(QFileInfo(target + "/Inlay").isDir());
 }
 
+TEST_F(ReorganiseTest, AFileWhoseRowCannotFollowGoesBack) {
+    Game("Uno", "1984", 1, "uno.tzx");
+    Side("Scrshot", "Uno.scr");
+    Open();
+    std::vector<ReorgTitle> titles;
+    ASSERT_TRUE(LoadReorgTitles(false, titles));
+    Reorganiser r;
+    r.Plan(out + "/P", SortBy::Single, titles);
+    // The catalogue goes away between the plan and the run.
+    Store::Close();
+    ASSERT_EQ(Reorganiser::Result::Done, r.Run(true));
+    EXPECT_EQ(QByteArray("uno.tzx"), Contents(src + "/uno.tzx"));
+    EXPECT_FALSE(Has(out + "/P/uno.tzx"));
+    EXPECT_TRUE(Has(out + "/P/Scrshot/Uno.scr"));
+    EXPECT_EQ(0, r.counters.Movidos);
+    EXPECT_EQ(1, r.counters.Omitidos);
+    ASSERT_EQ(1u, r.notes.size());
+    EXPECT_NE(std::string::npos, S(r.notes[0]).find("el archivo vuelve a su sitio"));
+    EXPECT_EQ(S(src), S(RowDir("uno")));
+}
+
 TEST_F(ReorganiseTest, CommandLineAsksBeforeUsingAnExistingFolderAndPrintsThePlan) {
     Game("Uno", "1984", 1, "uno.tzx");
     Game("Dos", "1984", 1, "dos.tzx", 0);
