@@ -10,13 +10,15 @@
 #include "catalogue/Store.h"
 #include "inspector/Info.h"
 #include "tape/Prompt.h"
+#include "maintenance/Ordena.h"
+#include "maintenance/frmRenombra.h"
 #include "views/Principal.h"
 
 #include <QApplication>
 #include <QDir>
-#include <QFile>
 #include <QElapsedTimer>
 #include <QFile>
+#include <QRadioButton>
 #include <QTemporaryDir>
 #include <QTimer>
 #include <cstdio>
@@ -138,7 +140,34 @@ int main(int argc, char** argv) {
             window.close();
         };
         frm.Command7_Click();
-        UseSettingsFile({});
+        UseSettingsFile(work.filePath("ajustes.ini"));
+    }
+    // The reorganiser after a dry run by initial into an empty folder: the
+    // plan only, nothing moves.
+    {
+        QTemporaryDir empty;
+        frm.RunModal = [&](QDialog& window) {
+            auto& ordena = static_cast<Ordena&>(window);
+            ordena.show();
+            ordena.Dir1_Click(empty.path());
+            ordena.OptionSortBy[1]->setChecked(true);
+            ordena.CommandSimular_Click();
+            Settle(800);
+            Save(window, QDir(out).filePath("ordena.png"));
+            window.close();
+        };
+        frm.Command3_Click();
+    }
+    // The rename window on a file with its loading screen; closed unused.
+    if (SelectTitle(frm, QStringLiteral("Castillo Sombrío"))) {
+        frm.GridFiles->SetSelectedRow(1);
+        frm.RunModal = [&](QDialog& window) {
+            window.show();
+            Settle(300);
+            Save(window, QDir(out).filePath("renombra.png"));
+            window.close();
+        };
+        frm.mnuRenombra_Click();
     }
     if (argc < 4) return 0;
     // The listing import after its first run, into a new catalogue.

@@ -4,6 +4,7 @@
 #include "cli/ContentCommands.h"
 #include "cli/InfoCommand.h"
 #include "cli/MaintenanceCommands.h"
+#include "cli/ReorganiseCommands.h"
 
 #include "tape/Compare.h"
 #include "tape/Content.h"
@@ -12,6 +13,7 @@
 #include "tape/TZXTape.h"
 #include "tape/TapConvert.h"
 
+#include <algorithm>
 #include <ostream>
 #include <sstream>
 
@@ -47,6 +49,17 @@ const char* kHelp =
     "  merge --from TÍTULO --into TÍTULO [--db CATÁLOGO]\n"
     "                           pasa los archivos de un título a otro, con su nombre, año y\n"
     "                           compañía en las cintas, y borra el primero\n"
+    "  reorganise CARPETA [--subfolder NOMBRE] [--order single|initial|year|publisher]\n"
+    "             [--held-only] [--dry-run] [--no-catalogue] [--yes] [--db CATÁLOGO]\n"
+    "                           mueve los archivos de los títulos, con sus archivos laterales, a\n"
+    "                           un árbol nuevo bajo CARPETA/NOMBRE (\"Programas\" si no se da):\n"
+    "                           una carpeta, o una por inicial, por año o por compañía; con\n"
+    "                           --dry-run sólo muestra el plan; --yes responde Sí si la carpeta\n"
+    "                           ya existe; el catálogo sigue a los archivos salvo con\n"
+    "                           --no-catalogue\n"
+    "  rename --file FILEID NUEVO [--db CATÁLOGO]\n"
+    "                           renombra el archivo de esa fila de tFiles, con sus archivos\n"
+    "                           laterales, al nombre NUEVO (sin extensión), y su fila con él\n"
     "  info [--set CAMPO=TEXTO]... [--yes] [--db CATÁLOGO] CINTA.tzx\n"
     "                           muestra la información de archivo de la cinta o, con --set,\n"
     "                           cambia esos campos (\\n es un salto de línea) y la guarda como\n"
@@ -243,6 +256,11 @@ int Run(const std::vector<std::string>& args, std::ostream& out, std::ostream& e
         if (command == "screen") return ScreenCommand(args, out, err);
         if (command == "basic") return BasicCommand(args, out, err);
         return ExtractCommand(args, out, err);
+    }
+    if (command == "reorganise" || command == "rename") {
+        CliPrompt prompt(err, std::find(args.begin(), args.end(), "--yes") != args.end());
+        PromptScope scope(prompt);
+        return command == "rename" ? Rename(args, out, err) : Reorganise(args, out, err);
     }
     if (command == "init" || command == "titles" || command == "add" || command == "scan" ||
         command == "import") {

@@ -85,7 +85,7 @@ public:
     void CmdSearch_Click();
     void CmdModify_Click();
     void Command2_Click();
-    void Command3_Click() {}
+    void Command3_Click();
     void Command7_Click();
     void ImportaWOS_Click();
     void CmdImportar_Click();
@@ -97,7 +97,7 @@ public:
     void mnuDelTitle_Click();
     void mnuCambiaTitle_Click();
     void mnuDelFile_Click();
-    void mnuRenombra_Click() {}
+    void mnuRenombra_Click();
     void mnuTap2Tzx_Click();
 
     // The file dialog of AddFileByHand: given the filter, gives the chosen

@@ -10,6 +10,8 @@
 #include "inspector/Info.h"
 #include "inspector/TitleInfo.h"
 #include "inspector/frmCompara.h"
+#include "maintenance/Ordena.h"
+#include "maintenance/frmRenombra.h"
 #include "platform/PathCase.h"
 #include "platform/Shell.h"
 #include "tape/Prompt.h"
@@ -155,6 +157,18 @@ void Principal::CmdImportar_Click() {
         Grids::FillTitles(Parts(), kOrderByName);
     else if (window.scanned)
         Grids::FillTitles(Parts(), QString());
+}
+
+void Principal::Command3_Click() {
+    Ordena window(GridTitles, GridFiles, this);
+    RunModal(window);
+}
+
+void Principal::mnuRenombra_Click() {
+    if (GridFiles->SelectedRow() < 1) return;
+    frmRenombra window(GridTitles, GridFiles, this);
+    window.BuscaPantalla = [this] { BuscaPantalla(); };
+    RunModal(window);
 }
 
 void Principal::CmdModify_Click() {

@@ -1,0 +1,219 @@
+#include "maintenance/Ordena.h"
+
+#include "catalogue/Comunes.h"
+#include "platform/Grid.h"
+#include "tape/Prompt.h"
+#include "views/Grids.h"
+
+#include <QApplication>
+#include <QButtonGroup>
+#include <QCheckBox>
+#include <QDir>
+#include <QFileInfo>
+#include <QFileSystemModel>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QTreeView>
+#include <QVBoxLayout>
+
+namespace cintal {
+
+namespace {
+
+QLabel* Counter() {
+    auto* l = new QLabel(QStringLiteral("0"));
+    l->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    l->setMinimumWidth(70);
+    return l;
+}
+
+} // namespace
+
+Ordena::Ordena(Grid* titles, Grid* files, QWidget* parent)
+    : QDialog(parent), GridTitles(titles), GridFiles(files) {
+    setObjectName("Ordena");
+    setWindowTitle(QStringLiteral("Ordena archivos"));
+    resize(900, 560);
+
+    folders = new QFileSystemModel(this);
+    folders->setFilter(QDir::Dirs | QDir::NoDotAndDotDot | QDir::Drives);
+    folders->setRootPath(QDir::rootPath());
+    Dir1 = new QTreeView;
+    Dir1->setObjectName("Dir1");
+    Dir1->setModel(folders);
+    for (int c = 1; c < folders->columnCount(); ++c)
+        Dir1->hideColumn(c);
+    Dir1->header()->hide();
+    connect(Dir1, &QTreeView::clicked, this,
+            [this](const QModelIndex& i) { Dir1_Click(folders->filePath(i)); });
+    LabelRuta = new QLabel;
+    LabelRuta->setObjectName("LabelRuta");
+    LabelRuta->setTextInteractionFlags(Qt::TextSelectableByMouse);
+
+    Label1 = new QLabel(QStringLiteral("Subdirectorio:"));
+    TxtSubFolder = new QLineEdit(QStringLiteral("Programas"));
+    TxtSubFolder->setObjectName("TxtSubFolder");
+    TxtSubFolder->setMaxLength(30);
+
+    auto* sortBox = new QGroupBox(QStringLiteral("Ordenar por"));
+    auto* sortLayout = new QVBoxLayout(sortBox);
+    auto* group = new QButtonGroup(this);
+    const char* captions[4] = {"Directorio único", "Alfabético", "Fecha", "Publisher"};
+    for (int i = 0; i < 4; ++i) {
+        OptionSortBy[i] = new QRadioButton(QString::fromUtf8(captions[i]));
+        OptionSortBy[i]->setObjectName(QStringLiteral("OptionSortBy_%1").arg(i));
+        group->addButton(OptionSortBy[i], i);
+        sortLayout->addWidget(OptionSortBy[i]);
+    }
+    OptionSortBy[0]->setChecked(true);
+
+    CheckCatalogo = new QCheckBox(QStringLiteral("Actualizar el catálogo"));
+    CheckCatalogo->setObjectName("CheckCatalogo");
+    CheckCatalogo->setChecked(true);
+    CommandSimular = new QPushButton(QStringLiteral("Simular"));
+    CommandSimular->setObjectName("CommandSimular");
+    CommandOrdenar = new QPushButton(QStringLiteral("Reordenar"));
+    CommandOrdenar->setObjectName("CommandOrdenar");
+    connect(CommandSimular, &QPushButton::clicked, this, &Ordena::CommandSimular_Click);
+    connect(CommandOrdenar, &QPushButton::clicked, this, &Ordena::CommandOrdenar_Click);
+
+    auto* counts = new QGroupBox;
+    auto* grid = new QGridLayout(counts);
+    LabelTitulos = Counter();
+    LabelMovidos = Counter();
+    LabelLaterales = Counter();
+    LabelOmitidos = Counter();
+    const std::pair<const char*, QLabel*> rows[] = {{"Títulos:", LabelTitulos},
+                                                    {"Archivos movidos:", LabelMovidos},
+                                                    {"Archivos laterales movidos:", LabelLaterales},
+                                                    {"Omitidos:", LabelOmitidos}};
+    int r = 0;
+    for (const auto& [caption, label] : rows) {
+        grid->addWidget(new QLabel(QString::fromUtf8(caption)), r, 0);
+        grid->addWidget(label, r++, 1);
+    }
+    ProgressBar1 = new QProgressBar;
+    ProgressBar1->setObjectName("ProgressBar1");
+    ProgressBar1->setValue(0);
+    ListPlan = new QListWidget;
+    ListPlan->setObjectName("ListPlan");
+
+    auto* sub = new QHBoxLayout;
+    sub->addWidget(Label1);
+    sub->addWidget(TxtSubFolder, 1);
+    auto* buttons = new QHBoxLayout;
+    buttons->addWidget(CommandSimular);
+    buttons->addWidget(CommandOrdenar);
+    auto* left = new QVBoxLayout;
+    left->addWidget(new QLabel(QStringLiteral("Carpeta:")));
+    left->addWidget(LabelRuta);
+    left->addWidget(Dir1, 1);
+    left->addLayout(sub);
+    auto* right = new QVBoxLayout;
+    right->addWidget(sortBox);
+    right->addWidget(CheckCatalogo);
+    right->addLayout(buttons);
+    right->addWidget(counts);
+    right->addWidget(ProgressBar1);
+    right->addWidget(ListPlan, 1);
+    auto* layout = new QHBoxLayout(this);
+    layout->addLayout(left, 1);
+    layout->addLayout(right, 1);
+
+    reorganiser.onProgress = [this](const Reorganiser& w) { ShowCounters(w); };
+    Dir1_Click(QDir::homePath());
+}
+
+void Ordena::Dir1_Click(const QString& path) {
+    dir1Path = path;
+    LabelRuta->setText(path);
+    Dir1->setCurrentIndex(folders->index(path));
+}
+
+SortBy Ordena::Order() const {
+    for (int i = 0; i < 4; ++i)
+        if (OptionSortBy[i]->isChecked()) return static_cast<SortBy>(i);
+    return SortBy::Single;
+}
+
+std::vector<ReorgTitle> Ordena::ListedTitles() {
+    std::vector<ReorgTitle> titles;
+    const int colId = GridTitles->ColumnIndex("ColTitleId");
+    const int colName = GridTitles->ColumnIndex("ColName");
+    const int colYear = GridTitles->ColumnIndex("ColYear");
+    const int colPub = GridTitles->ColumnIndex("ColPublisher");
+    // What the main window lists: a hidden row is filtered out.
+    for (int row = 1; row <= GridTitles->Rows(); ++row) {
+        if (!GridTitles->RowVisible(row)) continue;
+        ReorgTitle t;
+        t.TitleId = GridTitles->CellText(row, colId).toLongLong();
+        t.name = GridTitles->CellText(row, colName);
+        t.year = GridTitles->CellText(row, colYear);
+        t.publisher = GridTitles->CellText(row, colPub);
+        LoadReorgFiles(t);
+        titles.push_back(std::move(t));
+    }
+    return titles;
+}
+
+void Ordena::ShowCounters(const Reorganiser& r) {
+    LabelTitulos->setText(QString::number(r.counters.Titulos));
+    LabelMovidos->setText(QString::number(r.counters.Movidos));
+    LabelLaterales->setText(QString::number(r.counters.Laterales));
+    LabelOmitidos->setText(QString::number(r.counters.Omitidos));
+    ProgressBar1->setRange(0, std::max(1, r.titlesTotal));
+    ProgressBar1->setValue(static_cast<int>(r.counters.Titulos));
+}
+
+void Ordena::ShowPlan() {
+    ListPlan->clear();
+    QStringList lines;
+    lines.reserve(static_cast<int>(reorganiser.steps.size()));
+    for (const ReorgStep& s : reorganiser.steps)
+        lines << s.Text();
+    ListPlan->addItems(lines);
+}
+
+void Ordena::CommandSimular_Click() {
+    const QString target = Reorganiser::Target(dir1Path, TxtSubFolder->text());
+    QApplication::setOverrideCursor(Qt::WaitCursor);
+    reorganiser.Plan(target, Order(), ListedTitles());
+    ShowPlan();
+    ShowCounters(reorganiser);
+    QApplication::restoreOverrideCursor();
+}
+
+void Ordena::CommandOrdenar_Click() {
+    const QString target = Reorganiser::Target(dir1Path, TxtSubFolder->text());
+    if (QFileInfo(target).isDir() && Ask("El directorio ya existe. ¿desea continuar?", {},
+                                         Icon::Critical, Buttons::YesNo) == Button::No)
+        return;
+    QApplication::setOverrideCursor(Qt::WaitCursor);
+    reorganiser.Plan(target, Order(), ListedTitles());
+    ListPlan->clear();
+    reorganiser.Run(CheckCatalogo->isChecked());
+    ShowCounters(reorganiser);
+    for (const QString& note : reorganiser.notes)
+        ListPlan->addItem(note);
+    // The main window ends on its last listed title, with its files where
+    // they now are.
+    int last = 0;
+    for (int row = GridTitles->Rows(); row >= 1 && !last; --row)
+        if (GridTitles->RowVisible(row)) last = row;
+    if (last) {
+        GridTitles->SetSelectedRow(last);
+        Grids::FillFiles(GridTitles->CellText(last, GridTitles->ColumnIndex("ColTitleId")),
+                         *GridFiles);
+    }
+    QApplication::restoreOverrideCursor();
+}
+
+} // namespace cintal

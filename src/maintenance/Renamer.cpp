@@ -1,0 +1,122 @@
+#include "maintenance/Renamer.h"
+
+#include "catalogue/Comunes.h"
+#include "catalogue/Records.h"
+#include "catalogue/Store.h"
+#include "maintenance/Reorganiser.h"
+#include "platform/MoveFile.h"
+#include "platform/PathCase.h"
+#include "tape/Prompt.h"
+
+#include <QFileInfo>
+#include <utility>
+
+namespace cintal {
+
+namespace {
+
+struct SideKind {
+    const char* folder;
+    const char* ending;
+};
+constexpr SideKind kKinds[] = {
+    {"scrshot", ".scr"},
+    {"pokes", ".pok"},
+    {"info", ".txt"},
+    {"Inlay", ".jpg"},
+    {"Codesheet", "_codesheet.jpg"},
+    {"Map", "_map.jpg"},
+};
+
+} // namespace
+
+void Renamer::Load(const QString& dir, const QString& fullName, qint64 index) {
+    folder = dir;
+    oldFull = fullName;
+    pathIndex = index;
+    const int dot = fullName.lastIndexOf(u'.');
+    oldBase = dot < 0 ? fullName : fullName.left(dot);
+    extension = dot < 0 ? QString() : fullName.mid(dot + 1);
+    entries.clear();
+    screenFile.clear();
+    for (const SideKind& k : kKinds) {
+        const QString found =
+            FindIgnoringCase(folder, {QString::fromLatin1(k.folder), oldBase + k.ending});
+        if (found.isEmpty()) continue;
+        RenameEntry e;
+        e.label = oldBase + k.ending;
+        e.source = found;
+        e.folder = QFileInfo(found).path();
+        e.ending = QFileInfo(found).fileName().mid(oldBase.size());
+        entries.push_back(e);
+        if (QLatin1String(k.ending) == QLatin1String(".scr")) screenFile = found;
+    }
+}
+
+bool Renamer::RenombraFileInDB(const QString& newBase) {
+    // The folder is part of a file's identity: two folders may hold one name.
+    QuietErrors quiet;
+    return Store::Run("UPDATE tFiles SET FileName = ?, HaveIt = 1 WHERE FileId = (SELECT FileId "
+                      "FROM tFiles WHERE FileName = ? AND Extension = ? AND PathIndex = ? "
+                      "ORDER BY FileId LIMIT 1)",
+                      {newBase, oldBase, extension, pathIndex});
+}
+
+QString Renamer::Rename(const QString& newBase) {
+    const QString newName = newBase + "." + extension;
+    if (newName == oldFull) {
+        Ask("el nombre de archivo no puede ser el mismo que el de origen. Especifica otro nombre.",
+            {}, Icon::Exclamation);
+        return kFallido;
+    }
+    if (Reorganiser::FolderName(newBase) != newBase) {
+        Ask("el nombre de archivo no es válido", {}, Icon::Exclamation);
+        return kFallido;
+    }
+    // Every rename, file first, then the ticked side files in list order.
+    std::vector<std::pair<QString, QString>> moves;
+    const QString file = FindIgnoringCase(folder, {oldFull});
+    moves.push_back({file.isEmpty() ? Comunes::PathIn(folder, oldFull) : file,
+                     Comunes::PathIn(folder, newName)});
+    for (const RenameEntry& e : entries)
+        if (e.ticked) moves.push_back({e.source, Comunes::PathIn(e.folder, newBase + e.ending)});
+    for (const auto& [from, to] : moves) {
+        const QFileInfo target(to);
+        const QString there = FindIgnoringCase(target.path(), {target.fileName()});
+        // Only a change of case finds the file itself there.
+        if (!there.isEmpty() && there != from) {
+            Ask("el nombre de archivo ya existe. Especifica otro nombre.", {}, Icon::Critical);
+            return kFallido;
+        }
+    }
+    std::size_t done = 0;
+    QString reason;
+    QString failed;
+    for (; done < moves.size(); ++done) {
+        if (!platform::MoveNoReplace(moves[done].first, moves[done].second, &reason)) {
+            failed = moves[done].first;
+            break;
+        }
+    }
+    if (failed.isEmpty() && !RenombraFileInDB(newBase)) {
+        failed = QStringLiteral("el catálogo");
+        reason = Store::LastError();
+    }
+    if (!failed.isEmpty()) {
+        // Back to the old names, the last renamed first.
+        while (done > 0) {
+            --done;
+            QString ignored;
+            platform::MoveNoReplace(moves[done].second, moves[done].first, &ignored);
+        }
+        Ask(QStringLiteral(
+                "No se pudo renombrar %1: %2. Los archivos conservan su nombre anterior.")
+                .arg(failed, reason)
+                .toStdString());
+        return kFallido;
+    }
+    Ask(("Archivo renombrado: " + newName).toStdString(), {}, Icon::Information);
+    return newName;
+}
+
+} // namespace cintal

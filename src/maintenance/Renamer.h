@@ -1,0 +1,42 @@
+#pragma once
+// Renaming one file of the collection with its side files, and its row with
+// it: all of it happens, or none of it stays.
+
+#include <QString>
+#include <vector>
+
+namespace cintal {
+
+struct RenameEntry {
+    QString label;  // as the list shows it: the old base name and its ending
+    QString source; // the side file on disk
+    QString folder; // the side folder, as found on disk
+    QString ending; // what follows the base name, with its case on disk
+    bool ticked = true;
+};
+
+class Renamer {
+public:
+    static inline const QString kFallido = QStringLiteral("FALLIDO");
+
+    // Takes the file, "name.ext" in folder, and finds its side files.
+    void Load(const QString& folder, const QString& fullName, qint64 pathIndex);
+
+    // Renames the file and its ticked side files to newBase on disk, then
+    // its row; when any part fails, what was renamed gets its old name back.
+    // Returns the new full name, or "FALLIDO" after telling the user why.
+    QString Rename(const QString& newBase);
+
+    QString folder;
+    QString oldFull;
+    QString oldBase;
+    QString extension;
+    qint64 pathIndex = 0;
+    std::vector<RenameEntry> entries;
+    QString screenFile; // the file's loading screen, when there is one
+
+private:
+    bool RenombraFileInDB(const QString& newBase);
+};
+
+} // namespace cintal

@@ -1,0 +1,360 @@
+#include "maintenance/Reorganiser.h"
+
+#include "catalogue/Breathe.h"
+#include "catalogue/Comunes.h"
+#include "catalogue/Files.h"
+#include "catalogue/Records.h"
+#include "catalogue/Store.h"
+#include "platform/MoveFile.h"
+#include "tape/Prompt.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QSqlQuery>
+
+namespace cintal {
+
+namespace {
+
+// The side files beside a file, in the order they move: folder, the ending
+// after the title's name.
+struct SideFile {
+    const char* folder;
+    const char* ending;
+};
+constexpr SideFile kSideFiles[] = {
+    {"Scrshot", ".scr"}, {"Pokes", ".pok"}, {"Info", ".txt"},    {"Info", ".doc"},
+    {"Info", ".pdf"},    {"Inlay", ".jpg"}, {"Map", "_Map.jpg"}, {"Codesheet", "_Codesheet.jpg"},
+};
+
+QString Key(const QString& path) {
+    return path.toLower();
+}
+
+QString Join(const QString& dir, const QString& name) {
+    return Comunes::PathIn(dir, name);
+}
+
+} // namespace
+
+QString ReorgStep::Text() const {
+    switch (kind) {
+    case Kind::MakeFolder:
+        return QStringLiteral("crear carpeta %1").arg(dest);
+    case Kind::Move:
+        return QStringLiteral("mover %1 -> %2").arg(source, dest);
+    case Kind::Exists:
+        return QStringLiteral("ya existe: se deja %1").arg(dest);
+    case Kind::Missing:
+        return QStringLiteral("no está: se omite %1").arg(source);
+    }
+    return {};
+}
+
+const QStringList& Reorganiser::SideFolders() {
+    static const QStringList folders = {"Scrshot", "Info", "Pokes", "Map", "Inlay", "Codesheet"};
+    return folders;
+}
+
+QString Reorganiser::Target(const QString& parent, const QString& subFolder) {
+    if (subFolder.isEmpty()) return parent;
+    return Join(parent, subFolder);
+}
+
+QString Reorganiser::FolderName(const QString& text) {
+    // What Linux or a FAT or NTFS volume refuses in a name.
+    static const QString refused = QStringLiteral("/\\:*?\"<>|");
+    QString name = text;
+    for (QChar& c : name)
+        if (refused.contains(c) || c.unicode() < 0x20 || c.unicode() == 0x7F) c = u'_';
+    if (name.isEmpty() || name == QLatin1String(".") || name == QLatin1String(".."))
+        return QStringLiteral("_");
+    return name;
+}
+
+QString Reorganiser::DestFolder(SortBy order, const QString& name, const QString& year,
+                                const QString& publisher) {
+    switch (order) {
+    case SortBy::Single:
+        return {};
+    case SortBy::Initial: {
+        QString shown = name;
+        shown.replace(QStringLiteral(": "), QStringLiteral(" - "));
+        if (shown.isEmpty()) return QStringLiteral("#");
+        const QChar first = shown.front();
+        if (first.isHighSurrogate() && shown.size() > 1) {
+            const char32_t code = QChar::surrogateToUcs4(first, shown[1]);
+            return QChar::isLetter(code) ? shown.left(2) : QStringLiteral("#");
+        }
+        return first.isLetter() ? QString(first) : QStringLiteral("#");
+    }
+    case SortBy::Year: {
+        bool ok = false;
+        const int y = year.trimmed().toInt(&ok);
+        if (!ok || y < 1970 || y > 2020) return QStringLiteral("Sin fecha");
+        return FolderName(year);
+    }
+    case SortBy::Publisher:
+        return FolderName(publisher);
+    }
+    return {};
+}
+
+QString Reorganiser::FindEntry(const QString& dir, const QString& name, bool wantDir) {
+    const QString key = Key(dir);
+    auto it = listings.find(key);
+    if (it == listings.end()) {
+        QHash<QString, QString> entries;
+        const QDir d(dir);
+        const QFileInfoList found =
+            d.entryInfoList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
+        for (const QFileInfo& f : found) {
+            const QString lower = f.fileName().toLower();
+            // On a volume that tells case apart, the exact spelling wins.
+            if (!entries.contains(lower) || f.fileName() == name)
+                entries.insert(lower, f.fileName());
+            if (f.isDir()) isDir.insert(Key(Join(dir, f.fileName())), true);
+        }
+        it = listings.insert(key, entries);
+    }
+    const auto e = it->constFind(name.toLower());
+    if (e == it->constEnd()) return {};
+    const QString path = Join(dir, *e);
+    if (wantDir != isDir.value(Key(path), false)) return {};
+    return path;
+}
+
+QString Reorganiser::ResolveFolder(const QString& parent, const QString& name, int title) {
+    const QString found = FindEntry(parent, name, true);
+    if (!found.isEmpty()) return found;
+    const QString path = Join(parent, name);
+    ReorgStep step;
+    step.kind = ReorgStep::Kind::MakeFolder;
+    step.dest = path;
+    step.title = title;
+    steps.push_back(step);
+    listings[Key(parent)].insert(name.toLower(), name);
+    listings.insert(Key(path), {});
+    isDir.insert(Key(path), true);
+    return path;
+}
+
+void Reorganiser::PlanMove(const QString& source, const QString& destDir, bool side, qint64 fileId,
+                           int title) {
+    ReorgStep step;
+    step.source = source;
+    step.side = side;
+    step.FileId = fileId;
+    step.title = title;
+    const QString fileName = QFileInfo(source).fileName();
+    const QString there = FindEntry(destDir, fileName, false);
+    const QString thereDir = FindEntry(destDir, fileName, true);
+    if (!there.isEmpty() || !thereDir.isEmpty()) {
+        step.kind = ReorgStep::Kind::Exists;
+        step.dest = there.isEmpty() ? thereDir : there;
+        steps.push_back(step);
+        return;
+    }
+    step.kind = ReorgStep::Kind::Move;
+    step.dest = Join(destDir, fileName);
+    steps.push_back(step);
+    const QString from = QFileInfo(source).path();
+    listings[Key(from)].remove(fileName.toLower());
+    listings[Key(destDir)].insert(fileName.toLower(), fileName);
+}
+
+void Reorganiser::Plan(const QString& targetFolder, SortBy order,
+                       const std::vector<ReorgTitle>& titles) {
+    steps.clear();
+    notes.clear();
+    listings.clear();
+    isDir.clear();
+    counters = {};
+    failure.clear();
+    titlesTotal = static_cast<int>(titles.size());
+    target = targetFolder;
+
+    const QFileInfo t(target);
+    if (!t.isDir()) ResolveFolder(t.path(), t.fileName(), -1);
+
+    for (int i = 0; i < titlesTotal; ++i) {
+        const ReorgTitle& title = titles[static_cast<std::size_t>(i)];
+        const QString below = DestFolder(order, title.name, title.year, title.publisher);
+        const QString dest = below.isEmpty() ? target : ResolveFolder(target, below, i);
+        QHash<QString, QString> sideDirs;
+        for (const QString& side : SideFolders())
+            sideDirs.insert(side, ResolveFolder(dest, side, i));
+        const QString base = SideBaseName(title.name);
+        for (const ReorgFile& file : title.files) {
+            for (const SideFile& s : kSideFiles) {
+                const QString folder = FindEntry(file.dir, s.folder, true);
+                if (folder.isEmpty()) continue;
+                // A side file that isn't there is no fault: most titles lack some.
+                const QString source = FindEntry(folder, base + s.ending, false);
+                if (source.isEmpty()) continue;
+                PlanMove(source, sideDirs.value(s.folder), true, 0, i);
+            }
+            const QString source = FindEntry(file.dir, file.fileName, false);
+            if (source.isEmpty()) {
+                ReorgStep missing;
+                missing.kind = ReorgStep::Kind::Missing;
+                missing.source = Join(file.dir, file.fileName);
+                missing.FileId = file.FileId;
+                missing.title = i;
+                steps.push_back(missing);
+                continue;
+            }
+            PlanMove(source, dest, false, file.FileId, i);
+        }
+        counters.Titulos = i + 1;
+        if (onProgress && (i % 64 == 63 || i + 1 == titlesTotal)) onProgress(*this);
+    }
+    for (const ReorgStep& s : steps) {
+        if (s.kind == ReorgStep::Kind::Exists || s.kind == ReorgStep::Kind::Missing)
+            ++counters.Omitidos;
+        else if (s.kind == ReorgStep::Kind::Move)
+            ++(s.side ? counters.Laterales : counters.Movidos);
+    }
+}
+
+bool Reorganiser::PointRow(qint64 fileId, const QString& dir) {
+    QuietErrors quiet;
+    if (!Store::Begin()) return false;
+    if (Comunes::FindPathIndex(dir) == 0 && !Comunes::AddPath(dir)) {
+        Store::Rollback();
+        Comunes::ReloadRegisters();
+        return false;
+    }
+    const qint64 index = Comunes::FindPathIndex(dir);
+    if (!Store::Run("UPDATE tFiles SET PathIndex = ? WHERE FileId = ?", {index, fileId}) ||
+        !Store::Commit()) {
+        Store::Rollback();
+        Comunes::ReloadRegisters();
+        return false;
+    }
+    return true;
+}
+
+Reorganiser::Result Reorganiser::Run(bool updateCatalogue) {
+    counters = {};
+    notes.clear();
+    failure.clear();
+    bool moved = false;
+    int lastTitle = -1;
+    auto titleDone = [&](int upTo) {
+        while (lastTitle < upTo) {
+            ++lastTitle;
+            if (lastTitle >= 0) counters.Titulos = lastTitle + 1;
+            Breathe();
+            if (onProgress) onProgress(*this);
+        }
+    };
+    for (const ReorgStep& s : steps) {
+        if (s.title > lastTitle + 1) titleDone(s.title - 1);
+        switch (s.kind) {
+        case ReorgStep::Kind::MakeFolder: {
+            if (QFileInfo(s.dest).isDir()) break;
+            QString reason;
+            if (platform::MakeFolder(s.dest, &reason)) break;
+            const QString text =
+                QStringLiteral("No se puede crear la carpeta %1: %2").arg(s.dest, reason);
+            if (!moved) {
+                failure = text;
+                Ask(text.toStdString(), {}, Icon::Critical);
+                return Result::FolderFailed;
+            }
+            notes.push_back(text);
+            break;
+        }
+        case ReorgStep::Kind::Exists:
+        case ReorgStep::Kind::Missing:
+            ++counters.Omitidos;
+            notes.push_back(s.Text());
+            break;
+        case ReorgStep::Kind::Move: {
+            moved = true;
+            QString reason;
+            if (!platform::MoveNoReplace(s.source, s.dest, &reason)) {
+                ++counters.Omitidos;
+                notes.push_back(QStringLiteral("%1: %2").arg(s.source, reason));
+                break;
+            }
+            if (s.side) {
+                ++counters.Laterales;
+                break;
+            }
+            if (updateCatalogue && s.FileId && !PointRow(s.FileId, QFileInfo(s.dest).path())) {
+                // The row stays where it was, so the file goes back beside it.
+                QString back;
+                const bool restored = platform::MoveNoReplace(s.dest, s.source, &back);
+                ++counters.Omitidos;
+                notes.push_back(restored
+                                    ? QStringLiteral("%1: el catálogo no se pudo actualizar (%2); "
+                                                     "el archivo vuelve a su sitio")
+                                          .arg(s.source, Store::LastError())
+                                    : QStringLiteral("%1: el catálogo no se pudo actualizar (%2) "
+                                                     "y el archivo queda en %3")
+                                          .arg(s.source, Store::LastError(), s.dest));
+                break;
+            }
+            ++counters.Movidos;
+            break;
+        }
+        }
+    }
+    titleDone(titlesTotal - 1);
+    return Result::Done;
+}
+
+} // namespace cintal
+
+namespace cintal {
+
+bool LoadReorgTitles(bool heldOnly, std::vector<ReorgTitle>& titles) {
+    titles.clear();
+    QSqlQuery q = Store::NewQuery();
+    if (!Store::Exec(q,
+                     QStringLiteral("SELECT TitleId, Name, Year, IdPub FROM Titles%1 ORDER BY Name")
+                         .arg(heldOnly ? QStringLiteral(" WHERE HaveIt <> 0") : QString())))
+        return false;
+    QHash<qint64, std::size_t> byId;
+    while (q.next()) {
+        ReorgTitle t;
+        t.TitleId = NumberOf(q.value(0));
+        t.name = TextOf(q.value(1));
+        t.year = TextOf(q.value(2));
+        t.publisher = Comunes::PublisherName(NumberOf(q.value(3)));
+        byId.insert(t.TitleId, titles.size());
+        titles.push_back(std::move(t));
+    }
+    QSqlQuery f = Store::NewQuery();
+    if (!Store::Exec(f, QStringLiteral("SELECT FileId, TitleId, FileName, Extension, PathIndex "
+                                       "FROM tFiles ORDER BY FileId")))
+        return false;
+    while (f.next()) {
+        const auto it = byId.constFind(NumberOf(f.value(1)));
+        if (it == byId.constEnd()) continue;
+        ReorgFile file;
+        file.FileId = NumberOf(f.value(0));
+        file.fileName = TextOf(f.value(2)) + "." + TextOf(f.value(3));
+        file.dir = Comunes::PathTable.Dir(NumberOf(f.value(4)));
+        titles[*it].files.push_back(file);
+    }
+    return true;
+}
+
+} // namespace cintal
+
+namespace cintal {
+
+bool LoadReorgFiles(ReorgTitle& title) {
+    std::vector<FileRow> rows;
+    if (!LoadFileRows(title.TitleId, rows)) return false;
+    title.files.clear();
+    for (const FileRow& r : rows)
+        title.files.push_back(
+            {r.FileId, Comunes::PathTable.Dir(r.PathIndex), r.FileName + "." + r.Extension});
+    return true;
+}
+
+} // namespace cintal

@@ -1,0 +1,333 @@
+// Reorganising trees made here: where the files and their side files land,
+// what stays behind, what the plan says beforehand, and the catalogue rows.
+
+#include "../catalogue/CatalogueFixture.h"
+#include "cli/Commands.h"
+#include "maintenance/Ordena.h"
+#include "maintenance/Reorganiser.h"
+#include "platform/Grid.h"
+#include "tape/Prompt.h"
+#include "views/Grids.h"
+
+#include <QCheckBox>
+#include <QDir>
+#include <QFileInfo>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QRadioButton>
+#include <sstream>
+
+namespace cintal::test {
+namespace {
+
+class ReorganiseTest : public CatalogueTest {
+protected:
+    void SetUp() override {
+        CatalogueTest::SetUp();
+        Create();
+        Publisher(0, "- Desconocido -");
+        Publisher(1, "Opera Soft");
+        Publisher(2, "AC/DC Games");
+        src = dir.filePath("coleccion");
+        out = dir.filePath("destino");
+        QDir().mkpath(src);
+        QDir().mkpath(out);
+        Path(1, src);
+    }
+
+    // A title with its file (a few bytes of its name) in src, and its row.
+    qint64 Game(const QString& name, const QVariant& year, qint64 idPub, const QString& file,
+                int haveIt = 1) {
+        Title(name, year, idPub, "Arcade", haveIt, 0);
+        const qint64 id = Sql(db, "SELECT MAX(TitleId) FROM Titles")[0][0].toLongLong();
+        if (!file.isEmpty()) {
+            const QFileInfo f(file);
+            Sql(db,
+                "INSERT INTO tFiles (TitleId, FileName, Extension, PathIndex, HaveIt) VALUES "
+                "(?, ?, ?, 1, 1)",
+                {id, f.completeBaseName(), f.suffix()});
+            WriteFile(QDir(src).filePath(file), file.toUtf8());
+        }
+        return id;
+    }
+    void Side(const QString& folder, const QString& name) {
+        QDir().mkpath(QDir(src).filePath(folder));
+        WriteFile(QDir(src).filePath(folder + "/" + name), name.toUtf8());
+    }
+    void Open() {
+        QString reason;
+        ASSERT_TRUE(Comunes::InitGlobals(db, &reason)) << S(reason);
+    }
+    // The folder that the row of the file now names.
+    QString RowDir(const QString& fileName) {
+        const auto rows = Sql(db,
+                              "SELECT GameDir FROM tFiles JOIN Paths ON tFiles.PathIndex = "
+                              "Paths.PathIndex WHERE FileName = ?",
+                              {fileName});
+        return rows.empty() ? QString() : rows[0][0].toString();
+    }
+    std::vector<std::string> Lines(const Reorganiser& r) {
+        std::vector<std::string> lines;
+        for (const ReorgStep& s : r.steps)
+            lines.push_back(S(s.Text()));
+        return lines;
+    }
+    bool Has(const QString& path) { return QFileInfo(path).isFile(); }
+
+    QString src, out;
+};
+
+TEST_F(ReorganiseTest, ByInitialTheDryRunListsWhatTheRunThenDoesAndTheRowsFollow) {
+    Game("Abadía: El crimen", "1987", 1, "abadia.tzx");
+    Game("3D Tanx", "1982", 0, "tanx.tzx");
+    Game("ábaco", QVariant(), 0, "abaco.tzx");
+    // Side folders spelled as the collection's old volume left them.
+    Side("SCRSHOT", "Abadía - El crimen.scr");
+    Side("info", "Abadía - El crimen.TXT");
+    Side("Map", "Abadía - El crimen_map.jpg");
+    Side("Pokes", "Otro juego.pok");
+    // The target already has an "a" folder with its own "scrshot".
+    const QString target = out + "/Programas";
+    QDir().mkpath(target + "/a/scrshot");
+    Open();
+
+    std::vector<ReorgTitle> titles;
+    ASSERT_TRUE(LoadReorgTitles(false, titles));
+    ASSERT_EQ(3u, titles.size());
+    Reorganiser plan;
+    plan.Plan(target, SortBy::Initial, titles);
+    const QString a = target + "/a";
+    const std::vector<std::string> expected = {
+        S("crear carpeta " + target + "/#"),
+        S("crear carpeta " + target + "/#/Scrshot"),
+        S("crear carpeta " + target + "/#/Info"),
+        S("crear carpeta " + target + "/#/Pokes"),
+        S("crear carpeta " + target + "/#/Map"),
+        S("crear carpeta " + target + "/#/Inlay"),
+        S("crear carpeta " + target + "/#/Codesheet"),
+        S("mover " + src + "/tanx.tzx -> " + target + "/#/tanx.tzx"),
+        S("crear carpeta " + a + "/Info"),
+        S("crear carpeta " + a + "/Pokes"),
+        S("crear carpeta " + a + "/Map"),
+        S("crear carpeta " + a + "/Inlay"),
+        S("crear carpeta " + a + "/Codesheet"),
+        S("mover " + src + "/SCRSHOT/Abadía - El crimen.scr -> " + a +
+          "/scrshot/Abadía - El crimen.scr"),
+        S("mover " + src + "/info/Abadía - El crimen.TXT -> " + a + "/Info/Abadía - El crimen.TXT"),
+        S("mover " + src + "/Map/Abadía - El crimen_map.jpg -> " + a +
+          "/Map/Abadía - El crimen_map.jpg"),
+        S("mover " + src + "/abadia.tzx -> " + a + "/abadia.tzx"),
+        S("crear carpeta " + target + "/á"),
+        S("crear carpeta " + target + "/á/Scrshot"),
+        S("crear carpeta " + target + "/á/Info"),
+        S("crear carpeta " + target + "/á/Pokes"),
+        S("crear carpeta " + target + "/á/Map"),
+        S("crear carpeta " + target + "/á/Inlay"),
+        S("crear carpeta " + target + "/á/Codesheet"),
+        S("mover " + src + "/abaco.tzx -> " + target + "/á/abaco.tzx"),
+    };
+    EXPECT_EQ(expected, Lines(plan));
+    // The dry run touched nothing.
+    EXPECT_TRUE(Has(src + "/abadia.tzx"));
+    EXPECT_FALSE(QFileInfo(target + "/#").exists());
+    EXPECT_EQ(3, plan.counters.Laterales);
+    EXPECT_EQ(3, plan.counters.Movidos);
+
+    Reorganiser run;
+    run.Plan(target, SortBy::Initial, titles);
+    EXPECT_EQ(Reorganiser::Result::Done, run.Run(true));
+    EXPECT_EQ(3, run.counters.Titulos);
+    EXPECT_EQ(3, run.counters.Movidos);
+    EXPECT_EQ(3, run.counters.Laterales);
+    EXPECT_EQ(0, run.counters.Omitidos);
+    EXPECT_EQ(QByteArray("abadia.tzx"), Contents(a + "/abadia.tzx"));
+    EXPECT_TRUE(Has(a + "/scrshot/Abadía - El crimen.scr"));
+    EXPECT_TRUE(Has(a + "/Map/Abadía - El crimen_map.jpg"));
+    EXPECT_FALSE(QFileInfo(target + "/A").exists());
+    EXPECT_FALSE(Has(src + "/abadia.tzx"));
+    EXPECT_TRUE(Has(src + "/Pokes/Otro juego.pok"));
+    EXPECT_TRUE(Has(target + "/#/tanx.tzx"));
+    EXPECT_TRUE(QFileInfo(target + "/#/Codesheet").isDir());
+    EXPECT_EQ(S(a), S(RowDir("abadia")));
+    EXPECT_EQ(S(target + "/#"), S(RowDir("tanx")));
+    EXPECT_EQ(S(target + "/á"), S(RowDir("abaco")));
+}
+
+TEST_F(ReorganiseTest, ByYearAndByPublisherTheFoldersFollowTheirRules) {
+    EXPECT_EQ("Sin fecha", S(Reorganiser::DestFolder(SortBy::Year, "X", "", "")));
+    EXPECT_EQ("Sin fecha", S(Reorganiser::DestFolder(SortBy::Year, "X", "1969", "")));
+    EXPECT_EQ("Sin fecha", S(Reorganiser::DestFolder(SortBy::Year, "X", "2021", "")));
+    EXPECT_EQ("Sin fecha", S(Reorganiser::DestFolder(SortBy::Year, "X", "19??", "")));
+    EXPECT_EQ("1970", S(Reorganiser::DestFolder(SortBy::Year, "X", "1970", "")));
+    EXPECT_EQ("2020", S(Reorganiser::DestFolder(SortBy::Year, "X", "2020", "")));
+    EXPECT_EQ("AC_DC Games", S(Reorganiser::DestFolder(SortBy::Publisher, "X", "", "AC/DC Games")));
+    EXPECT_EQ("_", S(Reorganiser::DestFolder(SortBy::Publisher, "X", "", "..")));
+    EXPECT_EQ("a_b__c", S(Reorganiser::FolderName("a:b?*c")));
+    EXPECT_EQ(S(out), S(Reorganiser::Target(out, "")));
+
+    Game("Rock", "1986", 2, "rock.tzx");
+    Game("Viejo", "1969", 1, "viejo.tzx");
+    Open();
+    std::vector<ReorgTitle> titles;
+    ASSERT_TRUE(LoadReorgTitles(false, titles));
+    Reorganiser byPub;
+    byPub.Plan(out + "/P", SortBy::Publisher, titles);
+    ASSERT_EQ(Reorganiser::Result::Done, byPub.Run(false));
+    EXPECT_TRUE(Has(out + "/P/AC_DC Games/rock.tzx"));
+    EXPECT_TRUE(Has(out + "/P/Opera Soft/viejo.tzx"));
+    // Without the catalogue, the rows still name the old folder.
+    EXPECT_EQ(S(src), S(RowDir("rock")));
+
+    Reorganiser byYear;
+    for (ReorgTitle& t : titles)
+        for (ReorgFile& f : t.files)
+            f.dir = out + "/P/" + (t.name == "Rock" ? "AC_DC Games" : "Opera Soft");
+    byYear.Plan(out + "/Y", SortBy::Year, titles);
+    ASSERT_EQ(Reorganiser::Result::Done, byYear.Run(false));
+    EXPECT_TRUE(Has(out + "/Y/1986/rock.tzx"));
+    EXPECT_TRUE(Has(out + "/Y/Sin fecha/viejo.tzx"));
+}
+
+TEST_F(ReorganiseTest, NothingIsOverwrittenAndWhatStaysIsCounted) {
+    // Two titles of one name compete for the same side file names; the
+    // first takes them, the second's stay.
+    Game("Ninja", "1985", 1, "ninja.tzx");
+    Game("Ninja", "1986", 2, "ninja2.tzx");
+    Side("Scrshot", "Ninja.scr");
+    Game("Sin archivos", "1990", 1, "");
+    Game("Perdido", "1990", 1, "perdido.tzx");
+    QFile::remove(QDir(src).filePath("perdido.tzx"));
+    Game("Ocupado", "1990", 1, "ocupado.tzx");
+    const QString target = out + "/Todo";
+    QDir().mkpath(target);
+    WriteFile(target + "/OCUPADO.TZX", "del destino");
+    WriteFile(src + "/Scrshot/../Scrshot/Ninja.scr", "primera");
+    Open();
+    std::vector<ReorgTitle> titles;
+    ASSERT_TRUE(LoadReorgTitles(false, titles));
+    Reorganiser r;
+    r.Plan(target, SortBy::Single, titles);
+    const auto lines = Lines(r);
+    EXPECT_NE(lines.end(), std::find(lines.begin(), lines.end(),
+                                     S("ya existe: se deja " + target + "/OCUPADO.TZX")));
+    EXPECT_NE(lines.end(), std::find(lines.begin(), lines.end(),
+                                     S("no está: se omite " + src + "/perdido.tzx")));
+    ASSERT_EQ(Reorganiser::Result::Done, r.Run(true));
+    EXPECT_EQ(5, r.counters.Titulos);
+    EXPECT_EQ(2, r.counters.Movidos);
+    EXPECT_EQ(1, r.counters.Laterales);
+    EXPECT_EQ(2, r.counters.Omitidos);
+    EXPECT_EQ(QByteArray("del destino"), Contents(target + "/OCUPADO.TZX"));
+    EXPECT_EQ(QByteArray("ocupado.tzx"), Contents(src + "/ocupado.tzx"));
+    EXPECT_EQ(S(src), S(RowDir("ocupado")));
+    EXPECT_EQ(QByteArray("primera"), Contents(target + "/Scrshot/Ninja.scr"));
+    EXPECT_TRUE(Has(target + "/ninja2.tzx"));
+    EXPECT_EQ(S(target), S(RowDir("ninja2")));
+    EXPECT_TRUE(QFileInfo(target + "/Inlay").isDir());
+}
+
+TEST_F(ReorganiseTest, AFileWhoseRowCannotFollowGoesBack) {
+    Game("Uno", "1984", 1, "uno.tzx");
+    Side("Scrshot", "Uno.scr");
+    Open();
+    std::vector<ReorgTitle> titles;
+    ASSERT_TRUE(LoadReorgTitles(false, titles));
+    Reorganiser r;
+    r.Plan(out + "/P", SortBy::Single, titles);
+    // The catalogue goes away between the plan and the run.
+    Store::Close();
+    ASSERT_EQ(Reorganiser::Result::Done, r.Run(true));
+    EXPECT_EQ(QByteArray("uno.tzx"), Contents(src + "/uno.tzx"));
+    EXPECT_FALSE(Has(out + "/P/uno.tzx"));
+    EXPECT_TRUE(Has(out + "/P/Scrshot/Uno.scr"));
+    EXPECT_EQ(0, r.counters.Movidos);
+    EXPECT_EQ(1, r.counters.Omitidos);
+    ASSERT_EQ(1u, r.notes.size());
+    EXPECT_NE(std::string::npos, S(r.notes[0]).find("el archivo vuelve a su sitio"));
+    EXPECT_EQ(S(src), S(RowDir("uno")));
+}
+
+TEST_F(ReorganiseTest, CommandLineAsksBeforeUsingAnExistingFolderAndPrintsThePlan) {
+    Game("Uno", "1984", 1, "uno.tzx");
+    Game("Dos", "1984", 1, "dos.tzx", 0);
+    QDir().mkpath(out + "/Programas");
+    std::ostringstream o1, e1;
+    EXPECT_EQ(1, cli::Run({"reorganise", S(out), "--db", S(db)}, o1, e1));
+    EXPECT_NE(std::string::npos, e1.str().find("El directorio ya existe. ¿desea continuar?"));
+    EXPECT_TRUE(Has(src + "/uno.tzx"));
+    Comunes::Reset();
+
+    std::ostringstream o2, e2;
+    EXPECT_EQ(0, cli::Run({"reorganise", S(out), "--held-only", "--dry-run", "--order", "initial",
+                           "--db", S(db)},
+                          o2, e2));
+    EXPECT_NE(std::string::npos,
+              o2.str().find(S("mover " + src + "/uno.tzx -> " + out + "/Programas/U/uno.tzx\n")));
+    EXPECT_EQ(std::string::npos, o2.str().find("dos.tzx"));
+    EXPECT_TRUE(Has(src + "/uno.tzx"));
+    Comunes::Reset();
+
+    std::ostringstream o3, e3;
+    EXPECT_EQ(0, cli::Run({"reorganise", S(out), "--yes", "--db", S(db)}, o3, e3));
+    EXPECT_EQ("Títulos: 2\nArchivos movidos: 2\nArchivos laterales movidos: 0\nOmitidos: 0\n",
+              o3.str());
+    EXPECT_TRUE(Has(out + "/Programas/dos.tzx"));
+    EXPECT_EQ(S(out + "/Programas"), S(RowDir("uno")));
+    Comunes::Reset();
+
+    std::ostringstream o4, e4;
+    EXPECT_EQ(2, cli::Run({"reorganise", S(out), "--order", "size"}, o4, e4));
+}
+
+TEST_F(ReorganiseTest, TheWindowMovesOnlyTheTitlesTheMainWindowLists) {
+    const qint64 shown = Game("Visible", "1984", 1, "visible.tzx");
+    const qint64 hidden = Game("Oculto", "1984", 1, "oculto.tzx");
+    Open();
+    Grid titles, files;
+    Grids::SetupGridTitles(titles);
+    Grids::SetupGridFiles(files);
+    titles.SetRows(2);
+    const qint64 ids[2] = {shown, hidden};
+    const char* names[2] = {"Visible", "Oculto"};
+    for (int row = 1; row <= 2; ++row) {
+        titles.CellDetails(row, titles.ColumnIndex("ColTitleId"), QString::number(ids[row - 1]));
+        titles.CellDetails(row, titles.ColumnIndex("ColName"), names[row - 1]);
+        titles.CellDetails(row, titles.ColumnIndex("ColYear"), "1984");
+        titles.CellDetails(row, titles.ColumnIndex("ColPublisher"), "Opera Soft");
+    }
+    titles.SetRowVisible(2, false);
+    titles.SetRedraw(true);
+    Ordena window(&titles, &files);
+    window.Dir1_Click(out);
+    window.OptionSortBy[3]->setChecked(true);
+    EXPECT_EQ("Programas", S(window.TxtSubFolder->text()));
+    EXPECT_TRUE(window.CheckCatalogo->isChecked());
+
+    window.CommandSimular_Click();
+    EXPECT_EQ(S("mover " + src + "/visible.tzx -> " + out + "/Programas/Opera Soft/visible.tzx"),
+              S(window.ListPlan->item(window.ListPlan->count() - 1)->text()));
+    EXPECT_FALSE(QFileInfo(out + "/Programas").exists());
+
+    ScriptedPrompt prompt;
+    PromptScope scope(prompt);
+    window.CommandOrdenar_Click();
+    EXPECT_TRUE(prompt.shown.empty());
+    EXPECT_TRUE(Has(out + "/Programas/Opera Soft/visible.tzx"));
+    EXPECT_TRUE(Has(src + "/oculto.tzx"));
+    EXPECT_EQ("1", S(window.LabelMovidos->text()));
+    EXPECT_EQ("1", S(window.LabelTitulos->text()));
+    EXPECT_EQ(1, titles.SelectedRow());
+    EXPECT_EQ(S(out + "/Programas/Opera Soft"), S(files.CellText(1, files.ColumnIndex("ColPath"))));
+
+    // Again, into the folder that now exists: the question, and No.
+    prompt.Answer(Button::No);
+    window.CommandOrdenar_Click();
+    ASSERT_EQ(1u, prompt.shown.size());
+    EXPECT_EQ("El directorio ya existe. ¿desea continuar?", prompt.shown[0].text);
+    EXPECT_EQ(Icon::Critical, prompt.shown[0].icon);
+    EXPECT_EQ(Buttons::YesNo, prompt.shown[0].buttons);
+}
+
+} // namespace
+} // namespace cintal::test
