@@ -29,8 +29,9 @@ bool DbOption(const std::vector<std::string>& args, QString& db, std::ostream& e
     return true;
 }
 
-// Opens the catalogue for a command, or says why it can't.
-bool Open(QString db, std::ostream& err) {
+} // namespace
+
+bool OpenCatalogue(QString db, std::ostream& err) {
     if (db.isEmpty()) db = Comunes::DefaultDbPath();
     QString reason;
     if (Comunes::InitGlobals(db, &reason)) return true;
@@ -38,8 +39,6 @@ bool Open(QString db, std::ostream& err) {
         << "\n";
     return false;
 }
-
-} // namespace
 
 int Init(const std::vector<std::string>& args, std::ostream& out, std::ostream& err) {
     QString db;
@@ -57,7 +56,7 @@ int Init(const std::vector<std::string>& args, std::ostream& out, std::ostream& 
 int Titles(const std::vector<std::string>& args, std::ostream& out, std::ostream& err) {
     QString db;
     if (!DbOption(args, db, err)) return 2;
-    if (!Open(db, err)) return 1;
+    if (!OpenCatalogue(db, err)) return 1;
     std::vector<TitleRow> rows;
     if (!LoadTitles(kOrderByName, rows)) return 2;
     for (const TitleRow& r : rows) {
@@ -88,7 +87,7 @@ int Add(const std::vector<std::string>& args, std::ostream& out, std::ostream& e
         err << "Uso: cintal-cli add --title ID ARCHIVO [--db CATÁLOGO]\n";
         return 2;
     }
-    if (!Open(db, err)) return 1;
+    if (!OpenCatalogue(db, err)) return 1;
     // The file's full path, as the file dialog would give it: an existing file
     // and an existing title, as the window can only offer.
     const QString path = QFileInfo(file).absoluteFilePath();
@@ -133,7 +132,7 @@ int Scan(const std::vector<std::string>& args, std::ostream& out, std::ostream& 
         err << "No existe la carpeta " << folder.toStdString() << "\n";
         return 2;
     }
-    if (!Open(db, err)) return 2;
+    if (!OpenCatalogue(db, err)) return 2;
     Scanner scanner;
     const Scanner::Result result = scanner.Run(QFileInfo(folder).absoluteFilePath());
     const ScanCounters& c = scanner.counters;
@@ -175,7 +174,7 @@ int Import(const std::vector<std::string>& args, std::ostream& out, std::ostream
         err << "La carpeta " << root.toStdString() << " no tiene legend.html\n";
         return 1;
     }
-    if (!Open(db, err)) return 2;
+    if (!OpenCatalogue(db, err)) return 2;
     WosImporter importer;
     const WosImporter::Result result = importer.Run(root);
     const WosCounters& c = importer.counters;

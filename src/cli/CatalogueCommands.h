@@ -4,7 +4,13 @@
 #include <string>
 #include <vector>
 
+class QString;
+
 namespace cintal::cli {
+
+// Opens the catalogue for a command (the program's own when db is empty),
+// or says on err why it can't.
+bool OpenCatalogue(QString db, std::ostream& err);
 
 // `init [--db FILE]`: an empty catalogue, never over an existing file.
 int Init(const std::vector<std::string>& args, std::ostream& out, std::ostream& err);

@@ -3,6 +3,7 @@
 #include "catalogue/Comunes.h"
 #include "catalogue/Records.h"
 #include "catalogue/Store.h"
+#include "cli/CatalogueCommands.h"
 #include "cli/Commands.h"
 #include "maintenance/Purge.h"
 #include "maintenance/TitleMove.h"
@@ -11,19 +12,6 @@
 #include <ostream>
 
 namespace cintal::cli {
-
-namespace {
-
-bool Open(QString db, std::ostream& err) {
-    if (db.isEmpty()) db = Comunes::DefaultDbPath();
-    QString reason;
-    if (Comunes::InitGlobals(db, &reason)) return true;
-    err << "No se puede abrir el catálogo " << db.toStdString() << ": " << reason.toStdString()
-        << "\n";
-    return false;
-}
-
-} // namespace
 
 int Purge(const std::vector<std::string>& args, std::ostream& out, std::ostream& err) {
     QString db;
@@ -43,7 +31,7 @@ int Purge(const std::vector<std::string>& args, std::ostream& out, std::ostream&
     }
     CliPrompt prompt(err, false);
     PromptScope scope(prompt);
-    if (!Open(db, err)) return 2;
+    if (!OpenCatalogue(db, err)) return 2;
     Purger purger;
     if (!purger.Plan()) return 2;
     for (const Purger::Row& r : purger.missing)
@@ -91,7 +79,7 @@ int Merge(const std::vector<std::string>& args, std::ostream& out, std::ostream&
     // wasn't asked about.
     CliPrompt prompt(err, false);
     PromptScope scope(prompt);
-    if (!Open(db, err)) return 2;
+    if (!OpenCatalogue(db, err)) return 2;
     QSqlQuery q = Store::NewQuery();
     if (!Store::Exec(q, "SELECT TitleId FROM Titles WHERE TitleId = ?", {mover.from})) return 2;
     const bool fromExists = q.next();

@@ -1,5 +1,7 @@
 #include "cli/ReorganiseCommands.h"
 
+#include "cli/CatalogueCommands.h"
+
 #include "catalogue/Comunes.h"
 #include "catalogue/Store.h"
 #include "maintenance/Renamer.h"
@@ -62,13 +64,7 @@ int Reorganise(const std::vector<std::string>& args, std::ostream& out, std::ost
         err << "No existe la carpeta " << folder.toStdString() << "\n";
         return 2;
     }
-    if (db.isEmpty()) db = Comunes::DefaultDbPath();
-    QString reason;
-    if (!Comunes::InitGlobals(db, &reason)) {
-        err << "No se puede abrir el catálogo " << db.toStdString() << ": " << reason.toStdString()
-            << "\n";
-        return 2;
-    }
+    if (!OpenCatalogue(db, err)) return 2;
     std::vector<ReorgTitle> titles;
     if (!LoadReorgTitles(heldOnly, titles)) return 2;
     const QString target = Reorganiser::Target(QFileInfo(folder).absoluteFilePath(), subFolder);
@@ -118,13 +114,7 @@ int Rename(const std::vector<std::string>& args, std::ostream& out, std::ostream
         err << "Uso: cintal-cli rename --file FILEID NUEVO [--db CATÁLOGO]\n";
         return 2;
     }
-    if (db.isEmpty()) db = Comunes::DefaultDbPath();
-    QString reason;
-    if (!Comunes::InitGlobals(db, &reason)) {
-        err << "No se puede abrir el catálogo " << db.toStdString() << ": " << reason.toStdString()
-            << "\n";
-        return 2;
-    }
+    if (!OpenCatalogue(db, err)) return 2;
     QSqlQuery q = Store::NewQuery();
     if (!Store::Exec(q, "SELECT FileName, Extension, PathIndex FROM tFiles WHERE FileId = ?",
                      {fileId}))
