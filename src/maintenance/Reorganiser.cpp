@@ -249,6 +249,20 @@ Reorganiser::Result Reorganiser::Run(bool updateCatalogue) {
             if (onProgress) onProgress(*this);
         }
     };
+    // The side files moved for the file whose own move comes next: if that
+    // file can't take its new place, they go back with it.
+    std::vector<const ReorgStep*> sidesMoved;
+    auto putSidesBack = [&] {
+        for (auto it = sidesMoved.rbegin(); it != sidesMoved.rend(); ++it) {
+            QString why;
+            if (platform::MoveNoReplace((*it)->dest, (*it)->source, &why))
+                --counters.Laterales;
+            else
+                notes.push_back(
+                    QStringLiteral("%1 queda en %2: %3").arg((*it)->source, (*it)->dest, why));
+        }
+        sidesMoved.clear();
+    };
     for (const ReorgStep& s : steps) {
         if (s.title > lastTitle + 1) titleDone(s.title - 1);
         switch (s.kind) {
@@ -268,6 +282,7 @@ Reorganiser::Result Reorganiser::Run(bool updateCatalogue) {
         }
         case ReorgStep::Kind::Exists:
         case ReorgStep::Kind::Missing:
+            if (!s.side) sidesMoved.clear();
             ++counters.Omitidos;
             notes.push_back(s.Text());
             break;
@@ -277,10 +292,12 @@ Reorganiser::Result Reorganiser::Run(bool updateCatalogue) {
             if (!platform::MoveNoReplace(s.source, s.dest, &reason)) {
                 ++counters.Omitidos;
                 notes.push_back(QStringLiteral("%1: %2").arg(s.source, reason));
+                if (!s.side) putSidesBack();
                 break;
             }
             if (s.side) {
                 ++counters.Laterales;
+                sidesMoved.push_back(&s);
                 break;
             }
             if (updateCatalogue && s.FileId && !PointRow(s.FileId, QFileInfo(s.dest).path())) {
@@ -295,8 +312,11 @@ Reorganiser::Result Reorganiser::Run(bool updateCatalogue) {
                                     : QStringLiteral("%1: el catálogo no se pudo actualizar (%2) "
                                                      "y el archivo queda en %3")
                                           .arg(s.source, Store::LastError(), s.dest));
+                if (restored) putSidesBack();
+                sidesMoved.clear();
                 break;
             }
+            sidesMoved.clear();
             ++counters.Movidos;
             break;
         }

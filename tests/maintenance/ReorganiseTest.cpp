@@ -240,7 +240,10 @@ TEST_F(ReorganiseTest, AFileWhoseRowCannotFollowGoesBack) {
     ASSERT_EQ(Reorganiser::Result::Done, r.Run(true));
     EXPECT_EQ(QByteArray("uno.tzx"), Contents(src + "/uno.tzx"));
     EXPECT_FALSE(Has(out + "/P/uno.tzx"));
-    EXPECT_TRUE(Has(out + "/P/Scrshot/Uno.scr"));
+    // Its side files go back with it: disk and catalogue stay together.
+    EXPECT_FALSE(Has(out + "/P/Scrshot/Uno.scr"));
+    EXPECT_TRUE(Has(src + "/Scrshot/Uno.scr"));
+    EXPECT_EQ(0, r.counters.Laterales);
     EXPECT_EQ(0, r.counters.Movidos);
     EXPECT_EQ(1, r.counters.Omitidos);
     ASSERT_EQ(1u, r.notes.size());
