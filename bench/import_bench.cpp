@@ -2,6 +2,7 @@
 // pages with 40,000 entries in all, written once in a temporary folder: into
 // an empty catalogue, then again once every title is there.
 
+#include "CatalogueBenchMain.h"
 #include "ListingPages.h"
 #include "acquisition/WosImporter.h"
 #include "catalogue/Comunes.h"
@@ -156,15 +157,5 @@ BENCHMARK(BM_ImportAgainWhenAllIsThere)
 } // namespace
 
 int main(int argc, char** argv) {
-    QCoreApplication app(argc, argv);
-    QTemporaryDir dir;
-    workDir = &dir;
-    UseSettingsFile(dir.filePath("ajustes.ini"));
-    ScriptedPrompt quiet;
-    PromptScope scope(quiet);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    Comunes::Reset();
-    return 0;
+    return cintal::bench::RunCatalogueBenchmarks(argc, argv, workDir);
 }

@@ -1,6 +1,7 @@
 // The purge over a catalogue of 100,000 file rows in 100 folders, of which
 // 10,000 name files that are not on disk: counting them, then deleting them.
 
+#include "CatalogueBenchMain.h"
 #include "catalogue/Comunes.h"
 #include "catalogue/Settings.h"
 #include "catalogue/Store.h"
@@ -83,15 +84,5 @@ BENCHMARK(BM_PurgeMissingReferences)->Unit(benchmark::kMillisecond)->Iterations(
 } // namespace
 
 int main(int argc, char** argv) {
-    QCoreApplication app(argc, argv);
-    QTemporaryDir dir;
-    workDir = &dir;
-    UseSettingsFile(dir.filePath("ajustes.ini"));
-    ScriptedPrompt quiet;
-    PromptScope scope(quiet);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    Comunes::Reset();
-    return 0;
+    return cintal::bench::RunCatalogueBenchmarks(argc, argv, workDir);
 }

@@ -2,6 +2,7 @@
 // once in a temporary folder: into an empty catalogue, then again over the
 // same folder once every file is catalogued.
 
+#include "CatalogueBenchMain.h"
 #include "TapeBytes.h"
 #include "acquisition/Scanner.h"
 #include "catalogue/Comunes.h"
@@ -160,15 +161,5 @@ BENCHMARK(BM_ScanAgainWhenAllIsCatalogued)
 } // namespace
 
 int main(int argc, char** argv) {
-    QCoreApplication app(argc, argv);
-    QTemporaryDir dir;
-    workDir = &dir;
-    UseSettingsFile(dir.filePath("ajustes.ini"));
-    ScriptedPrompt quiet;
-    PromptScope scope(quiet);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    Comunes::Reset();
-    return 0;
+    return cintal::bench::RunCatalogueBenchmarks(argc, argv, workDir);
 }

@@ -420,8 +420,8 @@ Bytes PackZ80(std::string_view in) {
 }
 
 // Screen memory as a picture has it: runs of paper with detail between.
-Bytes Picture(std::uint32_t seed) {
-    Bytes screen = Noise(kScreenSize, seed);
+Bytes Picture(std::uint32_t salt) {
+    Bytes screen = Noise(kScreenSize, salt);
     for (std::size_t i = 0; i < screen.size(); ++i)
         if (i % 96 < 48) screen[i] = 0;
     return screen;

@@ -29,6 +29,31 @@ bool DbOption(const std::vector<std::string>& args, QString& db, std::ostream& e
     return true;
 }
 
+// "VERB FOLDER [--db FILE]": the folder must exist; false (with a message)
+// on anything else.
+bool FolderArguments(const std::vector<std::string>& args, const char* verb, QString& db,
+                     QString& folder, std::ostream& err) {
+    for (std::size_t i = 1; i < args.size(); ++i) {
+        if (args[i] == "--db" && i + 1 < args.size())
+            db = QString::fromStdString(args[++i]);
+        else if (folder.isEmpty() && !args[i].empty() && args[i][0] != '-')
+            folder = QString::fromStdString(args[i]);
+        else {
+            err << "cintal-cli: argumento inesperado " << args[i] << "\n";
+            return false;
+        }
+    }
+    if (folder.isEmpty()) {
+        err << "Uso: cintal-cli " << verb << " CARPETA [--db CATÁLOGO]\n";
+        return false;
+    }
+    if (!QFileInfo(folder).isDir()) {
+        err << "No existe la carpeta " << folder.toStdString() << "\n";
+        return false;
+    }
+    return true;
+}
+
 } // namespace
 
 bool OpenCatalogue(QString db, std::ostream& err) {
@@ -114,24 +139,7 @@ int Add(const std::vector<std::string>& args, std::ostream& out, std::ostream& e
 
 int Scan(const std::vector<std::string>& args, std::ostream& out, std::ostream& err) {
     QString db, folder;
-    for (std::size_t i = 1; i < args.size(); ++i) {
-        if (args[i] == "--db" && i + 1 < args.size())
-            db = QString::fromStdString(args[++i]);
-        else if (folder.isEmpty() && !args[i].empty() && args[i][0] != '-')
-            folder = QString::fromStdString(args[i]);
-        else {
-            err << "cintal-cli: argumento inesperado " << args[i] << "\n";
-            return 2;
-        }
-    }
-    if (folder.isEmpty()) {
-        err << "Uso: cintal-cli scan CARPETA [--db CATÁLOGO]\n";
-        return 2;
-    }
-    if (!QFileInfo(folder).isDir()) {
-        err << "No existe la carpeta " << folder.toStdString() << "\n";
-        return 2;
-    }
+    if (!FolderArguments(args, "scan", db, folder, err)) return 2;
     if (!OpenCatalogue(db, err)) return 2;
     Scanner scanner;
     const Scanner::Result result = scanner.Run(QFileInfo(folder).absoluteFilePath());
@@ -151,24 +159,7 @@ int Scan(const std::vector<std::string>& args, std::ostream& out, std::ostream& 
 
 int Import(const std::vector<std::string>& args, std::ostream& out, std::ostream& err) {
     QString db, folder;
-    for (std::size_t i = 1; i < args.size(); ++i) {
-        if (args[i] == "--db" && i + 1 < args.size())
-            db = QString::fromStdString(args[++i]);
-        else if (folder.isEmpty() && !args[i].empty() && args[i][0] != '-')
-            folder = QString::fromStdString(args[i]);
-        else {
-            err << "cintal-cli: argumento inesperado " << args[i] << "\n";
-            return 2;
-        }
-    }
-    if (folder.isEmpty()) {
-        err << "Uso: cintal-cli import CARPETA [--db CATÁLOGO]\n";
-        return 2;
-    }
-    if (!QFileInfo(folder).isDir()) {
-        err << "No existe la carpeta " << folder.toStdString() << "\n";
-        return 2;
-    }
+    if (!FolderArguments(args, "import", db, folder, err)) return 2;
     const QString root = QFileInfo(folder).absoluteFilePath();
     if (!WosImporter::IsListingRoot(root)) {
         err << "La carpeta " << root.toStdString() << " no tiene legend.html\n";

@@ -152,11 +152,11 @@ TEST_F(ContentTest, ScreensOfTapFilesScrFilesAndCutTapes) {
 // --- Snapshots
 
 // RAM from 16384 with runs long and short, single ED bytes and runs of them.
-Bytes Ram(std::size_t size, int seed) {
+Bytes Ram(std::size_t size, int salt) {
     Bytes ram(size, '\0');
     for (std::size_t i = 0; i < size; ++i) {
         if (i % 300 < 120) continue;
-        ram[i] = static_cast<char>(i % 7 == 0 ? 0xED : (i * 13 + seed) & 0xFF);
+        ram[i] = static_cast<char>(i % 7 == 0 ? 0xED : (i * 13 + salt) & 0xFF);
     }
     for (std::size_t i = 1000; i < 1010; ++i)
         ram[i] = '\xED';

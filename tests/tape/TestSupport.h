@@ -91,12 +91,12 @@ struct Tzx {
         name.resize(10, ' ');
         return Rom(0, B({type}) + name + Le(length, 2) + Le(param1, 2) + Le(param2, 2));
     }
-    // 6912 bytes of a screen of its own for each seed, so that one can't pass
+    // 6912 bytes of a screen of its own for each salt, so that one can't pass
     // for another.
-    static Bytes Screen(int seed) {
+    static Bytes Screen(int salt) {
         Bytes out(6912, '\0');
         for (std::size_t i = 0; i < out.size(); ++i)
-            out[i] = static_cast<char>((i * (2 * seed + 1) + i / 251 + seed) & 0xFF);
+            out[i] = static_cast<char>((i * (2 * salt + 1) + i / 251 + salt) & 0xFF);
         return out;
     }
     // A line of a BASIC program: number (high byte first), length, text, ENTER.
