@@ -146,6 +146,13 @@ void BM_StartUp(benchmark::State& state) {
 #endif
 }
 
+// The grid row that shows the title with that key, or 0.
+int RowOfTitle(const Grid& g, qint64 title) {
+    for (int r = 1; r <= g.Rows(); ++r)
+        if (g.CellText(r, g.ColumnIndex("ColTitleId")) == QString::number(title)) return r;
+    return 0;
+}
+
 // A title with 20 files in 3 folders, its screen beside the last folder and
 // an inlay beside the first: the whole selection, side files included.
 void BM_SelectTitle(benchmark::State& state) {
@@ -186,9 +193,7 @@ void BM_SelectTitle(benchmark::State& state) {
     Grids::FillTitles(win.w.Parts(), kOrderByName);
     win.w.OptDatos[1]->setChecked(true);
     Grid& g = *win.w.GridTitles;
-    int row = 0;
-    for (int r = 1; r <= g.Rows() && !row; ++r)
-        if (g.CellText(r, g.ColumnIndex("ColTitleId")) == QString::number(title)) row = r;
+    const int row = RowOfTitle(g, title);
     for (auto _ : state) {
         g.ClearSelection();
         g.SetSelectedRow(row);
@@ -236,9 +241,7 @@ void BM_SelectTitleScreenFromTapes(benchmark::State& state) {
     }
     Grids::FillTitles(win.w.Parts(), kOrderByName);
     Grid& g = *win.w.GridTitles;
-    int row = 0;
-    for (int r = 1; r <= g.Rows() && !row; ++r)
-        if (g.CellText(r, g.ColumnIndex("ColTitleId")) == QString::number(title)) row = r;
+    const int row = RowOfTitle(g, title);
     for (auto _ : state) {
         g.ClearSelection();
         g.SetSelectedRow(row);

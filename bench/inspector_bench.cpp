@@ -17,11 +17,6 @@ using namespace cintal::raw;
 
 namespace {
 
-class QuietPrompt : public Prompt {
-public:
-    Button Show(const Message& m) override { return DefaultAnswer(m.buttons); }
-};
-
 Bytes LargeTape(int blocks) {
     Bytes img = TzxHeader(1, 13);
     img += Archive({{0, "Cinta grande"}, {1, "Cintal"}, {3, "1986"}, {255, "Uno\rDos\rTres"}});
@@ -58,7 +53,7 @@ Bytes LargeTape(int blocks) {
 }
 
 void OpenInspector(benchmark::State& state) {
-    QuietPrompt quiet;
+    ScriptedPrompt quiet; // opening a tape asks nothing; any box gets its default
     PromptScope scope(quiet);
     QTemporaryDir dir;
     const QString path = dir.filePath("grande.tzx");
