@@ -6,6 +6,7 @@
 #include "catalogue/Records.h"
 #include "catalogue/Store.h"
 #include "catalogue/Titles.h"
+#include "cli/Arguments.h"
 
 #include <QFileInfo>
 #include <QString>
@@ -15,43 +16,32 @@ namespace cintal::cli {
 
 namespace {
 
-// Reads "--db FILE" from args; false (with a message) on anything else.
-bool DbOption(const std::vector<std::string>& args, QString& db, std::ostream& err) {
-    for (std::size_t i = 1; i < args.size(); ++i) {
-        if (args[i] == "--db" && i + 1 < args.size()) {
-            db = QString::fromStdString(args[++i]);
-        } else {
-            err << "cintal-cli: argumento inesperado " << args[i] << "\n";
-            return false;
-        }
-    }
+// "VERB [--db FILE]": the catalogue given, or the program's own.
+int DbOption(const std::vector<std::string>& args, const char* usage, QString& db,
+             std::ostream& out, std::ostream& err) {
+    Arguments a;
+    const int status = Stop(a.Parse(args, {{{"--db", true}}, 0, 0, usage}, out, err));
+    db = QString::fromStdString(a.Value("--db"));
     if (db.isEmpty()) db = Comunes::DefaultDbPath();
-    return true;
+    return status;
 }
 
-// "VERB FOLDER [--db FILE]": the folder must exist; false (with a message)
-// on anything else.
-bool FolderArguments(const std::vector<std::string>& args, const char* verb, QString& db,
-                     QString& folder, std::ostream& err) {
-    for (std::size_t i = 1; i < args.size(); ++i) {
-        if (args[i] == "--db" && i + 1 < args.size())
-            db = QString::fromStdString(args[++i]);
-        else if (folder.isEmpty() && !args[i].empty() && args[i][0] != '-')
-            folder = QString::fromStdString(args[i]);
-        else {
-            err << "cintal-cli: argumento inesperado " << args[i] << "\n";
-            return false;
-        }
-    }
-    if (folder.isEmpty()) {
-        err << "Uso: cintal-cli " << verb << " CARPETA [--db CATÁLOGO]\n";
-        return false;
-    }
+// "VERB FOLDER [--db FILE]": -1 to go on, else the exit status, with the
+// reason on err.
+int FolderArguments(const std::vector<std::string>& args, const char* verb, QString& db,
+                    QString& folder, std::ostream& out, std::ostream& err) {
+    const std::string usage = std::string("Uso: cintal-cli ") + verb + " CARPETA [--db CATÁLOGO]\n";
+    Arguments a;
+    if (const int status = Stop(a.Parse(args, {{{"--db", true}}, 1, 1, usage.c_str()}, out, err));
+        status >= 0)
+        return status;
+    db = QString::fromStdString(a.Value("--db"));
+    folder = QString::fromStdString(a.words[0]);
     if (!QFileInfo(folder).isDir()) {
         err << "No existe la carpeta " << folder.toStdString() << "\n";
-        return false;
+        return 1;
     }
-    return true;
+    return -1;
 }
 
 } // namespace
@@ -67,7 +57,9 @@ bool OpenCatalogue(QString db, std::ostream& err) {
 
 int Init(const std::vector<std::string>& args, std::ostream& out, std::ostream& err) {
     QString db;
-    if (!DbOption(args, db, err)) return 2;
+    if (const int status = DbOption(args, "Uso: cintal-cli init [--db ARCHIVO]\n", db, out, err);
+        status >= 0)
+        return status;
     QString reason;
     if (!Store::CreateEmpty(db, &reason)) {
         err << "No se puede crear el catálogo " << db.toStdString() << ": " << reason.toStdString()
@@ -80,8 +72,10 @@ int Init(const std::vector<std::string>& args, std::ostream& out, std::ostream& 
 
 int Titles(const std::vector<std::string>& args, std::ostream& out, std::ostream& err) {
     QString db;
-    if (!DbOption(args, db, err)) return 2;
-    if (!OpenCatalogue(db, err)) return 1;
+    if (const int status = DbOption(args, "Uso: cintal-cli titles [--db ARCHIVO]\n", db, out, err);
+        status >= 0)
+        return status;
+    if (!OpenCatalogue(db, err)) return 2;
     std::vector<TitleRow> rows;
     if (!LoadTitles(kOrderByName, rows)) return 2;
     for (const TitleRow& r : rows) {
@@ -93,38 +87,32 @@ int Titles(const std::vector<std::string>& args, std::ostream& out, std::ostream
 }
 
 int Add(const std::vector<std::string>& args, std::ostream& out, std::ostream& err) {
-    QString db, title, file;
-    for (std::size_t i = 1; i < args.size(); ++i) {
-        if (args[i] == "--db" && i + 1 < args.size())
-            db = QString::fromStdString(args[++i]);
-        else if (args[i] == "--title" && i + 1 < args.size())
-            title = QString::fromStdString(args[++i]);
-        else if (file.isEmpty() && !args[i].empty() && args[i][0] != '-')
-            file = QString::fromStdString(args[i]);
-        else {
-            err << "cintal-cli: argumento inesperado " << args[i] << "\n";
-            return 2;
-        }
-    }
-    bool numeric = false;
-    const qint64 titleId = title.toLongLong(&numeric);
-    if (!numeric || titleId <= 0 || file.isEmpty()) {
-        err << "Uso: cintal-cli add --title ID ARCHIVO [--db CATÁLOGO]\n";
+    Arguments a;
+    const char* usage = "Uso: cintal-cli add --title ID ARCHIVO [--db CATÁLOGO]\n";
+    if (const int status =
+            Stop(a.Parse(args, {{{"--db", true}, {"--title", true}}, 1, 1, usage}, out, err));
+        status >= 0)
+        return status;
+    const QString db = QString::fromStdString(a.Value("--db"));
+    const QString file = QString::fromStdString(a.words[0]);
+    const qint64 titleId = IdOf(a.Value("--title"));
+    if (titleId <= 0) {
+        err << usage;
         return 2;
     }
-    if (!OpenCatalogue(db, err)) return 1;
+    if (!OpenCatalogue(db, err)) return 2;
     // The file's full path, as the file dialog would give it: an existing file
     // and an existing title, as the window can only offer.
     const QString path = QFileInfo(file).absoluteFilePath();
     if (!QFileInfo(path).isFile()) {
         err << "No existe el archivo " << path.toStdString() << "\n";
-        return 2;
+        return 1;
     }
     QSqlQuery q = Store::NewQuery();
     if (!Store::Exec(q, "SELECT TitleId FROM Titles WHERE TitleId = ?", {titleId})) return 2;
     if (!q.next()) {
         err << "No existe el título " << titleId << "\n";
-        return 2;
+        return 1;
     }
     q.finish();
     const int failures = Store::Failures();
@@ -139,7 +127,8 @@ int Add(const std::vector<std::string>& args, std::ostream& out, std::ostream& e
 
 int Scan(const std::vector<std::string>& args, std::ostream& out, std::ostream& err) {
     QString db, folder;
-    if (!FolderArguments(args, "scan", db, folder, err)) return 2;
+    if (const int status = FolderArguments(args, "scan", db, folder, out, err); status >= 0)
+        return status;
     if (!OpenCatalogue(db, err)) return 2;
     Scanner scanner;
     const Scanner::Result result = scanner.Run(QFileInfo(folder).absoluteFilePath());
@@ -159,7 +148,8 @@ int Scan(const std::vector<std::string>& args, std::ostream& out, std::ostream& 
 
 int Import(const std::vector<std::string>& args, std::ostream& out, std::ostream& err) {
     QString db, folder;
-    if (!FolderArguments(args, "import", db, folder, err)) return 2;
+    if (const int status = FolderArguments(args, "import", db, folder, out, err); status >= 0)
+        return status;
     const QString root = QFileInfo(folder).absoluteFilePath();
     if (!WosImporter::IsListingRoot(root)) {
         err << "La carpeta " << root.toStdString() << " no tiene legend.html\n";

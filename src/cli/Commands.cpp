@@ -1,5 +1,6 @@
 #include "cli/Commands.h"
 
+#include "cli/Arguments.h"
 #include "cli/CatalogueCommands.h"
 #include "cli/ContentCommands.h"
 #include "cli/InfoCommand.h"
@@ -13,7 +14,6 @@
 #include "tape/TZXTape.h"
 #include "tape/TapConvert.h"
 
-#include <algorithm>
 #include <ostream>
 #include <sstream>
 
@@ -46,9 +46,11 @@ const char* kHelp =
     "  purge [--dry-run] [--yes] [--db CATÁLOGO]\n"
     "                           muestra las referencias a archivos que no están en el disco y,\n"
     "                           con --yes, las borra del catálogo\n"
-    "  merge --from TÍTULO --into TÍTULO [--db CATÁLOGO]\n"
+    "  merge --from TÍTULO --into TÍTULO [--yes] [--db CATÁLOGO]\n"
     "                           pasa los archivos de un título a otro, con su nombre, año y\n"
-    "                           compañía en las cintas, y borra el primero\n"
+    "                           compañía en las cintas (una cinta conserva los suyos si el\n"
+    "                           título no los tiene), y borra el primero; --yes responde Sí a\n"
+    "                           la pregunta de una versión superior\n"
     "  reorganise CARPETA [--subfolder NOMBRE] [--order single|initial|year|publisher]\n"
     "             [--held-only] [--dry-run] [--no-catalogue] [--yes] [--db CATÁLOGO]\n"
     "                           mueve los archivos de los títulos, con sus archivos laterales, a\n"
@@ -57,7 +59,7 @@ const char* kHelp =
     "                           --dry-run sólo muestra el plan; --yes responde Sí si la carpeta\n"
     "                           ya existe; el catálogo sigue a los archivos salvo con\n"
     "                           --no-catalogue\n"
-    "  rename --file FILEID NUEVO [--db CATÁLOGO]\n"
+    "  rename --file FILEID NUEVO [--yes] [--db CATÁLOGO]\n"
     "                           renombra el archivo de esa fila de tFiles, con sus archivos\n"
     "                           laterales, al nombre NUEVO (sin extensión), y su fila con él\n"
     "  info [--set CAMPO=TEXTO]... [--yes] [--db CATÁLOGO] CINTA.tzx\n"
@@ -79,7 +81,11 @@ const char* kHelp =
     "  --help                   muestra esta ayuda\n"
     "\n"
     "Los avisos del programa se escriben en la salida de errores. screen y extract nunca\n"
-    "sobrescriben un archivo que exista.\n";
+    "sobrescriben un archivo que exista. Una opción que lleva valor no acepta uno que empiece\n"
+    "por \"--\".\n"
+    "\n"
+    "Estado de salida: 0 hecho; 1 rechazado, no encontrado o con algo mal; 2 argumentos\n"
+    "erróneos o fallo del catálogo.\n";
 
 int List(const std::vector<std::string>& files, std::ostream& out) {
     int status = 0;
@@ -147,10 +153,6 @@ std::string Side(TZXTape& tape, std::int64_t position) {
 }
 
 int Compare(const std::vector<std::string>& files, std::ostream& out, std::ostream& err) {
-    if (files.size() != 2) {
-        err << "cintal-cli: compare necesita dos archivos\n" << kHelp;
-        return 2;
-    }
     // A tape read in part would show as blocks missing: nothing is compared.
     TZXTape tapes[2];
     bool whole = true;
@@ -250,17 +252,14 @@ int Run(const std::vector<std::string>& args, std::ostream& out, std::ostream& e
     if (command == "info") return InfoCommand(args, out, err);
     if (command == "purge") return Purge(args, out, err);
     if (command == "merge") return Merge(args, out, err);
+    if (command == "reorganise") return Reorganise(args, out, err);
+    if (command == "rename") return Rename(args, out, err);
     if (command == "screen" || command == "basic" || command == "extract") {
         CliPrompt prompt(err, false);
         PromptScope scope(prompt);
         if (command == "screen") return ScreenCommand(args, out, err);
         if (command == "basic") return BasicCommand(args, out, err);
         return ExtractCommand(args, out, err);
-    }
-    if (command == "reorganise" || command == "rename") {
-        CliPrompt prompt(err, std::find(args.begin(), args.end(), "--yes") != args.end());
-        PromptScope scope(prompt);
-        return command == "rename" ? Rename(args, out, err) : Reorganise(args, out, err);
     }
     if (command == "init" || command == "titles" || command == "add" || command == "scan" ||
         command == "import") {
@@ -271,27 +270,24 @@ int Run(const std::vector<std::string>& args, std::ostream& out, std::ostream& e
         if (command == "import") return Import(args, out, err);
         return command == "init" ? Init(args, out, err) : Titles(args, out, err);
     }
-    bool yes = false;
-    std::vector<std::string> files;
-    for (std::size_t i = 1; i < args.size(); ++i) {
-        if (args[i] == "--yes" && command == "clean")
-            yes = true;
-        else if (args[i] == "--help")
-            return out << kHelp, 0;
-        else if (args[i].size() > 1 && args[i][0] == '-' && args[i] != "--") {
-            err << "cintal-cli: opción desconocida " << args[i] << "\n" << kHelp;
-            return 2;
-        } else if (args[i] != "--")
-            files.push_back(args[i]);
-    }
-    if (command != "list" && command != "clean" && command != "tap2tzx" && command != "compare") {
+    const std::size_t many = args.size();
+    CommandSpec spec;
+    if (command == "list")
+        spec = {{}, 1, many, "Uso: cintal-cli list ARCHIVO...\n"};
+    else if (command == "clean")
+        spec = {{{"--yes"}}, 1, many, "Uso: cintal-cli clean [--yes] ARCHIVO...\n"};
+    else if (command == "tap2tzx")
+        spec = {{}, 1, many, "Uso: cintal-cli tap2tzx ARCHIVO.tap...\n"};
+    else if (command == "compare")
+        spec = {{}, 2, 2, "Uso: cintal-cli compare A.tzx B.tzx\n"};
+    else {
         err << "cintal-cli: orden desconocida " << command << "\n" << kHelp;
         return 2;
     }
-    if (files.empty()) {
-        err << "cintal-cli: falta el nombre de algún archivo\n" << kHelp;
-        return 2;
-    }
+    Arguments arguments;
+    if (const int status = Stop(arguments.Parse(args, spec, out, err)); status >= 0) return status;
+    const std::vector<std::string>& files = arguments.words;
+    const bool yes = arguments.Has("--yes");
     CliPrompt prompt(err, yes);
     PromptScope scope(prompt);
     if (command == "list") return List(files, out);

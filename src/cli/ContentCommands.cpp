@@ -1,5 +1,6 @@
 #include "cli/ContentCommands.h"
 
+#include "cli/Arguments.h"
 #include "cli/Commands.h"
 #include "tape/Content.h"
 #include "tape/TZXFunct.h"
@@ -27,22 +28,14 @@ std::string Lower(std::string s) {
     return s;
 }
 
-// The command's words after its name; false (with the usage) on an option,
-// or on fewer or more words than it takes.
-bool Words(const std::vector<std::string>& args, std::size_t least, std::size_t most,
-           const char* usage, std::vector<std::string>& words, std::ostream& err) {
-    for (std::size_t i = 1; i < args.size(); ++i) {
-        if (args[i].size() > 1 && args[i][0] == '-') {
-            err << "cintal-cli: opción desconocida " << args[i] << "\n" << usage;
-            return false;
-        }
-        words.push_back(args[i]);
-    }
-    if (words.size() < least || words.size() > most) {
-        err << usage;
-        return false;
-    }
-    return true;
+// The command's words after its name: -1 to go on, else the exit status.
+int Words(const std::vector<std::string>& args, std::size_t least, std::size_t most,
+          const char* usage, std::vector<std::string>& words, std::ostream& out,
+          std::ostream& err) {
+    Arguments a;
+    const int status = Stop(a.Parse(args, {{}, least, most, usage}, out, err));
+    words = a.words;
+    return status;
 }
 
 // A block number as the listing counts them, from 1.
@@ -114,7 +107,8 @@ Bytes Png(const Bytes& screen) {
 
 int ScreenCommand(const std::vector<std::string>& args, std::ostream& out, std::ostream& err) {
     std::vector<std::string> words;
-    if (!Words(args, 2, 2, kScreenUsage, words, err)) return 2;
+    if (const int status = Words(args, 2, 2, kScreenUsage, words, out, err); status >= 0)
+        return status;
     const std::string& file = words[0];
     const std::string& target = words[1];
     const std::string kind = Lower(ExtensionOf(target));
@@ -145,7 +139,8 @@ int ScreenCommand(const std::vector<std::string>& args, std::ostream& out, std::
 
 int BasicCommand(const std::vector<std::string>& args, std::ostream& out, std::ostream& err) {
     std::vector<std::string> words;
-    if (!Words(args, 1, 2, kBasicUsage, words, err)) return 2;
+    if (const int status = Words(args, 1, 2, kBasicUsage, words, out, err); status >= 0)
+        return status;
     std::int64_t number = 0;
     if (words.size() == 2 && !BlockNumber(words[1], number, err)) return 2;
     const std::string& file = words[0];
@@ -182,7 +177,8 @@ int BasicCommand(const std::vector<std::string>& args, std::ostream& out, std::o
 
 int ExtractCommand(const std::vector<std::string>& args, std::ostream& out, std::ostream& err) {
     std::vector<std::string> words;
-    if (!Words(args, 3, 3, kExtractUsage, words, err)) return 2;
+    if (const int status = Words(args, 3, 3, kExtractUsage, words, out, err); status >= 0)
+        return status;
     std::int64_t number = 0;
     if (!BlockNumber(words[1], number, err)) return 2;
     const std::string& file = words[0];

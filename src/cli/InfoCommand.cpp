@@ -3,6 +3,7 @@
 #include "catalogue/Comunes.h"
 #include "catalogue/Records.h"
 #include "catalogue/Store.h"
+#include "cli/Arguments.h"
 #include "cli/Commands.h"
 #include "inspector/Inspector.h"
 #include "tape/TZXFunct.h"
@@ -73,35 +74,25 @@ std::optional<qint64> FileRowOf(const QString& path) {
 } // namespace
 
 int InfoCommand(const std::vector<std::string>& args, std::ostream& out, std::ostream& err) {
-    QString db, file;
-    bool yes = false;
+    Arguments a;
+    if (const int status = Stop(a.Parse(
+            args, {{{"--db", true}, {"--yes"}, {"--set", true, true}}, 1, 1, kUsage}, out, err));
+        status >= 0)
+        return status;
+    const QString db = QString::fromStdString(a.Value("--db"));
+    const QString file = QString::fromStdString(a.words[0]);
+    const bool yes = a.Has("--yes");
     std::vector<std::pair<int, QString>> sets;
-    for (std::size_t i = 1; i < args.size(); ++i) {
-        if (args[i] == "--db" && i + 1 < args.size()) {
-            db = QString::fromStdString(args[++i]);
-        } else if (args[i] == "--yes") {
-            yes = true;
-        } else if (args[i] == "--set" && i + 1 < args.size()) {
-            const std::string& set = args[++i];
-            const auto eq = set.find('=');
-            const int box = eq == std::string::npos ? -1 : BoxOf(set.substr(0, eq));
-            if (box < 0) {
-                err << "cintal-cli: campo desconocido en --set " << set
-                    << " (iName, iPublisher, iAuthor, iYear, iLang, iType, iPrice, iSchema, "
-                       "iOrigin, iRePublisher, iComments)\n";
-                return 2;
-            }
-            sets.emplace_back(box, Unescape(set.substr(eq + 1)));
-        } else if (file.isEmpty() && !args[i].empty() && args[i][0] != '-') {
-            file = QString::fromStdString(args[i]);
-        } else {
-            err << "cintal-cli: argumento inesperado " << args[i] << "\n" << kUsage;
+    for (const std::string& set : a.Values("--set")) {
+        const auto eq = set.find('=');
+        const int box = eq == std::string::npos ? -1 : BoxOf(set.substr(0, eq));
+        if (box < 0) {
+            err << "cintal-cli: campo desconocido en --set " << set
+                << " (iName, iPublisher, iAuthor, iYear, iLang, iType, iPrice, iSchema, "
+                   "iOrigin, iRePublisher, iComments)\n";
             return 2;
         }
-    }
-    if (file.isEmpty()) {
-        err << kUsage;
-        return 2;
+        sets.emplace_back(box, Unescape(set.substr(eq + 1)));
     }
     InfoPrompt prompt(err, yes);
     PromptScope scope(prompt);

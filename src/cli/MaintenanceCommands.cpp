@@ -3,6 +3,7 @@
 #include "catalogue/Comunes.h"
 #include "catalogue/Records.h"
 #include "catalogue/Store.h"
+#include "cli/Arguments.h"
 #include "cli/CatalogueCommands.h"
 #include "cli/Commands.h"
 #include "maintenance/Purge.h"
@@ -14,21 +15,18 @@
 namespace cintal::cli {
 
 int Purge(const std::vector<std::string>& args, std::ostream& out, std::ostream& err) {
-    QString db;
-    bool dryRun = false, yes = false;
-    for (std::size_t i = 1; i < args.size(); ++i) {
-        if (args[i] == "--db" && i + 1 < args.size())
-            db = QString::fromStdString(args[++i]);
-        else if (args[i] == "--dry-run")
-            dryRun = true;
-        else if (args[i] == "--yes")
-            yes = true;
-        else {
-            err << "cintal-cli: argumento inesperado " << args[i] << "\n"
-                << "Uso: cintal-cli purge [--dry-run] [--yes] [--db CATÁLOGO]\n";
-            return 2;
-        }
-    }
+    Arguments a;
+    if (const int status =
+            Stop(a.Parse(args,
+                         {{{"--db", true}, {"--dry-run"}, {"--yes"}},
+                          0,
+                          0,
+                          "Uso: cintal-cli purge [--dry-run] [--yes] [--db CATÁLOGO]\n"},
+                         out, err));
+        status >= 0)
+        return status;
+    const QString db = QString::fromStdString(a.Value("--db"));
+    const bool dryRun = a.Has("--dry-run"), yes = a.Has("--yes");
     CliPrompt prompt(err, false);
     PromptScope scope(prompt);
     if (!OpenCatalogue(db, err)) return 2;
@@ -54,30 +52,25 @@ int Purge(const std::vector<std::string>& args, std::ostream& out, std::ostream&
 }
 
 int Merge(const std::vector<std::string>& args, std::ostream& out, std::ostream& err) {
-    QString db, from, into;
-    for (std::size_t i = 1; i < args.size(); ++i) {
-        if (args[i] == "--db" && i + 1 < args.size())
-            db = QString::fromStdString(args[++i]);
-        else if (args[i] == "--from" && i + 1 < args.size())
-            from = QString::fromStdString(args[++i]);
-        else if (args[i] == "--into" && i + 1 < args.size())
-            into = QString::fromStdString(args[++i]);
-        else {
-            err << "cintal-cli: argumento inesperado " << args[i] << "\n";
-            return 2;
-        }
-    }
-    bool okFrom = false, okInto = false;
+    const char* usage =
+        "Uso: cintal-cli merge --from TÍTULO --into TÍTULO [--yes] [--db CATÁLOGO]\n";
+    Arguments a;
+    if (const int status = Stop(a.Parse(
+            args, {{{"--db", true}, {"--from", true}, {"--into", true}, {"--yes"}}, 0, 0, usage},
+            out, err));
+        status >= 0)
+        return status;
+    const QString db = QString::fromStdString(a.Value("--db"));
     TitleMover mover;
-    mover.from = from.toLongLong(&okFrom);
-    mover.into = into.toLongLong(&okInto);
-    if (!okFrom || !okInto || mover.from <= 0 || mover.into <= 0) {
-        err << "Uso: cintal-cli merge --from TÍTULO --into TÍTULO [--db CATÁLOGO]\n";
+    mover.from = IdOf(a.Value("--from"));
+    mover.into = IdOf(a.Value("--into"));
+    if (mover.from <= 0 || mover.into <= 0) {
+        err << usage;
         return 2;
     }
-    // A newer tape version is answered No: nothing is written that the user
-    // wasn't asked about.
-    CliPrompt prompt(err, false);
+    // The question of a newer tape version is answered by --yes: nothing is
+    // written that the user wasn't asked about.
+    CliPrompt prompt(err, a.Has("--yes"));
     PromptScope scope(prompt);
     if (!OpenCatalogue(db, err)) return 2;
     QSqlQuery q = Store::NewQuery();
@@ -86,13 +79,13 @@ int Merge(const std::vector<std::string>& args, std::ostream& out, std::ostream&
     q.finish();
     if (!fromExists) {
         err << "No existe el título " << mover.from << "\n";
-        return 2;
+        return 1;
     }
     const int failuresBefore = Store::Failures();
     if (!mover.LoadTarget()) {
         if (Store::Failures() != failuresBefore) return 2;
         err << "No existe el título " << mover.into << "\n";
-        return 2;
+        return 1;
     }
     if (!mover.Plan()) return 2;
     if (!mover.Run()) return Store::Failures() != failuresBefore ? 2 : 1;

@@ -1,6 +1,8 @@
 #include "cli/ReorganiseCommands.h"
 
+#include "cli/Arguments.h"
 #include "cli/CatalogueCommands.h"
+#include "cli/Commands.h"
 
 #include "catalogue/Comunes.h"
 #include "catalogue/Store.h"
@@ -15,55 +17,51 @@
 namespace cintal::cli {
 
 int Reorganise(const std::vector<std::string>& args, std::ostream& out, std::ostream& err) {
-    QString db, folder, subFolder = QStringLiteral("Programas");
-    SortBy order = SortBy::Single;
-    bool heldOnly = false, dryRun = false, catalogue = true;
     const char* usage = "Uso: cintal-cli reorganise CARPETA [--subfolder NOMBRE] "
                         "[--order single|initial|year|publisher] [--held-only] [--dry-run] "
                         "[--no-catalogue] [--yes] [--db CATÁLOGO]\n";
-    for (std::size_t i = 1; i < args.size(); ++i) {
-        const std::string& a = args[i];
-        if (a == "--db" && i + 1 < args.size()) {
-            db = QString::fromStdString(args[++i]);
-        } else if (a == "--subfolder" && i + 1 < args.size()) {
-            subFolder = QString::fromStdString(args[++i]).left(30);
-        } else if (a == "--order" && i + 1 < args.size()) {
-            const std::string o = args[++i];
-            if (o == "single")
-                order = SortBy::Single;
-            else if (o == "initial")
-                order = SortBy::Initial;
-            else if (o == "year")
-                order = SortBy::Year;
-            else if (o == "publisher")
-                order = SortBy::Publisher;
-            else {
-                err << "cintal-cli: orden desconocido " << o << "\n" << usage;
-                return 2;
-            }
-        } else if (a == "--held-only") {
-            heldOnly = true;
-        } else if (a == "--dry-run") {
-            dryRun = true;
-        } else if (a == "--no-catalogue") {
-            catalogue = false;
-        } else if (a == "--yes") {
-            // The prompt of the command line answers from it.
-        } else if (folder.isEmpty() && !a.empty() && a[0] != '-') {
-            folder = QString::fromStdString(a);
-        } else {
-            err << "cintal-cli: argumento inesperado " << a << "\n" << usage;
-            return 2;
-        }
+    Arguments a;
+    if (const int status = Stop(a.Parse(args,
+                                        {{{"--db", true},
+                                          {"--subfolder", true},
+                                          {"--order", true},
+                                          {"--held-only"},
+                                          {"--dry-run"},
+                                          {"--no-catalogue"},
+                                          {"--yes"}},
+                                         1,
+                                         1,
+                                         usage},
+                                        out, err));
+        status >= 0)
+        return status;
+    const QString db = QString::fromStdString(a.Value("--db"));
+    const QString folder = QString::fromStdString(a.words[0]);
+    const QString subFolder = QString::fromStdString(a.Value("--subfolder", "Programas")).left(30);
+    if (const QString why = Reorganiser::SubFolderRefusal(subFolder); !why.isEmpty()) {
+        err << "cintal-cli: " << why.toStdString() << "\n";
+        return 2;
     }
-    if (folder.isEmpty()) {
-        err << usage;
+    const bool heldOnly = a.Has("--held-only"), dryRun = a.Has("--dry-run"),
+               catalogue = !a.Has("--no-catalogue");
+    SortBy order = SortBy::Single;
+    const std::string o = a.Value("--order", "single");
+    if (o == "initial")
+        order = SortBy::Initial;
+    else if (o == "year")
+        order = SortBy::Year;
+    else if (o == "publisher")
+        order = SortBy::Publisher;
+    else if (o != "single") {
+        err << "cintal-cli: orden desconocido " << o << "\n" << usage;
         return 2;
     }
     if (!QFileInfo(folder).isDir()) {
         err << "No existe la carpeta " << folder.toStdString() << "\n";
-        return 2;
+        return 1;
     }
+    CliPrompt prompt(err, a.Has("--yes"));
+    PromptScope scope(prompt);
     if (!OpenCatalogue(db, err)) return 2;
     std::vector<ReorgTitle> titles;
     if (!LoadReorgTitles(heldOnly, titles)) return 2;
@@ -84,10 +82,11 @@ int Reorganise(const std::vector<std::string>& args, std::ostream& out, std::ost
     out << "Títulos: " << c.Titulos << "\n"
         << "Archivos movidos: " << c.Movidos << "\n"
         << "Archivos laterales movidos: " << c.Laterales << "\n"
-        << "Omitidos: " << c.Omitidos << "\n";
+        << "Omitidos: " << c.Omitidos << "\n"
+        << "Fallidos: " << c.Fallidos << "\n";
     for (const QString& note : reorganiser.notes)
         err << note.toStdString() << "\n";
-    return 0;
+    return c.Fallidos > 0 ? 1 : 0;
 }
 
 } // namespace cintal::cli
@@ -95,25 +94,21 @@ int Reorganise(const std::vector<std::string>& args, std::ostream& out, std::ost
 namespace cintal::cli {
 
 int Rename(const std::vector<std::string>& args, std::ostream& out, std::ostream& err) {
-    QString db, newBase;
-    qint64 fileId = 0;
-    for (std::size_t i = 1; i < args.size(); ++i) {
-        const std::string& a = args[i];
-        if (a == "--db" && i + 1 < args.size()) {
-            db = QString::fromStdString(args[++i]);
-        } else if (a == "--file" && i + 1 < args.size()) {
-            fileId = QString::fromStdString(args[++i]).toLongLong();
-        } else if (newBase.isEmpty() && !a.empty() && a[0] != '-') {
-            newBase = QString::fromStdString(a);
-        } else {
-            err << "cintal-cli: argumento inesperado " << a << "\n";
-            return 2;
-        }
-    }
-    if (fileId <= 0 || newBase.isEmpty()) {
-        err << "Uso: cintal-cli rename --file FILEID NUEVO [--db CATÁLOGO]\n";
+    const char* usage = "Uso: cintal-cli rename --file FILEID NUEVO [--yes] [--db CATÁLOGO]\n";
+    Arguments a;
+    if (const int status = Stop(
+            a.Parse(args, {{{"--db", true}, {"--file", true}, {"--yes"}}, 1, 1, usage}, out, err));
+        status >= 0)
+        return status;
+    const QString db = QString::fromStdString(a.Value("--db"));
+    const qint64 fileId = IdOf(a.Value("--file"));
+    const QString newBase = QString::fromStdString(a.words[0]);
+    if (fileId <= 0) {
+        err << usage;
         return 2;
     }
+    CliPrompt prompt(err, a.Has("--yes"));
+    PromptScope scope(prompt);
     if (!OpenCatalogue(db, err)) return 2;
     QSqlQuery q = Store::NewQuery();
     if (!Store::Exec(q, "SELECT FileName, Extension, PathIndex FROM tFiles WHERE FileId = ?",

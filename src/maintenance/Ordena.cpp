@@ -35,6 +35,15 @@ QLabel* Counter() {
     return l;
 }
 
+// A subfolder that would lead out of the chosen folder is refused, with the
+// reason.
+bool SubFolderRefused(const QString& subFolder) {
+    const QString why = Reorganiser::SubFolderRefusal(subFolder);
+    if (why.isEmpty()) return false;
+    Ask(why.toStdString(), {}, Icon::Exclamation);
+    return true;
+}
+
 } // namespace
 
 Ordena::Ordena(Grid* titles, Grid* files, QWidget* parent)
@@ -91,10 +100,13 @@ Ordena::Ordena(Grid* titles, Grid* files, QWidget* parent)
     LabelMovidos = Counter();
     LabelLaterales = Counter();
     LabelOmitidos = Counter();
+    LabelFallidos = Counter();
+    LabelFallidos->setObjectName("LabelFallidos");
     const std::pair<const char*, QLabel*> rows[] = {{"Títulos:", LabelTitulos},
                                                     {"Archivos movidos:", LabelMovidos},
                                                     {"Archivos laterales movidos:", LabelLaterales},
-                                                    {"Omitidos:", LabelOmitidos}};
+                                                    {"Omitidos:", LabelOmitidos},
+                                                    {"Fallidos:", LabelFallidos}};
     int r = 0;
     for (const auto& [caption, label] : rows) {
         grid->addWidget(new QLabel(QString::fromUtf8(caption)), r, 0);
@@ -169,6 +181,7 @@ void Ordena::ShowCounters(const Reorganiser& r) {
     LabelMovidos->setText(QString::number(r.counters.Movidos));
     LabelLaterales->setText(QString::number(r.counters.Laterales));
     LabelOmitidos->setText(QString::number(r.counters.Omitidos));
+    LabelFallidos->setText(QString::number(r.counters.Fallidos));
     ProgressBar1->setRange(0, std::max(1, r.titlesTotal));
     ProgressBar1->setValue(static_cast<int>(r.counters.Titulos));
 }
@@ -183,6 +196,7 @@ void Ordena::ShowPlan() {
 }
 
 void Ordena::CommandSimular_Click() {
+    if (SubFolderRefused(TxtSubFolder->text())) return;
     const QString target = Reorganiser::Target(dir1Path, TxtSubFolder->text());
     QApplication::setOverrideCursor(Qt::WaitCursor);
     reorganiser.Plan(target, Order(), ListedTitles());
@@ -192,6 +206,7 @@ void Ordena::CommandSimular_Click() {
 }
 
 void Ordena::CommandOrdenar_Click() {
+    if (SubFolderRefused(TxtSubFolder->text())) return;
     const QString target = Reorganiser::Target(dir1Path, TxtSubFolder->text());
     if (QFileInfo(target).isDir() && Ask("El directorio ya existe. ¿desea continuar?", {},
                                          Icon::Critical, Buttons::YesNo) == Button::No)

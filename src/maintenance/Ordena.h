@@ -45,6 +45,7 @@ public:
     QLabel* LabelMovidos;
     QLabel* LabelLaterales;
     QLabel* LabelOmitidos;
+    QLabel* LabelFallidos;
     QProgressBar* ProgressBar1;
     QListWidget* ListPlan;
 

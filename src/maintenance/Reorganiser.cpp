@@ -47,6 +47,10 @@ QString ReorgStep::Text() const {
         return QStringLiteral("ya existe: se deja %1").arg(dest);
     case Kind::Missing:
         return QStringLiteral("no está: se omite %1").arg(source);
+    case Kind::RemovePart:
+        return QStringLiteral("quitar copia a medias %1").arg(dest);
+    case Kind::FixRow:
+        return QStringLiteral("ya está en %1: se corrige su fila").arg(dest);
     }
     return {};
 }
@@ -59,6 +63,15 @@ const QStringList& Reorganiser::SideFolders() {
 QString Reorganiser::Target(const QString& parent, const QString& subFolder) {
     if (subFolder.isEmpty()) return parent;
     return Join(parent, subFolder);
+}
+
+QString Reorganiser::SubFolderRefusal(const QString& subFolder) {
+    if (subFolder.isEmpty() ||
+        (!subFolder.trimmed().isEmpty() && FolderName(subFolder) == subFolder))
+        return {};
+    return QStringLiteral("El subdirectorio \"%1\" no es válido: ha de ser un solo nombre de "
+                          "carpeta, no \".\" ni \"..\", sin / \\ : * ? \" < > |")
+        .arg(subFolder);
 }
 
 QString Reorganiser::FolderName(const QString& text) {
@@ -157,10 +170,31 @@ void Reorganiser::PlanMove(const QString& source, const QString& destDir, bool s
     }
     step.kind = ReorgStep::Kind::Move;
     step.dest = Join(destDir, fileName);
+    // A move across volumes that was cut short left its copy in the way.
+    const QString part = platform::PartFile(step.dest);
+    if (platform::IsLeftoverPart(source, part)) {
+        ReorgStep remove = step;
+        remove.kind = ReorgStep::Kind::RemovePart;
+        remove.dest = part;
+        steps.push_back(remove);
+    }
     steps.push_back(step);
+    claimed.insert(Key(step.dest));
     const QString from = QFileInfo(source).path();
     listings[Key(from)].remove(fileName.toLower());
     listings[Key(destDir)].insert(fileName.toLower(), fileName);
+}
+
+QString Reorganiser::AlreadyMoved(const QString& destDir, const QString& fileName) {
+    const QString there = FindEntry(destDir, fileName, false);
+    if (there.isEmpty() || claimed.contains(Key(there))) return {};
+    // A row that names the file there makes it that row's file.
+    const QString name = QFileInfo(there).fileName();
+    const qsizetype dot = name.lastIndexOf(u'.');
+    const qint64 index = Comunes::FindPathIndex(destDir);
+    if (index != 0 && (dot < 0 || Comunes::FileInDB(name.left(dot), name.mid(dot + 1), index)))
+        return {};
+    return there;
 }
 
 void Reorganiser::Plan(const QString& targetFolder, SortBy order,
@@ -169,6 +203,7 @@ void Reorganiser::Plan(const QString& targetFolder, SortBy order,
     notes.clear();
     listings.clear();
     isDir.clear();
+    claimed.clear();
     counters = {};
     failure.clear();
     titlesTotal = static_cast<int>(titles.size());
@@ -201,6 +236,14 @@ void Reorganiser::Plan(const QString& targetFolder, SortBy order,
                 missing.source = Join(file.dir, file.fileName);
                 missing.FileId = file.FileId;
                 missing.title = i;
+                // A run stopped between a file's move and its row's update
+                // left the file in its new place: the row follows it now.
+                const QString there = file.FileId ? AlreadyMoved(dest, file.fileName) : QString();
+                if (!there.isEmpty()) {
+                    missing.kind = ReorgStep::Kind::FixRow;
+                    missing.dest = there;
+                    claimed.insert(Key(there));
+                }
                 steps.push_back(missing);
                 continue;
             }
@@ -212,7 +255,7 @@ void Reorganiser::Plan(const QString& targetFolder, SortBy order,
     for (const ReorgStep& s : steps) {
         if (s.kind == ReorgStep::Kind::Exists || s.kind == ReorgStep::Kind::Missing)
             ++counters.Omitidos;
-        else if (s.kind == ReorgStep::Kind::Move)
+        else if (s.kind == ReorgStep::Kind::Move || s.kind == ReorgStep::Kind::FixRow)
             ++(s.side ? counters.Laterales : counters.Movidos);
     }
 }
@@ -286,11 +329,35 @@ Reorganiser::Result Reorganiser::Run(bool updateCatalogue) {
             ++counters.Omitidos;
             notes.push_back(s.Text());
             break;
+        case ReorgStep::Kind::RemovePart: {
+            QString reason;
+            // If it is no longer a leftover of ours it stays, and the move
+            // that follows tells.
+            if (!platform::RemoveLeftoverPart(s.source, s.dest, &reason))
+                notes.push_back(QStringLiteral("%1: %2").arg(s.dest, reason));
+            break;
+        }
+        case ReorgStep::Kind::FixRow:
+            sidesMoved.clear();
+            if (!updateCatalogue) {
+                ++counters.Omitidos;
+                notes.push_back(QStringLiteral("%1: ya está en %2; su fila no se corrige sin "
+                                               "actualizar el catálogo")
+                                    .arg(s.source, s.dest));
+            } else if (PointRow(s.FileId, QFileInfo(s.dest).path())) {
+                ++counters.Movidos;
+            } else {
+                ++counters.Fallidos;
+                notes.push_back(QStringLiteral("%1: ya está en %2, pero el catálogo no se pudo "
+                                               "actualizar (%3)")
+                                    .arg(s.source, s.dest, Store::LastError()));
+            }
+            break;
         case ReorgStep::Kind::Move: {
             moved = true;
             QString reason;
             if (!platform::MoveNoReplace(s.source, s.dest, &reason)) {
-                ++counters.Omitidos;
+                ++counters.Fallidos;
                 notes.push_back(QStringLiteral("%1: %2").arg(s.source, reason));
                 if (!s.side) putSidesBack();
                 break;
@@ -304,7 +371,7 @@ Reorganiser::Result Reorganiser::Run(bool updateCatalogue) {
                 // The row stays where it was, so the file goes back beside it.
                 QString back;
                 const bool restored = platform::MoveNoReplace(s.dest, s.source, &back);
-                ++counters.Omitidos;
+                ++counters.Fallidos;
                 notes.push_back(restored
                                     ? QStringLiteral("%1: el catálogo no se pudo actualizar (%2); "
                                                      "el archivo vuelve a su sitio")

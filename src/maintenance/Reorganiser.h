@@ -4,6 +4,7 @@
 // that a dry run shows exactly what the real run then does.
 
 #include <QHash>
+#include <QSet>
 #include <QString>
 #include <QStringList>
 #include <functional>
@@ -33,10 +34,15 @@ struct ReorgStep {
         Move,       // "mover A -> B"
         Exists,     // "ya existe: se deja"
         Missing,    // "no está: se omite"
+        // What an interrupted run left: a part copy of our own in the way of
+        // a move, and a file already moved whose row still names its old
+        // folder.
+        RemovePart, // "quitar copia a medias P"
+        FixRow,     // "ya está en B: se corrige su fila"
     };
     Kind kind = Kind::Move;
     QString source; // the file that moves (empty for a folder)
-    QString dest;   // the folder made, or the path the file takes
+    QString dest;   // the folder made, the path the file takes, or the part copy
     bool side = false;
     qint64 FileId = 0; // the row that follows a title's own file
     int title = -1;    // index of the title in the run
@@ -49,7 +55,8 @@ struct ReorgCounters {
     qint64 Titulos = 0;
     qint64 Movidos = 0;
     qint64 Laterales = 0;
-    qint64 Omitidos = 0;
+    qint64 Omitidos = 0; // left as they were on purpose: in place, or missing
+    qint64 Fallidos = 0; // tried and failed
 };
 
 class Reorganiser {
@@ -57,6 +64,9 @@ public:
     // The folder the run fills: the parent, then the subfolder; an empty
     // subfolder is the parent itself.
     static QString Target(const QString& parent, const QString& subFolder);
+    // Why the subfolder can't be used, or empty when it can: it is one folder
+    // name, so that the target stays inside the parent.
+    static QString SubFolderRefusal(const QString& subFolder);
     // A title's or publisher's text made fit for a folder name.
     static QString FolderName(const QString& text);
     // The folder of a title below target, by the order chosen.
@@ -89,6 +99,7 @@ private:
     QString ResolveFolder(const QString& parent, const QString& name, int title);
     QString FindEntry(const QString& dir, const QString& name, bool wantDir);
     bool DestTaken(const QString& path);
+    QString AlreadyMoved(const QString& destDir, const QString& fileName);
     void PlanMove(const QString& source, const QString& destDir, bool side, qint64 fileId,
                   int title);
     bool PointRow(qint64 fileId, const QString& dir);
@@ -97,6 +108,7 @@ private:
     // with what the plan has already put there or taken away.
     QHash<QString, QHash<QString, QString>> listings;
     QHash<QString, bool> isDir; // lower-case path -> a folder
+    QSet<QString> claimed;      // lower-case paths the plan gives a file
 };
 
 } // namespace cintal

@@ -1,6 +1,7 @@
 #include "platform/MoveFile.h"
 
 #include <QFile>
+#include <QFileInfo>
 
 #include <cerrno>
 #include <cstdio>
@@ -29,7 +30,7 @@ bool CopyAcross(const QByteArray& from, const QByteArray& to, QString* reason) {
         ::close(in);
         return Fail(reason, e);
     }
-    const QByteArray part = to + ".cintal-part";
+    const QByteArray part = QFile::encodeName(PartFile(QFile::decodeName(to)));
     const int out = ::open(part.constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0644);
     if (out < 0) {
         const int e = errno;
@@ -95,6 +96,31 @@ bool MoveNoReplace(const QString& from, const QString& to, QString* reason) {
     }
     if (e == EXDEV) return CopyAcross(f, t, reason);
     return Fail(reason, e);
+}
+
+QString PartFile(const QString& to) {
+    return to + QStringLiteral(".cintal-part");
+}
+
+bool IsLeftoverPart(const QString& from, const QString& part) {
+    const QFileInfo p(part), f(from);
+    if (p.isSymLink() || !p.isFile() || !f.isFile() || p.size() > f.size()) return false;
+    QFile a(part), b(from);
+    if (!a.open(QIODevice::ReadOnly) || !b.open(QIODevice::ReadOnly)) return false;
+    while (!a.atEnd()) {
+        const QByteArray chunk = a.read(1 << 16);
+        if (chunk.isEmpty() || b.read(chunk.size()) != chunk) return false;
+    }
+    return true;
+}
+
+bool RemoveLeftoverPart(const QString& from, const QString& part, QString* reason) {
+    if (!IsLeftoverPart(from, part)) {
+        if (reason) *reason = QStringLiteral("no es una copia a medias de %1").arg(from);
+        return false;
+    }
+    if (::unlink(QFile::encodeName(part).constData()) == 0) return true;
+    return Fail(reason, errno);
 }
 
 bool MakeFolder(const QString& path, QString* reason) {

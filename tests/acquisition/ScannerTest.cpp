@@ -348,7 +348,7 @@ TEST_F(ScanTest, CliScanPrintsTheCountersThenTheWarningsAndFailsOnAStoreFailure)
     EXPECT_NE(out.find("Archivos omitidos: 2\n"), std::string::npos) << out;
     EXPECT_EQ(err, "Error en el catálogo: disco lleno\n");
 
-    EXPECT_EQ(scan(At("no-existe"), out, err), 2);
+    EXPECT_EQ(scan(At("no-existe"), out, err), 1);
     EXPECT_EQ(err, "No existe la carpeta " + At("no-existe") + "\n");
 }
 

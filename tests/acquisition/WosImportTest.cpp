@@ -366,7 +366,7 @@ TEST_F(WosTest, CliImportPrintsTheCountersThenTheWarnings) {
     EXPECT_EQ(import(At("games"), out, err), 1);
     EXPECT_EQ(out, "");
     EXPECT_EQ(err, "La carpeta " + At("games") + " no tiene legend.html\n");
-    EXPECT_EQ(import(At("no-existe"), out, err), 2);
+    EXPECT_EQ(import(At("no-existe"), out, err), 1);
     EXPECT_EQ(err, "No existe la carpeta " + At("no-existe") + "\n");
 }
 

@@ -199,6 +199,20 @@ TEST_F(CliTest, UsageErrorsExplainThemselves) {
     Result help = Cli({"--help"});
     EXPECT_EQ(help.status, 0);
     EXPECT_NE(help.out.find("Uso: cintal-cli"), std::string::npos);
+
+    // An option never takes the next option as its value.
+    const Result bare = Cli({"titles", "--db", "--help"});
+    EXPECT_EQ(bare.status, 2);
+    EXPECT_EQ(bare.err,
+              "cintal-cli: falta el valor de --db\nUso: cintal-cli titles [--db ARCHIVO]\n");
+    EXPECT_EQ(Cli({"purge", "--db"}).status, 2);
+    // A file that is no catalogue is a store failure for every command.
+    const std::string foreign = dir.File("ajeno.mdb");
+    WriteFile(foreign, "no es un catálogo");
+    WriteFile(dir.File("juego.tzx"), Tape({Std(RomHeader(0, "Juego"))}));
+    EXPECT_EQ(Cli({"titles", "--db", foreign}).status, 2);
+    EXPECT_EQ(Cli({"add", "--title", "1", dir.File("juego.tzx"), "--db", foreign}).status, 2);
+    EXPECT_EQ(Cli({"purge", "--db", foreign}).status, 2);
 }
 
 } // namespace

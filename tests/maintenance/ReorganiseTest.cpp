@@ -245,7 +245,8 @@ TEST_F(ReorganiseTest, AFileWhoseRowCannotFollowGoesBack) {
     EXPECT_TRUE(Has(src + "/Scrshot/Uno.scr"));
     EXPECT_EQ(0, r.counters.Laterales);
     EXPECT_EQ(0, r.counters.Movidos);
-    EXPECT_EQ(1, r.counters.Omitidos);
+    EXPECT_EQ(0, r.counters.Omitidos);
+    EXPECT_EQ(1, r.counters.Fallidos);
     ASSERT_EQ(1u, r.notes.size());
     EXPECT_NE(std::string::npos, S(r.notes[0]).find("el archivo vuelve a su sitio"));
     EXPECT_EQ(S(src), S(RowDir("uno")));
@@ -273,7 +274,8 @@ TEST_F(ReorganiseTest, CommandLineAsksBeforeUsingAnExistingFolderAndPrintsThePla
 
     std::ostringstream o3, e3;
     EXPECT_EQ(0, cli::Run({"reorganise", S(out), "--yes", "--db", S(db)}, o3, e3));
-    EXPECT_EQ("Títulos: 2\nArchivos movidos: 2\nArchivos laterales movidos: 0\nOmitidos: 0\n",
+    EXPECT_EQ("Títulos: 2\nArchivos movidos: 2\nArchivos laterales movidos: 0\nOmitidos: 0\n"
+              "Fallidos: 0\n",
               o3.str());
     EXPECT_TRUE(Has(out + "/Programas/dos.tzx"));
     EXPECT_EQ(S(out + "/Programas"), S(RowDir("uno")));
@@ -281,6 +283,77 @@ TEST_F(ReorganiseTest, CommandLineAsksBeforeUsingAnExistingFolderAndPrintsThePla
 
     std::ostringstream o4, e4;
     EXPECT_EQ(2, cli::Run({"reorganise", S(out), "--order", "size"}, o4, e4));
+
+    // An option without its value takes nothing, and a subfolder stays inside.
+    std::ostringstream o5, e5;
+    EXPECT_EQ(2,
+              cli::Run({"reorganise", S(out), "--subfolder", "--dry-run", "--yes", "--db", S(db)},
+                       o5, e5));
+    EXPECT_NE(std::string::npos, e5.str().find("cintal-cli: falta el valor de --subfolder\n"));
+    for (const char* outside : {"..", "../fuera", "a/b"}) {
+        std::ostringstream o6, e6;
+        EXPECT_EQ(2, cli::Run({"reorganise", S(out + "/Programas"), "--subfolder", outside, "--yes",
+                               "--db", S(db)},
+                              o6, e6));
+        EXPECT_EQ("cintal-cli: El subdirectorio \"" + std::string(outside) +
+                      "\" no es válido: ha de ser un solo nombre de carpeta, no \".\" ni \"..\", "
+                      "sin / \\ : * ? \" < > |\n",
+                  e6.str());
+    }
+    EXPECT_EQ(QDir(out).entryList(QDir::AllEntries | QDir::NoDotAndDotDot),
+              QStringList{"Programas"});
+    EXPECT_EQ(S(out + "/Programas"), S(RowDir("uno")));
+}
+
+TEST_F(ReorganiseTest, MovesThatFailAreCountedApartAndTheCommandSaysSo) {
+    Game("Alfa", "1984", 1, "alfa.tzx");
+    Game("Beta", "1984", 1, "beta.tzx");
+    // A file in the way of the folder "B": Beta's move can't be made.
+    QDir().mkpath(out + "/Programas");
+    WriteFile(out + "/Programas/B", "archivo");
+    std::ostringstream o, e;
+    EXPECT_EQ(1,
+              cli::Run({"reorganise", S(out), "--order", "initial", "--yes", "--db", S(db)}, o, e));
+    EXPECT_EQ("Títulos: 2\nArchivos movidos: 1\nArchivos laterales movidos: 0\nOmitidos: 0\n"
+              "Fallidos: 1\n",
+              o.str());
+    EXPECT_TRUE(Has(out + "/Programas/A/alfa.tzx"));
+    EXPECT_TRUE(Has(src + "/beta.tzx"));
+    EXPECT_EQ(S(src), S(RowDir("beta")));
+}
+
+TEST_F(ReorganiseTest, ARerunFinishesWhatAnInterruptedOneBegan) {
+    Game("Alfa", "1984", 1, "alfa.tzx");
+    Game("Beta", "1984", 1, "beta.tzx");
+    Game("Gamma", "1984", 1, "gamma.tzx");
+    const QString target = out + "/Programas";
+    QDir().mkpath(target);
+    // Cut short while copying to another disk: a part copy of ours, and a
+    // file of that kind of name that is not ours.
+    WriteFile(target + "/alfa.tzx.cintal-part", "alf");
+    WriteFile(target + "/beta.tzx.cintal-part", "de otro");
+    // Stopped between a move and its row.
+    ASSERT_TRUE(QFile::rename(src + "/gamma.tzx", target + "/gamma.tzx"));
+    Open();
+    std::vector<ReorgTitle> titles;
+    ASSERT_TRUE(LoadReorgTitles(false, titles));
+    Reorganiser r;
+    r.Plan(target, SortBy::Single, titles);
+    const auto lines = Lines(r);
+    auto has = [&](const QString& line) {
+        return std::find(lines.begin(), lines.end(), S(line)) != lines.end();
+    };
+    EXPECT_TRUE(has("quitar copia a medias " + target + "/alfa.tzx.cintal-part"));
+    EXPECT_FALSE(has("quitar copia a medias " + target + "/beta.tzx.cintal-part"));
+    EXPECT_TRUE(has("ya está en " + target + "/gamma.tzx: se corrige su fila"));
+    ASSERT_EQ(Reorganiser::Result::Done, r.Run(true));
+    EXPECT_EQ(3, r.counters.Movidos);
+    EXPECT_EQ(0, r.counters.Omitidos);
+    EXPECT_EQ(0, r.counters.Fallidos);
+    EXPECT_FALSE(QFileInfo::exists(target + "/alfa.tzx.cintal-part"));
+    EXPECT_EQ(QByteArray("alfa.tzx"), Contents(target + "/alfa.tzx"));
+    EXPECT_EQ(QByteArray("de otro"), Contents(target + "/beta.tzx.cintal-part"));
+    EXPECT_EQ(S(target), S(RowDir("gamma")));
 }
 
 TEST_F(ReorganiseTest, TheWindowMovesOnlyTheTitlesTheMainWindowLists) {
@@ -330,6 +403,17 @@ TEST_F(ReorganiseTest, TheWindowMovesOnlyTheTitlesTheMainWindowLists) {
     EXPECT_EQ("El directorio ya existe. ¿desea continuar?", prompt.shown[0].text);
     EXPECT_EQ(Icon::Critical, prompt.shown[0].icon);
     EXPECT_EQ(Buttons::YesNo, prompt.shown[0].buttons);
+    EXPECT_EQ("0", S(window.LabelFallidos->text()));
+
+    // A subfolder that leads out of the chosen folder: nothing planned.
+    window.TxtSubFolder->setText("..");
+    window.CommandSimular_Click();
+    ASSERT_EQ(2u, prompt.shown.size());
+    EXPECT_EQ("El subdirectorio \"..\" no es válido: ha de ser un solo nombre de carpeta, no "
+              "\".\" ni \"..\", sin / \\ : * ? \" < > |",
+              prompt.shown[1].text);
+    EXPECT_EQ(Icon::Exclamation, prompt.shown[1].icon);
+    EXPECT_EQ(0, window.ListPlan->count());
 }
 
 } // namespace
