@@ -63,8 +63,18 @@ bool Renamer::RenombraFileInDB(const QString& newBase) {
 }
 
 QString Renamer::Rename(const QString& newBase) {
-    const QString newName = newBase + "." + extension;
-    if (newName == oldFull) {
+    if (newBase.trimmed().isEmpty()) {
+        Ask("el nombre de archivo no puede quedar en blanco. Especifica otro nombre.", {},
+            Icon::Exclamation);
+        return kFallido;
+    }
+    const QString file = FindIgnoringCase(folder, {oldFull});
+    // The extension keeps its case on disk; the catalogue holds it in lower
+    // case.
+    const QString onDisk = file.isEmpty() ? oldFull : QFileInfo(file).fileName();
+    const qsizetype dot = onDisk.lastIndexOf(u'.');
+    const QString newName = newBase + (dot < 0 ? QString() : onDisk.mid(dot));
+    if (newName == onDisk) {
         Ask("el nombre de archivo no puede ser el mismo que el de origen. Especifica otro nombre.",
             {}, Icon::Exclamation);
         return kFallido;
@@ -75,7 +85,6 @@ QString Renamer::Rename(const QString& newBase) {
     }
     // Every rename, file first, then the ticked side files in list order.
     std::vector<std::pair<QString, QString>> moves;
-    const QString file = FindIgnoringCase(folder, {oldFull});
     moves.push_back({file.isEmpty() ? Comunes::PathIn(folder, oldFull) : file,
                      Comunes::PathIn(folder, newName)});
     for (const RenameEntry& e : entries)

@@ -153,5 +153,34 @@ TEST_F(RenameTest, TheWindowAndTheCommandLine) {
     EXPECT_NE(std::string::npos, err2.str().find("el nombre de archivo no puede ser el mismo"));
 }
 
+TEST_F(RenameTest, BlankNamesAreRefusedAndTheExtensionKeepsItsCase) {
+    ScriptedPrompt prompt;
+    PromptScope scope(prompt);
+    Renamer renamer;
+    renamer.Load(a, "knight.tzx", 1);
+    EXPECT_EQ("FALLIDO", S(renamer.Rename("   ")));
+    ASSERT_EQ(1u, prompt.shown.size());
+    EXPECT_EQ("el nombre de archivo no puede quedar en blanco. Especifica otro nombre.",
+              prompt.shown[0].text);
+    EXPECT_EQ(Icon::Exclamation, prompt.shown[0].icon);
+    EXPECT_TRUE(Has(a + "/knight.tzx"));
+
+    for (const char* blank : {"", "   "}) {
+        std::ostringstream out, err;
+        EXPECT_EQ(1, cli::Run({"rename", "--file", "1", blank, "--db", S(db)}, out, err));
+        EXPECT_EQ("el nombre de archivo no puede quedar en blanco. Especifica otro nombre.\n",
+                  err.str());
+        Comunes::Reset();
+    }
+    // The scan keeps extensions in lower case; the disk keeps its own.
+    ASSERT_TRUE(QFile::rename(b + "/knight.tzx", b + "/KNIGHT.TZX"));
+    std::ostringstream out, err;
+    EXPECT_EQ(0, cli::Run({"rename", "--file", "1", "Caballero", "--db", S(db)}, out, err));
+    EXPECT_EQ("Caballero.TZX\n", out.str());
+    EXPECT_EQ("cinta|otra",
+              S(QString(Contents(a + "/knight.tzx") + "|" + Contents(b + "/Caballero.TZX"))));
+    EXPECT_EQ("Caballero", S(Rows()[0][1].toString()));
+}
+
 } // namespace
 } // namespace cintal::test
