@@ -85,8 +85,11 @@ bool TitleMover::Run() {
             } else {
                 ArchiveInfo& info = tape.ArchiveInfo();
                 info.iName = Comunes::ToTape(name);
-                info.iYear = Comunes::ToTape(year);
-                info.iPublisher = Comunes::ToTape(publisher);
+                // A title without a year or a publisher has nothing to give:
+                // the tape keeps its own.
+                if (!year.trimmed().isEmpty()) info.iYear = Comunes::ToTape(year);
+                if (!publisher.trimmed().isEmpty() && publisher != Comunes::PublisherName(0))
+                    info.iPublisher = Comunes::ToTape(publisher);
                 if (!tape.Save(tape.FileName, true))
                     reason = QStringLiteral("no se pudo guardar la cinta");
             }

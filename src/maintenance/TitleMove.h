@@ -22,7 +22,8 @@ public:
         QString reason;
     };
 
-    // The new title's data as the tapes will carry it. Read from the store by
+    // The new title's data as the tapes will carry it; an empty year, and an
+    // empty or unknown publisher ("- Desconocido -"), leave the tape's own. Read from the store by
     // LoadTarget, or set by a window from its grid.
     qint64 from = 0;
     qint64 into = 0;

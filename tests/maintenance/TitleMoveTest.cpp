@@ -165,9 +165,33 @@ TEST_F(TitleMoveTest, CommandLineMergesAndDeletesTheOldTitle) {
 
     EXPECT_EQ(Cli({"merge", "--from", "2", "--into", "2"}, out, err), 1);
     EXPECT_NE(err.find("Elija otro título"), std::string::npos);
-    EXPECT_EQ(Cli({"merge", "--from", "9", "--into", "2"}, out, err), 2);
+    EXPECT_EQ(Cli({"merge", "--from", "9", "--into", "2"}, out, err), 1);
+    EXPECT_EQ(err, "No existe el título 9\n");
+    EXPECT_EQ(Cli({"merge", "--from", "2", "--into", "9"}, out, err), 1);
     EXPECT_EQ(err, "No existe el título 9\n");
     EXPECT_EQ(Cli({"merge", "--from", "2"}, out, err), 2);
+    EXPECT_EQ(Cli({"merge", "--from", "--into", "2"}, out, err), 2);
+    EXPECT_NE(err.find("falta el valor de --from"), std::string::npos);
+}
+
+TEST_F(TitleMoveTest, ATitleWithoutYearOrPublisherLeavesTheTapesOwn) {
+    Title("Sin Datos", QVariant(), 0, "", 1, 0); // 3
+    Title("Solo Fecha", "1990", 0, "", 1, 0);    // 4
+    const Bytes a = Tape(13, {{0, "Viejo"}, {1, "Dinamic"}, {3, "1984"}});
+    File("a", "tzx", &a);
+    auto info = [&] {
+        TZXTape t;
+        t.FileName = S(disk.filePath("a.tzx"));
+        t.ReadTape();
+        return t.ArchiveInfo().iName + "|" + t.ArchiveInfo().iPublisher + "|" +
+               t.ArchiveInfo().iYear;
+    };
+    std::string out, err;
+    ASSERT_EQ(Cli({"merge", "--from", "1", "--into", "3"}, out, err), 0) << err;
+    EXPECT_EQ(info(), "Sin Datos|Dinamic|1984");
+    Comunes::Reset();
+    ASSERT_EQ(Cli({"merge", "--from", "3", "--into", "4"}, out, err), 0) << err;
+    EXPECT_EQ(info(), "Solo Fecha|Dinamic|1990");
 }
 
 TEST_F(TitleMoveTest, ATapeTheUserWontSaveKeepsItsRecordAndTheOldTitleStays) {
@@ -184,6 +208,16 @@ TEST_F(TitleMoveTest, ATapeTheUserWontSaveKeepsItsRecordAndTheOldTitleStays) {
     EXPECT_EQ(Rows(), (std::vector<std::string>{"ya:2", "nueva:1", "a:2"}));
     EXPECT_EQ(OnDisk("nueva.tzx"), newer);
     EXPECT_EQ(Sql(db, "SELECT Name FROM Titles WHERE TitleId = 1")[0][0].toString(), "Viejo");
+
+    // Yes to the question saves it as 1.13, and the old title goes.
+    Comunes::Reset();
+    EXPECT_EQ(Cli({"merge", "--from", "1", "--into", "2", "--yes"}, out, err), 0) << err;
+    EXPECT_EQ(out, "1 archivo movido\nTítulo 1 borrado\n");
+    EXPECT_EQ(Rows(), (std::vector<std::string>{"ya:2", "nueva:2", "a:2"}));
+    TZXTape t;
+    t.FileName = S(disk.filePath("nueva.tzx"));
+    t.ReadTape();
+    EXPECT_EQ(t.ArchiveInfo().iName, "Nuevo Nombre");
 }
 
 } // namespace
