@@ -161,7 +161,7 @@ TEST_F(CliTest, TitlesPrintsTheGridRowsInNameOrder) {
 
 TEST_F(CliTest, TitlesOnAMissingCatalogueSaysSoAndMakesNoFile) {
     const Cli r = RunCli({"titles", "--db", S(db)});
-    EXPECT_EQ(r.status, 1);
+    EXPECT_EQ(r.status, 2);
     EXPECT_EQ(r.out, "");
     EXPECT_EQ(r.err, "No se puede abrir el catálogo " + S(db) + ": no existe el archivo\n");
     EXPECT_FALSE(QFileInfo::exists(db));
