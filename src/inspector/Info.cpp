@@ -526,6 +526,15 @@ void Info::Form_Load() {
 
 void Info::GridFiles_SelectionChange() {
     const int row = GridFiles->SelectedRow();
+    if (reselecting) return;
+    if (openRow > 0 && row != openRow && !SettlePending()) {
+        // The user stays with the open tape: its row is selected again.
+        reselecting = true;
+        GridFiles->SetSelectedRow(openRow);
+        reselecting = false;
+        return;
+    }
+    openRow = row;
     const QString dir = GridFiles->CellText(row, GridFiles->ColumnIndex("ColPath"));
     const QString name = GridFiles->CellText(row, GridFiles->ColumnIndex("ColFileName"));
     // The collection was made where case doesn't count: the file on disk
@@ -688,13 +697,10 @@ int Info::TextInfo_KeyPress(int index, int key) {
     // A box of several lines stops taking characters at its limit, as the
     // one-line boxes do by themselves.
     const int limit = BoxLimit(index);
-    if (limit > 0 && key >= 32 && key != 127) {
-        if (auto* edit = qobject_cast<QPlainTextEdit*>(TextInfo.at(index))) {
-            if (!edit->textCursor().hasSelection() && BoxText(index).size() >= limit) return 0;
-        }
-    }
-    if (limit > 0 && key == 13 && qobject_cast<QPlainTextEdit*>(TextInfo.at(index)) &&
-        BoxText(index).size() + 2 > limit)
+    // The length counts as the tape holds it, a line end being one byte.
+    auto* edit = qobject_cast<QPlainTextEdit*>(TextInfo.at(index));
+    if (limit > 0 && edit && ((key >= 32 && key != 127) || key == 13) &&
+        !edit->textCursor().hasSelection() && Inspector::WrittenLength(BoxText(index)) >= limit)
         return 0;
     return key;
 }
@@ -743,22 +749,26 @@ void Info::SaveTitle(bool withEstado) {
     SetTitleCell("ColName", StoredTitleName(TextName->text()));
 }
 
-void Info::CmdTZXSave_Click() {
+bool Info::CmdTZXSave_Click() {
     logic.SetField(0, BoxText(0));
-    SaveTapeAndRow();
+    return SaveTapeAndRow();
 }
 
-void Info::SaveTapeAndRow() {
+bool Info::SaveTapeAndRow() {
     // A file that can't be saved goes straight to the engine's refusal.
-    if (logic.SaveBlocker().isEmpty() && !logic.AcceptLongTexts()) return;
-    const int row = GridFiles->SelectedRow();
+    if (logic.SaveBlocker().isEmpty() && !logic.AcceptLongTexts()) return false;
+    // The open file's row: while the user moves to another file, the
+    // selection already stands on that one.
+    const int row = openRow;
     const qint64 fileId =
         row > 0 ? GridFiles->CellText(row, GridFiles->ColumnIndex("ColFileId")).toLongLong() : 0;
     const Inspector::TapeSaved saved = logic.SaveTape(fileId);
-    if (!saved.attempted) return;
-    FillGrid();
-    setWindowTitle(logic.Caption());
-    if (!saved.rowFound || row < 1) return;
+    if (!saved.attempted) return false;
+    if (saved.written) {
+        FillGrid();
+        setWindowTitle(logic.Caption());
+    }
+    if (!saved.rowFound || row < 1) return saved.written;
 
     const IconSet* icons = Grids::FormatIcon;
     auto icon = [icons](const QString& key) { return icons ? icons->ItemIndex(key) : -1; };
@@ -778,6 +788,7 @@ void Info::SaveTapeAndRow() {
     coloured("ColOrigin", origin.text, Grid::AlignDefault, icon(origin.icon));
     GridFiles->CellDetails(row, GridFiles->ColumnIndex("ColSize"),
                            QLocale().toString(saved.fileSize) + "  ", Grid::AlignRight);
+    return saved.written;
 }
 
 void Info::CommandaDB_Click(int index) {
@@ -825,7 +836,11 @@ void Info::CommandATZX_Click(int index) {
     default:
         return;
     }
+    // A copied text is an edit of the tape like a typed one.
+    const bool pending = logic.Pending();
+    const std::string before = logic.WrittenText(index);
     logic.WriteBoxes(Boxes());
+    logic.SetPending(pending || logic.WrittenText(index) != before);
 }
 
 void Info::Command3_Click() {
@@ -878,17 +893,22 @@ void Info::AddBlock_Click(int attType) {
     FillGrid();
 }
 
+bool Info::SettlePending() {
+    if (!logic.Pending()) return true;
+    // The compare window asks in its own words, typo and all.
+    const char* question =
+        compareTwin ? "¿Guardar cambios en le archivo TZX?" : "¿Guardar cambios en el archivo TZX?";
+    const Button answer =
+        Ask(question, "Hay modificaciones pendientes", Icon::None, Buttons::YesNoCancel);
+    if (answer == Button::Cancel) return false;
+    if (answer == Button::No) return true;
+    // The compare window has no name box to copy first. A save stopped or
+    // declined on the way keeps the edits, and the user with them.
+    return compareTwin ? SaveTapeAndRow() : CmdTZXSave_Click();
+}
+
 bool Info::Form_Unload() {
-    if (logic.Pending()) {
-        // The compare window asks in its own words, typo and all.
-        const char* question = compareTwin ? "¿Guardar cambios en le archivo TZX?"
-                                           : "¿Guardar cambios en el archivo TZX?";
-        const Button answer =
-            Ask(question, "Hay modificaciones pendientes", Icon::None, Buttons::YesNoCancel);
-        if (answer == Button::Cancel) return false;
-        // The compare window has no name box to copy first.
-        if (answer == Button::Yes) compareTwin ? SaveTapeAndRow() : CmdTZXSave_Click();
-    }
+    if (!SettlePending()) return false;
     if (mainFiles) Grids::FillFiles(property("Tag").toString(), *mainFiles);
     // The compare window never writes the title's source.
     SaveTitle(!compareTwin);

@@ -56,7 +56,8 @@ public:
     void ComboOrigin_LostFocus();
     void ComboPub_LostFocus();
     void CmdDBSave_Click();
-    void CmdTZXSave_Click();
+    // True when the tape was written.
+    bool CmdTZXSave_Click();
     void CommandaDB_Click(int index);
     void CommandATZX_Click(int index);
     void Command3_Click();
@@ -139,8 +140,12 @@ protected:
     virtual int FirstFileRow() const { return 1; }
     // The block (from 1) of the selected row of the block list, 0 for none.
     virtual int SelectedBlock() const { return GridTZX->SelectedRow(); }
-    // "Guardar Info" from its second step: the save, the read back, the file row.
-    void SaveTapeAndRow();
+    // "Guardar Info" from its second step: the save, the read back, the file
+    // row. True when the tape was written.
+    bool SaveTapeAndRow();
+    // Before the open tape goes: asks whether to save what is pending.
+    // False when the user stays with it (Cancelar, or a save not done).
+    bool SettlePending();
     // The title's row and cells, with or without its source.
     void SaveTitle(bool withEstado);
 
@@ -160,6 +165,9 @@ private:
     void SetTitleCell(const char* key, const QString& text, int icon = -1);
 
     bool closing = false;
+    // The row of the file list whose file is open.
+    int openRow = 0;
+    bool reselecting = false;
 };
 
 } // namespace cintal
