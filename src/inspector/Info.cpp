@@ -747,6 +747,7 @@ void Info::SaveTitle(bool withEstado) {
         SetTitleCell("ColYear", fields.year);
     }
     SetTitleCell("ColName", StoredTitleName(TextName->text()));
+    emit TitleRowSaved();
 }
 
 bool Info::CmdTZXSave_Click() {

@@ -83,6 +83,11 @@ public:
     // The save dialog of "Extraer": given the proposed path, the chosen one.
     std::function<QString(const QString& proposed)> ChooseSaveFile;
 
+signals:
+    // The title's row and its cells in the main window took the pane's values.
+    void TitleRowSaved();
+
+public:
     // Catalogue pane.
     QGroupBox* Frame1;
     std::map<int, QLabel*> LabelInfo;

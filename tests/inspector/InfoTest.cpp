@@ -553,6 +553,25 @@ TEST_F(InfoTest, AnotherFileWhileTheTapeIsPendingAsksFirst) {
     EXPECT_TRUE(info->TZXSaveTag());
 }
 
+TEST_F(InfoTest, TheMainWindowShowsTheTitleAsTheInspectorLeftIt) {
+    const qint64 t = TitleWithId("Juego", "1986");
+    File(t, "juego", "tzx");
+    Put("juego.tzx", OldTape());
+    SelectTitle("Juego");
+    frm.RunModal = [](QDialog& window) {
+        auto& shown = static_cast<Info&>(window);
+        shown.TextName->setText("Juego Dos");
+        shown.ListYear->setCurrentIndex(1990 - 1980 + 1);
+        EXPECT_TRUE(shown.Form_Unload());
+    };
+    frm.CmdModify_Click();
+    EXPECT_EQ(S(TitleCell("ColName")), "Juego Dos");
+    EXPECT_EQ(S(TitleCell("ColYear")), "1990");
+    EXPECT_EQ(S(frm.LabelNombre->text()), "Juego Dos");
+    EXPECT_EQ(S(frm.LabelYear->text()), "1990");
+    EXPECT_EQ(S(frm.ComboRegistro->currentText()), "Juego Dos");
+}
+
 TEST_F(InfoTest, FilesThatAreNotWholeTapesAreNeverWritten) {
     const qint64 t = TitleWithId("Juego");
     File(t, "juego", "z80");
