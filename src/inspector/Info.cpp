@@ -21,6 +21,7 @@
 #include <QLocale>
 #include <QPainter>
 #include <QPainterPath>
+#include <QScrollBar>
 #include <QVBoxLayout>
 
 namespace cintal {
@@ -159,8 +160,9 @@ void Info::BuildLayout() {
     auto* top = new QHBoxLayout(this);
     auto* left = leftColumn = new QVBoxLayout;
     auto* right = new QVBoxLayout;
-    top->addLayout(left, 5);
-    top->addLayout(right, 4);
+    // The block list with its preview wants the room more than the tape pane.
+    top->addLayout(left, 3);
+    top->addLayout(right, 2);
 
     // The catalogue pane: arrows on its right edge point at it.
     Frame1 = new QGroupBox(QStringLiteral("Información (base de datos)"), this);
@@ -216,7 +218,11 @@ void Info::BuildLayout() {
     narrow.setFamilies({"Arial Narrow", "Liberation Sans Narrow", "DejaVu Sans Condensed"});
     GridTZX->setFont(narrow);
     blocksRow = new QHBoxLayout;
-    blocksRow->addWidget(GridTZX, 3);
+    SplitBlocks = new QSplitter(Qt::Horizontal, this);
+    SplitBlocks->setObjectName("SplitBlocks");
+    SplitBlocks->setChildrenCollapsible(false);
+    SplitBlocks->addWidget(GridTZX);
+    blocksRow->addWidget(SplitBlocks, 3);
     FramePreview = new QGroupBox(QStringLiteral("Contenido del bloque"), this);
     FramePreview->setObjectName("FramePreview");
     auto* pv = new QVBoxLayout(FramePreview);
@@ -240,8 +246,11 @@ void Info::BuildLayout() {
     PreviewStack->addWidget(TextPreview);
     pv->addWidget(LabelContenido);
     pv->addWidget(PreviewStack, 1);
-    FramePreview->setMinimumWidth(280);
-    blocksRow->addWidget(FramePreview, 2);
+    FramePreview->setMinimumWidth(200);
+    SplitBlocks->addWidget(FramePreview);
+    // A wider window widens the preview; the list keeps what its columns need.
+    SplitBlocks->setStretchFactor(0, 0);
+    SplitBlocks->setStretchFactor(1, 1);
     left->addLayout(blocksRow, 5);
 
     auto* buttons = new QHBoxLayout;
@@ -404,7 +413,7 @@ void Info::BuildLayout() {
         TextInfo[9]->setEnabled(true);
         Label1[9]->setEnabled(true);
     }
-    resize(1180, 760);
+    resize(1280, 800);
 }
 
 void Info::Wire() {
@@ -492,6 +501,10 @@ void Info::Form_Load() {
     if (!compareTwin) ComboEstado->addItems(kEstados);
 
     SetupGridTZX(*GridTZX);
+    // The list is never narrower than its columns; the preview takes the rest.
+    if (!compareTwin)
+        GridTZX->setMinimumWidth(GridTZX->ColumnsWidth() + 2 * GridTZX->frameWidth() +
+                                 GridTZX->verticalScrollBar()->sizeHint().width());
     Grids::SetupGridFiles(*GridFiles);
 
     setProperty("Tag", TitleCell("ColTitleId"));
@@ -570,10 +583,12 @@ void Info::SetupGridTZX(Grid& grid) {
     grid.Clear(true);
     grid.AddColumn("ColRow", QStringLiteral("Nº"), Grid::AlignRight, -1, 30, true);
     grid.AddColumn("ColIdTipoBloque", "ColIdTipoBloque", Grid::AlignLeft, -1, 30, false);
-    grid.AddColumn("ColTipoBloque", "Bloque", Grid::AlignLeft, -1, 95, true);
-    grid.AddColumn("ColDescr", QStringLiteral("Descripción"), Grid::AlignRight, -1, 180, true);
-    grid.AddColumn("ColInicio", "Inicio", Grid::AlignLeft, -1, 40, true);
-    grid.AddColumn("ColFin", "Final", Grid::AlignLeft, -1, 40, true);
+    // Wide enough for the longest kind, "Parar la cinta si 48K", and for
+    // positions of seven digits.
+    grid.AddColumn("ColTipoBloque", "Bloque", Grid::AlignLeft, -1, 118, true);
+    grid.AddColumn("ColDescr", QStringLiteral("Descripción"), Grid::AlignRight, -1, 150, true);
+    grid.AddColumn("ColInicio", "Inicio", Grid::AlignLeft, -1, 50, true);
+    grid.AddColumn("ColFin", "Final", Grid::AlignLeft, -1, 50, true);
     grid.SetRedraw(true);
 }
 

@@ -18,6 +18,7 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QSplitter>
 #include <QStackedWidget>
 #include <QToolButton>
 #include <QVBoxLayout>
@@ -126,7 +127,8 @@ public:
     QPushButton* CommandExtraer;
     QCheckBox* Check1;
     QCheckBox* Check2;
-    // What the selected block holds.
+    // The block list and what the selected block holds, side by side.
+    QSplitter* SplitBlocks;
     QGroupBox* FramePreview;
     QLabel* LabelContenido;
     QStackedWidget* PreviewStack;

@@ -11,6 +11,7 @@
 #include <QFile>
 #include <QKeyEvent>
 #include <QLocale>
+#include <QScrollBar>
 #include <functional>
 
 namespace cintal::test {
@@ -179,6 +180,28 @@ TEST_F(InfoTest, PositionsCountTheFileFromElevenByTheLengthsInTheList) {
     info->FillGrid();
     EXPECT_EQ(Rows(info->GridTZX, {"ColRow", "ColIdTipoBloque", "ColInicio", "ColFin"}),
               (Texts{"1|32|11|11", "2|32|12|13", "3|32|14|16"}));
+}
+
+TEST_F(InfoTest, TheBlockListShowsEveryColumnAndWholeKindsBesideThePreview) {
+    const qint64 t = TitleWithId("Juego");
+    File(t, "juego", "tzx");
+    Put("juego.tzx", OldTape());
+    Open("Juego");
+    info->show();
+    QApplication::processEvents();
+    EXPECT_EQ(info->size(), QSize(1280, 800));
+    Grid* g = info->GridTZX;
+    EXPECT_EQ(g->horizontalScrollBar()->maximum(), 0);
+    EXPECT_LE(g->columnViewportPosition(g->ColumnIndex("ColFin") - 1) +
+                  g->columnWidth(g->ColumnIndex("ColFin") - 1),
+              g->viewport()->width());
+    for (const char* kind : {"Parar la cinta si 48K", "Secuencia de pulsos", "Info personalizada"})
+        EXPECT_LT(g->fontMetrics().horizontalAdvance(QString::fromLatin1(kind)),
+                  g->columnWidth(g->ColumnIndex("ColTipoBloque") - 1))
+            << kind;
+    EXPECT_GE(info->FramePreview->width(), 200);
+    EXPECT_EQ(info->SplitBlocks->indexOf(g), 0);
+    EXPECT_EQ(info->SplitBlocks->indexOf(info->FramePreview), 1);
 }
 
 TEST_F(InfoTest, OnlyAsciiCanBeTypedIntoTheTapeBoxes) {
