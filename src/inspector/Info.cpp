@@ -21,6 +21,7 @@
 #include <QLocale>
 #include <QPainter>
 #include <QPainterPath>
+#include <QScrollBar>
 #include <QVBoxLayout>
 
 namespace cintal {
@@ -159,8 +160,9 @@ void Info::BuildLayout() {
     auto* top = new QHBoxLayout(this);
     auto* left = leftColumn = new QVBoxLayout;
     auto* right = new QVBoxLayout;
-    top->addLayout(left, 5);
-    top->addLayout(right, 4);
+    // The block list with its preview wants the room more than the tape pane.
+    top->addLayout(left, 3);
+    top->addLayout(right, 2);
 
     // The catalogue pane: arrows on its right edge point at it.
     Frame1 = new QGroupBox(QStringLiteral("Información (base de datos)"), this);
@@ -216,7 +218,11 @@ void Info::BuildLayout() {
     narrow.setFamilies({"Arial Narrow", "Liberation Sans Narrow", "DejaVu Sans Condensed"});
     GridTZX->setFont(narrow);
     blocksRow = new QHBoxLayout;
-    blocksRow->addWidget(GridTZX, 3);
+    SplitBlocks = new QSplitter(Qt::Horizontal, this);
+    SplitBlocks->setObjectName("SplitBlocks");
+    SplitBlocks->setChildrenCollapsible(false);
+    SplitBlocks->addWidget(GridTZX);
+    blocksRow->addWidget(SplitBlocks, 3);
     FramePreview = new QGroupBox(QStringLiteral("Contenido del bloque"), this);
     FramePreview->setObjectName("FramePreview");
     auto* pv = new QVBoxLayout(FramePreview);
@@ -240,8 +246,11 @@ void Info::BuildLayout() {
     PreviewStack->addWidget(TextPreview);
     pv->addWidget(LabelContenido);
     pv->addWidget(PreviewStack, 1);
-    FramePreview->setMinimumWidth(280);
-    blocksRow->addWidget(FramePreview, 2);
+    FramePreview->setMinimumWidth(200);
+    SplitBlocks->addWidget(FramePreview);
+    // A wider window widens the preview; the list keeps what its columns need.
+    SplitBlocks->setStretchFactor(0, 0);
+    SplitBlocks->setStretchFactor(1, 1);
     left->addLayout(blocksRow, 5);
 
     auto* buttons = new QHBoxLayout;
@@ -404,7 +413,7 @@ void Info::BuildLayout() {
         TextInfo[9]->setEnabled(true);
         Label1[9]->setEnabled(true);
     }
-    resize(1180, 760);
+    resize(1280, 800);
 }
 
 void Info::Wire() {
@@ -492,6 +501,10 @@ void Info::Form_Load() {
     if (!compareTwin) ComboEstado->addItems(kEstados);
 
     SetupGridTZX(*GridTZX);
+    // The list is never narrower than its columns; the preview takes the rest.
+    if (!compareTwin)
+        GridTZX->setMinimumWidth(GridTZX->ColumnsWidth() + 2 * GridTZX->frameWidth() +
+                                 GridTZX->verticalScrollBar()->sizeHint().width());
     Grids::SetupGridFiles(*GridFiles);
 
     setProperty("Tag", TitleCell("ColTitleId"));
@@ -526,6 +539,15 @@ void Info::Form_Load() {
 
 void Info::GridFiles_SelectionChange() {
     const int row = GridFiles->SelectedRow();
+    if (reselecting) return;
+    if (openRow > 0 && row != openRow && !SettlePending()) {
+        // The user stays with the open tape: its row is selected again.
+        reselecting = true;
+        GridFiles->SetSelectedRow(openRow);
+        reselecting = false;
+        return;
+    }
+    openRow = row;
     const QString dir = GridFiles->CellText(row, GridFiles->ColumnIndex("ColPath"));
     const QString name = GridFiles->CellText(row, GridFiles->ColumnIndex("ColFileName"));
     // The collection was made where case doesn't count: the file on disk
@@ -561,10 +583,12 @@ void Info::SetupGridTZX(Grid& grid) {
     grid.Clear(true);
     grid.AddColumn("ColRow", QStringLiteral("Nº"), Grid::AlignRight, -1, 30, true);
     grid.AddColumn("ColIdTipoBloque", "ColIdTipoBloque", Grid::AlignLeft, -1, 30, false);
-    grid.AddColumn("ColTipoBloque", "Bloque", Grid::AlignLeft, -1, 95, true);
-    grid.AddColumn("ColDescr", QStringLiteral("Descripción"), Grid::AlignRight, -1, 180, true);
-    grid.AddColumn("ColInicio", "Inicio", Grid::AlignLeft, -1, 40, true);
-    grid.AddColumn("ColFin", "Final", Grid::AlignLeft, -1, 40, true);
+    // Wide enough for the longest kind, "Parar la cinta si 48K", and for
+    // positions of seven digits.
+    grid.AddColumn("ColTipoBloque", "Bloque", Grid::AlignLeft, -1, 118, true);
+    grid.AddColumn("ColDescr", QStringLiteral("Descripción"), Grid::AlignRight, -1, 150, true);
+    grid.AddColumn("ColInicio", "Inicio", Grid::AlignLeft, -1, 50, true);
+    grid.AddColumn("ColFin", "Final", Grid::AlignLeft, -1, 50, true);
     grid.SetRedraw(true);
 }
 
@@ -688,13 +712,10 @@ int Info::TextInfo_KeyPress(int index, int key) {
     // A box of several lines stops taking characters at its limit, as the
     // one-line boxes do by themselves.
     const int limit = BoxLimit(index);
-    if (limit > 0 && key >= 32 && key != 127) {
-        if (auto* edit = qobject_cast<QPlainTextEdit*>(TextInfo.at(index))) {
-            if (!edit->textCursor().hasSelection() && BoxText(index).size() >= limit) return 0;
-        }
-    }
-    if (limit > 0 && key == 13 && qobject_cast<QPlainTextEdit*>(TextInfo.at(index)) &&
-        BoxText(index).size() + 2 > limit)
+    // The length counts as the tape holds it, a line end being one byte.
+    auto* edit = qobject_cast<QPlainTextEdit*>(TextInfo.at(index));
+    if (limit > 0 && edit && ((key >= 32 && key != 127) || key == 13) &&
+        !edit->textCursor().hasSelection() && Inspector::WrittenLength(BoxText(index)) >= limit)
         return 0;
     return key;
 }
@@ -741,24 +762,29 @@ void Info::SaveTitle(bool withEstado) {
         SetTitleCell("ColYear", fields.year);
     }
     SetTitleCell("ColName", StoredTitleName(TextName->text()));
+    emit TitleRowSaved();
 }
 
-void Info::CmdTZXSave_Click() {
+bool Info::CmdTZXSave_Click() {
     logic.SetField(0, BoxText(0));
-    SaveTapeAndRow();
+    return SaveTapeAndRow();
 }
 
-void Info::SaveTapeAndRow() {
+bool Info::SaveTapeAndRow() {
     // A file that can't be saved goes straight to the engine's refusal.
-    if (logic.SaveBlocker().isEmpty() && !logic.AcceptLongTexts()) return;
-    const int row = GridFiles->SelectedRow();
+    if (logic.SaveBlocker().isEmpty() && !logic.AcceptLongTexts()) return false;
+    // The open file's row: while the user moves to another file, the
+    // selection already stands on that one.
+    const int row = openRow;
     const qint64 fileId =
         row > 0 ? GridFiles->CellText(row, GridFiles->ColumnIndex("ColFileId")).toLongLong() : 0;
     const Inspector::TapeSaved saved = logic.SaveTape(fileId);
-    if (!saved.attempted) return;
-    FillGrid();
-    setWindowTitle(logic.Caption());
-    if (!saved.rowFound || row < 1) return;
+    if (!saved.attempted) return false;
+    if (saved.written) {
+        FillGrid();
+        setWindowTitle(logic.Caption());
+    }
+    if (!saved.rowFound || row < 1) return saved.written;
 
     const IconSet* icons = Grids::FormatIcon;
     auto icon = [icons](const QString& key) { return icons ? icons->ItemIndex(key) : -1; };
@@ -778,6 +804,7 @@ void Info::SaveTapeAndRow() {
     coloured("ColOrigin", origin.text, Grid::AlignDefault, icon(origin.icon));
     GridFiles->CellDetails(row, GridFiles->ColumnIndex("ColSize"),
                            QLocale().toString(saved.fileSize) + "  ", Grid::AlignRight);
+    return saved.written;
 }
 
 void Info::CommandaDB_Click(int index) {
@@ -825,7 +852,11 @@ void Info::CommandATZX_Click(int index) {
     default:
         return;
     }
+    // A copied text is an edit of the tape like a typed one.
+    const bool pending = logic.Pending();
+    const std::string before = logic.WrittenText(index);
     logic.WriteBoxes(Boxes());
+    logic.SetPending(pending || logic.WrittenText(index) != before);
 }
 
 void Info::Command3_Click() {
@@ -878,17 +909,22 @@ void Info::AddBlock_Click(int attType) {
     FillGrid();
 }
 
+bool Info::SettlePending() {
+    if (!logic.Pending()) return true;
+    // The compare window asks in its own words, typo and all.
+    const char* question =
+        compareTwin ? "¿Guardar cambios en le archivo TZX?" : "¿Guardar cambios en el archivo TZX?";
+    const Button answer =
+        Ask(question, "Hay modificaciones pendientes", Icon::None, Buttons::YesNoCancel);
+    if (answer == Button::Cancel) return false;
+    if (answer == Button::No) return true;
+    // The compare window has no name box to copy first. A save stopped or
+    // declined on the way keeps the edits, and the user with them.
+    return compareTwin ? SaveTapeAndRow() : CmdTZXSave_Click();
+}
+
 bool Info::Form_Unload() {
-    if (logic.Pending()) {
-        // The compare window asks in its own words, typo and all.
-        const char* question = compareTwin ? "¿Guardar cambios en le archivo TZX?"
-                                           : "¿Guardar cambios en el archivo TZX?";
-        const Button answer =
-            Ask(question, "Hay modificaciones pendientes", Icon::None, Buttons::YesNoCancel);
-        if (answer == Button::Cancel) return false;
-        // The compare window has no name box to copy first.
-        if (answer == Button::Yes) compareTwin ? SaveTapeAndRow() : CmdTZXSave_Click();
-    }
+    if (!SettlePending()) return false;
     if (mainFiles) Grids::FillFiles(property("Tag").toString(), *mainFiles);
     // The compare window never writes the title's source.
     SaveTitle(!compareTwin);

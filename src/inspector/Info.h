@@ -18,6 +18,7 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QSplitter>
 #include <QStackedWidget>
 #include <QToolButton>
 #include <QVBoxLayout>
@@ -56,7 +57,8 @@ public:
     void ComboOrigin_LostFocus();
     void ComboPub_LostFocus();
     void CmdDBSave_Click();
-    void CmdTZXSave_Click();
+    // True when the tape was written.
+    bool CmdTZXSave_Click();
     void CommandaDB_Click(int index);
     void CommandATZX_Click(int index);
     void Command3_Click();
@@ -82,6 +84,11 @@ public:
     // The save dialog of "Extraer": given the proposed path, the chosen one.
     std::function<QString(const QString& proposed)> ChooseSaveFile;
 
+signals:
+    // The title's row and its cells in the main window took the pane's values.
+    void TitleRowSaved();
+
+public:
     // Catalogue pane.
     QGroupBox* Frame1;
     std::map<int, QLabel*> LabelInfo;
@@ -120,7 +127,8 @@ public:
     QPushButton* CommandExtraer;
     QCheckBox* Check1;
     QCheckBox* Check2;
-    // What the selected block holds.
+    // The block list and what the selected block holds, side by side.
+    QSplitter* SplitBlocks;
     QGroupBox* FramePreview;
     QLabel* LabelContenido;
     QStackedWidget* PreviewStack;
@@ -139,8 +147,12 @@ protected:
     virtual int FirstFileRow() const { return 1; }
     // The block (from 1) of the selected row of the block list, 0 for none.
     virtual int SelectedBlock() const { return GridTZX->SelectedRow(); }
-    // "Guardar Info" from its second step: the save, the read back, the file row.
-    void SaveTapeAndRow();
+    // "Guardar Info" from its second step: the save, the read back, the file
+    // row. True when the tape was written.
+    bool SaveTapeAndRow();
+    // Before the open tape goes: asks whether to save what is pending.
+    // False when the user stays with it (Cancelar, or a save not done).
+    bool SettlePending();
     // The title's row and cells, with or without its source.
     void SaveTitle(bool withEstado);
 
@@ -160,6 +172,9 @@ private:
     void SetTitleCell(const char* key, const QString& text, int icon = -1);
 
     bool closing = false;
+    // The row of the file list whose file is open.
+    int openRow = 0;
+    bool reselecting = false;
 };
 
 } // namespace cintal

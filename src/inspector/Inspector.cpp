@@ -59,7 +59,14 @@ void Inspector::Open(const QString& file) {
     path = file;
     tape->FileName = file.toStdString();
     tape->ReadTape();
+    KeepStoredTexts();
     pending = false;
+}
+
+void Inspector::KeepStoredTexts() {
+    stored.clear();
+    for (int box : kBoxes)
+        stored[box] = *FieldOf(tape->ArchiveInfo(), box);
 }
 
 QString Inspector::Caption() const {
@@ -138,7 +145,12 @@ void Inspector::KeyUp(const BoxTexts& boxes) {
 }
 
 void Inspector::SetField(int box, const QString& text) {
-    if (std::string* field = FieldOf(tape->ArchiveInfo(), box)) *field = Comunes::ToTape(text);
+    std::string* field = FieldOf(tape->ArchiveInfo(), box);
+    if (!field) return;
+    std::string value = Comunes::ToTape(text);
+    if (value == *field) return;
+    field->swap(value);
+    pending = true;
 }
 
 QString Inspector::Field(int box) const {
@@ -184,10 +196,29 @@ QString Inspector::BoxLabel(int box) {
     }
 }
 
+std::string Inspector::WrittenText(int box) const {
+    std::string text = *FieldOf(const_cast<TZXTape&>(*tape).ArchiveInfo(), box);
+    DropPairedLineFeeds(text);
+    const auto it = stored.find(box);
+    if (it == stored.end()) return text;
+    // The boxes pair the line ends, and show what they can't hold as
+    // something else: neither is a change made by the user.
+    for (std::string read : {it->second, Comunes::ToTape(Comunes::FromTape(it->second))}) {
+        DropPairedLineFeeds(read);
+        if (read == text) return it->second;
+    }
+    return text;
+}
+
+int Inspector::WrittenLength(const QString& boxText) {
+    std::string text = Comunes::ToTape(boxText);
+    DropPairedLineFeeds(text);
+    return static_cast<int>(text.size());
+}
+
 bool Inspector::AcceptLongTexts() const {
-    ArchiveInfo& info = const_cast<TZXTape&>(*tape).ArchiveInfo();
     for (int box : kBoxes) {
-        if (static_cast<int>(FieldOf(info, box)->size()) <= kMaxArchiveText) continue;
+        if (static_cast<int>(WrittenText(box).size()) <= kMaxArchiveText) continue;
         const QString text = "El campo " + BoxLabel(box) +
                              " tiene más de 255 caracteres; se guardarán los 255 primeros.";
         if (Ask(text.toStdString(), Comunes::kAppTitle.toStdString(), Icon::Exclamation,
@@ -206,13 +237,29 @@ Inspector::TapeSaved Inspector::SaveTape(std::optional<qint64> fileId) {
         return result;
     }
     result.attempted = true;
+    ArchiveInfo& edited = tape->ArchiveInfo();
+    for (int box : kBoxes)
+        *FieldOf(edited, box) = WrittenText(box);
+    // The engine reads the file again when the user declines: the edits
+    // are held aside so that they survive it.
+    const auto editedBlocks = tape->BlocksRef();
+    const auto editedInfo = tape->ArchiveInfoRef();
     result.written = tape->Save(tape->FileName, true);
-    // What follows shows and stores the file as it now is, also when the
-    // user declined a newer version's question and nothing was written.
-    tape->ReadTape();
-    pending = false;
+    // What follows shows and stores the file as it now is. When nothing was
+    // written the edits stay in memory, pending, and the file is read aside.
+    TZXTape onDisk;
+    if (result.written) {
+        tape->ReadTape();
+        KeepStoredTexts();
+        pending = false;
+    } else {
+        tape->SetBlocks(editedBlocks);
+        tape->SetArchiveInfo(editedInfo);
+        onDisk.FileName = tape->FileName;
+        onDisk.ReadTape();
+    }
 
-    const ArchiveInfo& info = tape->ArchiveInfo();
+    const ArchiveInfo& info = result.written ? tape->ArchiveInfo() : onDisk.ArchiveInfo();
     const QString origin = Comunes::FromTape(info.iOrigin).left(50);
     const QString lang = Comunes::FromTape(info.iLang);
     const QString schema = Comunes::FromTape(info.iSchema);
@@ -243,12 +290,14 @@ Inspector::TapeSaved Inspector::SaveTape(std::optional<qint64> fileId) {
 bool Inspector::RemoveBlock(int row) {
     Blocks& blocks = tape->Blocks();
     if (blocks.Count() < 1 || row < 1) return false;
+    const auto before = blocks.Count();
     blocks.Remove(row);
+    if (blocks.Count() != before) pending = true;
     return true;
 }
 
 int Inspector::MoveBlock(int row, bool up, int rows) {
-    tape->Blocks().Move(row, up);
+    if (tape->Blocks().Move(row, up)) pending = true;
     if (up) return row > 1 ? row - 1 : 0;
     return row < rows ? row + 1 : 0;
 }
@@ -270,7 +319,14 @@ QString Inspector::AddBlock(int attType, const QString& file, int selectedRow) {
     if (attType == 5) descr = "ZED file";
     double before = selectedRow;
     tape->Blocks().MakeNewBlock(53, file.toStdString(), before, descr, 0, attType);
+    pending = true;
     return {};
+}
+
+std::int64_t Inspector::RemoveRedundantBlocks() {
+    const std::int64_t removed = tape->Blocks().CheckRedundantBlocks();
+    if (removed > 0) pending = true;
+    return removed;
 }
 
 void Inspector::RefreshContents() {

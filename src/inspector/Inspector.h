@@ -12,9 +12,11 @@
 #include <QString>
 #include <QStringList>
 #include <array>
+#include <cstdint>
 #include <map>
 #include <memory>
 #include <optional>
+#include <string>
 #include <vector>
 
 namespace cintal {
@@ -62,7 +64,7 @@ public:
     // Every box into the fields as they stand, without touching line ends
     // or the pending mark: what the copy arrows do after copying.
     void WriteBoxes(const BoxTexts& boxes);
-    // One field, from a combo box losing the focus.
+    // One field, from a combo box losing the focus; a new value is pending.
     void SetField(int box, const QString& text);
     QString Field(int box) const;
 
@@ -77,6 +79,12 @@ public:
     void SetPending(bool on) { pending = on; }
 
     // --- Saving
+    // What a save writes for a box: the stored bytes while the text is the
+    // one that was read (line ends aside), otherwise the text with its
+    // lines ended by a carriage return alone.
+    std::string WrittenText(int box) const;
+    // The length that a box's text takes on the tape.
+    static int WrittenLength(const QString& boxText);
     // Warns about each text that is too long for its one-byte length and
     // lets the user stop; false when the save must not go on.
     bool AcceptLongTexts() const;
@@ -94,11 +102,14 @@ public:
     // "Guardar Info" after the name box went into iName: the tape is saved
     // with the version update, read back, and the file row with that key
     // takes its size, origin, language and load schema. A file that isn't a
-    // tape read whole is never written, and then nothing else happens.
+    // tape read whole is never written, and then nothing else happens. A
+    // save declined or failed keeps the tape in memory as edited, still
+    // pending; the row then takes what the file on disk holds.
     // Without a key the store isn't touched: a tape saved outside the catalogue.
     TapeSaved SaveTape(std::optional<qint64> fileId);
 
-    // --- Block commands; true when the list shown must be rebuilt.
+    // --- Block commands; each change of the list is pending like a typed one.
+    // True when the list shown must be rebuilt.
     bool RemoveBlock(int row);
     // Returns the row to select afterwards, or 0 when nothing changes on screen.
     int MoveBlock(int row, bool up, int rows);
@@ -106,6 +117,8 @@ public:
     // 3 instructions, 5 ZX-Edit document). Empty when the block was added,
     // otherwise the reason nothing was.
     QString AddBlock(int attType, const QString& file, int selectedRow);
+    // Drops the blocks that add nothing, with the engine's report; returns how many.
+    std::int64_t RemoveRedundantBlocks();
 
     // --- What a block holds
     // Works out again what each block holds: after any change of the list.
@@ -129,8 +142,12 @@ public:
     static QString HexView(std::string_view bytes);
 
 private:
+    void KeepStoredTexts();
+
     std::unique_ptr<TZXTape> tape;
     std::vector<BlockContent> contents;
+    // The texts as the file held them, by box: what an untouched box writes.
+    std::map<int, std::string> stored;
     QString path;
     bool pending = false;
 };

@@ -258,7 +258,7 @@ void frmCompara::FillGrid() {
 }
 
 void frmCompara::Command8_Click() {
-    logic.Tape().Blocks().CheckRedundantBlocks();
+    logic.RemoveRedundantBlocks();
     FillGrid();
 }
 

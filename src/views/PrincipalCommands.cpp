@@ -180,6 +180,8 @@ void Principal::CmdModify_Click() {
         tape = GridFiles->CellText(row, col).toLower() == QLatin1String("tzx");
     if (tape) {
         Info window(GridTitles, GridFiles, this);
+        // The name may have changed: the panel and the side files follow it.
+        connect(&window, &Info::TitleRowSaved, this, &Principal::GridTitles_SelectionChange);
         window.Form_Load();
         RunModal(window);
     } else {
@@ -192,6 +194,7 @@ void Principal::CmdModify_Click() {
 void Principal::Command2_Click() {
     if (GridTitles->SelectedRow() < 1) return;
     frmCompara window(GridTitles, GridFiles, this);
+    connect(&window, &Info::TitleRowSaved, this, &Principal::GridTitles_SelectionChange);
     window.Form_Load();
     RunModal(window);
 }

@@ -11,6 +11,8 @@
 #include <QFile>
 #include <QKeyEvent>
 #include <QLocale>
+#include <QScrollBar>
+#include <functional>
 
 namespace cintal::test {
 namespace {
@@ -91,6 +93,9 @@ protected:
     QString folder;
     const std::string agree = Box("¿Desea agregar la compañía a la base de datos?",
                                   "Compañía desconocida", Icon::Exclamation, Buttons::YesNo);
+    const std::string question =
+        Box("¿Guardar cambios en el archivo TZX?", "Hay modificaciones pendientes", Icon::None,
+            Buttons::YesNoCancel);
 };
 
 TEST_F(InfoTest, OpensTheFirstFileWhateverItIsAndShowsTheTitleAndTheTapeOfAnother) {
@@ -123,13 +128,15 @@ TEST_F(InfoTest, OpensTheFirstFileWhateverItIsAndShowsTheTitleAndTheTapeOfAnothe
     EXPECT_EQ(info->CmdTZXSave->toolTip(), "No es una cinta TZX");
     EXPECT_TRUE(info->TZXSaveTag());
 
-    // A key in the year box, then the other file: no question, the change goes.
+    // A key in the year box, then the other file: asked first; No lets the change go.
     info->GridFiles->SetSelectedRow(1);
     Type(info->TextInfo[3], Qt::Key_5, "5");
     EXPECT_FALSE(info->TZXSaveTag());
+    prompt.Answer(Button::No);
     info->GridFiles->SetSelectedRow(2);
     EXPECT_TRUE(info->TZXSaveTag());
-    EXPECT_TRUE(prompt.shown.empty());
+    EXPECT_EQ(Shown(), Texts{question});
+    prompt.shown.clear();
     EXPECT_EQ(info->windowTitle(), "Archivo " + Disk("juego.tzx") + " - versión 1.10");
     EXPECT_TRUE(info->CmdTZXSave->isEnabled());
     EXPECT_EQ(Blocks(), (Texts{"1|Bloque estandar|11|34", "2|Bloque estandar|35|81",
@@ -173,6 +180,28 @@ TEST_F(InfoTest, PositionsCountTheFileFromElevenByTheLengthsInTheList) {
     info->FillGrid();
     EXPECT_EQ(Rows(info->GridTZX, {"ColRow", "ColIdTipoBloque", "ColInicio", "ColFin"}),
               (Texts{"1|32|11|11", "2|32|12|13", "3|32|14|16"}));
+}
+
+TEST_F(InfoTest, TheBlockListShowsEveryColumnAndWholeKindsBesideThePreview) {
+    const qint64 t = TitleWithId("Juego");
+    File(t, "juego", "tzx");
+    Put("juego.tzx", OldTape());
+    Open("Juego");
+    info->show();
+    QApplication::processEvents();
+    EXPECT_EQ(info->size(), QSize(1280, 800));
+    Grid* g = info->GridTZX;
+    EXPECT_EQ(g->horizontalScrollBar()->maximum(), 0);
+    EXPECT_LE(g->columnViewportPosition(g->ColumnIndex("ColFin") - 1) +
+                  g->columnWidth(g->ColumnIndex("ColFin") - 1),
+              g->viewport()->width());
+    for (const char* kind : {"Parar la cinta si 48K", "Secuencia de pulsos", "Info personalizada"})
+        EXPECT_LT(g->fontMetrics().horizontalAdvance(QString::fromLatin1(kind)),
+                  g->columnWidth(g->ColumnIndex("ColTipoBloque") - 1))
+            << kind;
+    EXPECT_GE(info->FramePreview->width(), 200);
+    EXPECT_EQ(info->SplitBlocks->indexOf(g), 0);
+    EXPECT_EQ(info->SplitBlocks->indexOf(info->FramePreview), 1);
 }
 
 TEST_F(InfoTest, OnlyAsciiCanBeTypedIntoTheTapeBoxes) {
@@ -367,17 +396,33 @@ TEST_F(InfoTest, ClosingWithAPendingTapeAsksAndCancelKeepsTheWindow) {
     File(t, "juego", "tzx");
     const Bytes tape = Tape({Std(RomHeader(0, "juego")), Archive({{0, "Juego"}})}, 1, 13);
     Put("juego.tzx", tape);
-    const std::string question =
-        Box("¿Guardar cambios en el archivo TZX?", "Hay modificaciones pendientes", Icon::None,
-            Buttons::YesNoCancel);
 
-    // A copy by arrow or a block removal alone raises no question.
+    // A copy by arrow, a language chosen or a block removal is as much an
+    // edit as a key; a copy that changes nothing isn't.
     Open("Juego");
-    info->CommandATZX_Click(5);
-    info->GridTZX->SetSelectedRow(1);
-    info->Command3_Click();
-    EXPECT_TRUE(info->Form_Unload());
-    EXPECT_TRUE(prompt.shown.empty());
+    info->CommandATZX_Click(0);
+    info->ComboLang->setEditText("");
+    info->ComboLang_LostFocus();
+    EXPECT_TRUE(info->TZXSaveTag());
+    for (const std::function<void()>& edit :
+         std::vector<std::function<void()>>{[&] { info->CommandATZX_Click(5); },
+                                            [&] {
+                                                info->ComboLang->setEditText("German");
+                                                info->ComboLang_LostFocus();
+                                            },
+                                            [&] {
+                                                info->GridTZX->SetSelectedRow(1);
+                                                info->Command3_Click();
+                                            }}) {
+        Open("Juego");
+        edit();
+        EXPECT_FALSE(info->TZXSaveTag());
+        prompt.Answer(Button::No);
+        EXPECT_TRUE(info->Form_Unload());
+    }
+    EXPECT_EQ(Shown(), (Texts{question, question, question}));
+    EXPECT_TRUE(SameBytes(ReadFile(S(Disk("juego.tzx"))), tape));
+    prompt.shown.clear();
 
     Open("Juego");
     info->SetBoxText(0, "Otro");
@@ -420,9 +465,14 @@ TEST_F(InfoTest, ANewerVersionRefusedKeepsTheFileAndStoresWhatItHolds) {
     EXPECT_FALSE(QFile::exists(Disk("juego.tmp")));
     EXPECT_EQ(Sql(db, "SELECT IdLang, Origin, FileSize FROM tFiles WHERE FileId = ?", {f}),
               (std::vector<QVariantList>{{"Fre", "", qint64(tape.size())}}));
-    // The boxes go on showing what was typed.
+    // The edit stays, on screen and in memory, and is still pending.
     EXPECT_EQ(info->BoxText(0), "Cambiado");
-    EXPECT_EQ(Field(&ArchiveInfo::iName), "Juego");
+    EXPECT_EQ(Field(&ArchiveInfo::iName), "Cambiado");
+    EXPECT_FALSE(info->TZXSaveTag());
+    prompt.shown.clear();
+    prompt.Answer(Button::Cancel);
+    EXPECT_FALSE(info->Form_Unload());
+    EXPECT_EQ(Shown(), Texts{question});
 }
 
 TEST_F(InfoTest, LongTextsAndAFileRowGoneAreToldBeforeAndAfterSaving) {
@@ -440,6 +490,13 @@ TEST_F(InfoTest, LongTextsAndAFileRowGoneAreToldBeforeAndAfterSaving) {
     info->CmdTZXSave_Click();
     EXPECT_EQ(Shown(), Texts{warning});
     EXPECT_TRUE(SameBytes(ReadFile(S(Disk("juego.tzx"))), tape));
+    // Yes on closing, then Cancelar at the warning: the window stays with its edits.
+    prompt.Answer(Button::Yes);
+    prompt.Answer(Button::Cancel);
+    EXPECT_FALSE(info->Form_Unload());
+    EXPECT_EQ(Shown(), (Texts{warning, question, warning}));
+    EXPECT_EQ(info->BoxText(2), QString(300, 'a'));
+    EXPECT_FALSE(info->TZXSaveTag());
 
     prompt.shown.clear();
     Sql(db, "DELETE FROM tFiles WHERE FileId = ?", {f});
@@ -448,6 +505,94 @@ TEST_F(InfoTest, LongTextsAndAFileRowGoneAreToldBeforeAndAfterSaving) {
                                            Icon::Information)}));
     EXPECT_TRUE(SameBytes(ReadFile(S(Disk("juego.tzx"))),
                           Tape({Archive({{2, std::string(255, 'a')}}), Pause(10)}, 1, 13)));
+}
+
+TEST_F(InfoTest, TextsTheUserDidNotTouchAreWrittenAsTheyWereRead) {
+    const qint64 t = TitleWithId("Juego");
+    File(t, "juego", "tzx");
+    // Ten lines: 250 bytes on the tape, 260 characters in the box with its pairs.
+    std::string comments;
+    for (char c = 'a'; c < 'k'; ++c)
+        comments += std::string(24, c) + "\r";
+    const Bytes tape =
+        Tape({Archive({{0, "Juego"}, {2, "Ana\r\nLuis"}, {255, comments}}), Pause(10)}, 1, 13);
+    Put("juego.tzx", tape);
+    Open("Juego");
+    EXPECT_EQ(info->BoxText(255).size(), 260);
+    info->CmdTZXSave_Click();
+    EXPECT_TRUE(prompt.shown.empty());
+    EXPECT_TRUE(SameBytes(ReadFile(S(Disk("juego.tzx"))), tape));
+
+    // Typing elsewhere leaves the author's pair alone; the comments take
+    // characters up to 255 bytes as the tape counts them.
+    Type(info->TextInfo[0], Qt::Key_End, QString());
+    auto* box = static_cast<QPlainTextEdit*>(info->TextInfo[255]);
+    box->setFocus();
+    box->moveCursor(QTextCursor::End);
+    for (int i = 0; i < 6; ++i)
+        Type(box, Qt::Key_X, "x");
+    info->CmdTZXSave_Click();
+    EXPECT_TRUE(prompt.shown.empty());
+    EXPECT_TRUE(SameBytes(
+        ReadFile(S(Disk("juego.tzx"))),
+        Tape({Archive({{0, "Juego"}, {2, "Ana\r\nLuis"}, {255, comments + "xxxxx"}}), Pause(10)}, 1,
+             13)));
+}
+
+TEST_F(InfoTest, AnotherFileWhileTheTapeIsPendingAsksFirst) {
+    const qint64 t = TitleWithId("Juego");
+    const qint64 a = File(t, "juego", "tzx");
+    const qint64 b = File(t, "copia", "tzx");
+    Put("juego.tzx", Tape({Archive({{0, "Juego"}}), Pause(10)}, 1, 13));
+    Put("copia.tzx", Tape({Pause(20)}, 1, 13));
+    Open("Juego");
+    auto rowOf = [&](const char* name) {
+        for (int r = 1; r <= info->GridFiles->Rows(); ++r)
+            if (info->GridFiles->CellText(r, info->GridFiles->ColumnIndex("ColFileName")) == name)
+                return r;
+        return 0;
+    };
+    info->GridFiles->SetSelectedRow(rowOf("juego.tzx"));
+    info->SetBoxText(0, "Nuevo");
+    info->TextInfo_KeyUp();
+
+    // Cancelar: the tape and its row stay.
+    prompt.Answer(Button::Cancel);
+    info->GridFiles->SetSelectedRow(rowOf("copia.tzx"));
+    EXPECT_EQ(info->GridFiles->SelectedRow(), rowOf("juego.tzx"));
+    EXPECT_EQ(info->TextPath->text(), Disk("juego.tzx"));
+    EXPECT_EQ(info->BoxText(0), "Nuevo");
+    EXPECT_FALSE(info->TZXSaveTag());
+
+    // Sí: the open tape and its own row are saved, then the other opens.
+    prompt.Answer(Button::Yes);
+    info->GridFiles->SetSelectedRow(rowOf("copia.tzx"));
+    EXPECT_EQ(Shown(), (Texts{question, question}));
+    const Bytes saved = Tape({Archive({{0, "Nuevo"}}), Pause(10)}, 1, 13);
+    EXPECT_TRUE(SameBytes(ReadFile(S(Disk("juego.tzx"))), saved));
+    EXPECT_EQ(Sql(db, "SELECT FileId, FileSize FROM tFiles ORDER BY FileId"),
+              (std::vector<QVariantList>{{a, qint64(saved.size())}, {b, 7}}));
+    EXPECT_EQ(info->TextPath->text(), Disk("copia.tzx"));
+    EXPECT_TRUE(info->TZXSaveTag());
+}
+
+TEST_F(InfoTest, TheMainWindowShowsTheTitleAsTheInspectorLeftIt) {
+    const qint64 t = TitleWithId("Juego", "1986");
+    File(t, "juego", "tzx");
+    Put("juego.tzx", OldTape());
+    SelectTitle("Juego");
+    frm.RunModal = [](QDialog& window) {
+        auto& shown = static_cast<Info&>(window);
+        shown.TextName->setText("Juego Dos");
+        shown.ListYear->setCurrentIndex(1990 - 1980 + 1);
+        EXPECT_TRUE(shown.Form_Unload());
+    };
+    frm.CmdModify_Click();
+    EXPECT_EQ(S(TitleCell("ColName")), "Juego Dos");
+    EXPECT_EQ(S(TitleCell("ColYear")), "1990");
+    EXPECT_EQ(S(frm.LabelNombre->text()), "Juego Dos");
+    EXPECT_EQ(S(frm.LabelYear->text()), "1990");
+    EXPECT_EQ(S(frm.ComboRegistro->currentText()), "Juego Dos");
 }
 
 TEST_F(InfoTest, FilesThatAreNotWholeTapesAreNeverWritten) {
@@ -465,6 +610,7 @@ TEST_F(InfoTest, FilesThatAreNotWholeTapesAreNeverWritten) {
     ASSERT_EQ(prompt.shown.size(), 1u);
     EXPECT_EQ(prompt.shown[0].icon, Icon::Critical);
 
+    prompt.Answer(Button::No);
     info->GridFiles->SetSelectedRow(2);
     EXPECT_FALSE(info->CmdTZXSave->isEnabled());
     EXPECT_EQ(S(info->CmdTZXSave->toolTip()),
@@ -489,6 +635,7 @@ TEST_F(InfoTest, BlockCommandsChangeTheListInMemoryAndTheSelectionFollows) {
     g->SetSelectedRow(4);
     info->CommandBaja_Click();
     EXPECT_TRUE(prompt.shown.empty());
+    EXPECT_TRUE(info->TZXSaveTag());
 
     g->SetSelectedRow(1);
     info->CommandBaja_Click();
@@ -511,7 +658,8 @@ TEST_F(InfoTest, BlockCommandsChangeTheListInMemoryAndTheSelectionFollows) {
     g->ClearSelection();
     info->Command3_Click();
     EXPECT_EQ(g->Rows(), 3);
-    EXPECT_TRUE(info->TZXSaveTag());
+    // The moves and the removal wait to be saved like a typed text.
+    EXPECT_FALSE(info->TZXSaveTag());
 
     // Adding: the chosen file lands before the selected block.
     prompt.shown.clear();
@@ -579,9 +727,9 @@ TEST_F(InfoTest, ArrowsCopyOneFieldBetweenThePanes) {
     EXPECT_EQ(Field(&ArchiveInfo::iPublisher), "Dinamic");
     EXPECT_EQ(Field(&ArchiveInfo::iYear), "1980");
     EXPECT_EQ(Field(&ArchiveInfo::iType), "Puzzle");
-    // The copy keeps the boxes' line ends and sets nothing pending.
+    // The copy keeps the boxes' line ends, and waits to be saved.
     EXPECT_EQ(Field(&ArchiveInfo::iComments), "a\r\nb");
-    EXPECT_TRUE(info->TZXSaveTag());
+    EXPECT_FALSE(info->TZXSaveTag());
 }
 
 } // namespace

@@ -91,9 +91,12 @@ TEST_F(frmComparaTest, Command8DropsRedundantBlocksInMemoryOnly) {
     window->Command8_Click();
     EXPECT_EQ(Shown(), Texts{Box("Eliminados 1 bloques sobrantes.", "", Icon::Information)});
     EXPECT_EQ(window->Logic().Tape().Blocks().Count(), 4);
-    EXPECT_TRUE(window->PendingClear());
+    // Blocks taken out wait to be saved like a typed text.
+    EXPECT_FALSE(window->PendingClear());
+    prompt.Answer(Button::No);
     EXPECT_TRUE(window->Form_Unload());
-    EXPECT_EQ(Shown().size(), 1u); // no question: only blocks changed
+    EXPECT_EQ(Shown()[1], Box("¿Guardar cambios en le archivo TZX?",
+                              "Hay modificaciones pendientes", Icon::None, Buttons::YesNoCancel));
     EXPECT_TRUE(SameBytes(ReadFile(S(Disk("juego.tzx"))), before));
 }
 
