@@ -240,7 +240,7 @@ bool AddScannedFile(double& idPub, double& titleId) {
     if (FileInDB(fileName, extension, pathIndex)) return true;
     if (Store::Failures() != failures) return false;
     // Found ignoring case, as the extension is kept in lower case.
-    const bool onDisk = !FindIgnoringCase(dir, {fileName + '.' + extension}).isEmpty();
+    const bool onDisk = !platform::FindEntry(dir, fileName + '.' + extension).isEmpty();
     if (titleId == 0) {
         QSqlQuery* q = Store::Cached("INSERT INTO Titles (Name, Year, IdPub, Type, HaveIt, Author) "
                                      "VALUES (?, ?, ?, ?, ?, ?)",

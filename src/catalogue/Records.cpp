@@ -3,6 +3,7 @@
 #include "catalogue/Comunes.h"
 #include "catalogue/Store.h"
 #include "catalogue/Titles.h"
+#include "platform/PathCase.h"
 #include "tape/Prompt.h"
 #include "tape/SafeWrite.h"
 #include "tape/TZXFunct.h"
@@ -90,12 +91,32 @@ bool AddPath(const QString& dir) {
 }
 
 bool FileInDB(const QString& name, const QString& extension, qint64 pathIndex) {
-    QSqlQuery* q = Store::Cached("SELECT 1 FROM tFiles WHERE FileName = ? AND Extension = ? AND "
-                                 "PathIndex = ? LIMIT 1",
+    // The store compares names ignoring case, the disk may not: "Ninja.tzx"
+    // and "NINJA.TZX" in one folder are two files with a row each.
+    QSqlQuery* q = Store::Cached("SELECT FileName, Extension FROM tFiles WHERE FileName = ? AND "
+                                 "Extension = ? AND PathIndex = ?",
                                  {name, extension, pathIndex});
     if (!q) return false;
-    const bool found = q->next();
+    QStringList others;
+    bool found = false;
+    while (!found && q->next()) {
+        const QString rowName = TextOf(q->value(0));
+        if (rowName == name)
+            found = true;
+        else
+            others << rowName + '.' + TextOf(q->value(1));
+    }
     q->finish();
+    // A row spelled otherwise stands for this file when the disk finds this
+    // file for it, as it does when the folder holds no file of the row's own
+    // spelling.
+    const QString dir = PathTable.Dir(pathIndex);
+    for (const QString& other : std::as_const(others)) {
+        if (found) break;
+        const QString onDisk = platform::FindEntry(dir, other);
+        found =
+            !onDisk.isEmpty() && QString::fromStdString(FileNameOf(onDisk.toStdString())) == name;
+    }
     return found;
 }
 

@@ -3,6 +3,8 @@
 // files, move into a new tree of folders. The whole run is planned first, so
 // that a dry run shows exactly what the real run then does.
 
+#include "platform/PathCase.h"
+
 #include <QHash>
 #include <QString>
 #include <QStringList>
@@ -86,6 +88,7 @@ public:
 
 private:
     struct Folder;
+    platform::FolderListing& Listing(const QString& dir);
     QString ResolveFolder(const QString& parent, const QString& name, int title);
     QString FindEntry(const QString& dir, const QString& name, bool wantDir);
     bool DestTaken(const QString& path);
@@ -93,10 +96,9 @@ private:
                   int title);
     bool PointRow(qint64 fileId, const QString& dir);
 
-    // The listing of each folder looked at, name in lower case to name,
-    // with what the plan has already put there or taken away.
-    QHash<QString, QHash<QString, QString>> listings;
-    QHash<QString, bool> isDir; // lower-case path -> a folder
+    // The listing of each folder looked at, with what the plan has already
+    // put there or taken away.
+    QHash<QString, platform::FolderListing> listings;
 };
 
 } // namespace cintal
