@@ -71,6 +71,10 @@ void Scanner::BuscaDirectorios(const QString& path) {
         names << e.fileName();
     }
     std::sort(names.begin(), names.end(), NameOrder);
+    for (const platform::UnnamedEntry& e : platform::UnnamedEntries(path))
+        if (e.folder && !e.shown.startsWith('.'))
+            warnings.push_back({Comunes::PathIn(path, e.shown),
+                                QStringLiteral("el nombre no es UTF-8 válido: no se recorre")});
     for (const QString& name : names) {
         const QString sub = Comunes::PathIn(path, name);
         List1 << sub;
@@ -98,6 +102,16 @@ void Scanner::BuscaArchivos() {
             Tell();
             Breathe();
         }
+        // Found and counted, but a name with no Unicode spelling can't be
+        // stored, nor opened again from the catalogue.
+        for (const platform::UnnamedEntry& e : platform::UnnamedEntries(folder)) {
+            if (!e.tape || e.shown.startsWith('.')) continue;
+            warnings.push_back(
+                {Comunes::PathIn(folder, e.shown),
+                 QStringLiteral("el nombre no es UTF-8 válido: no se puede catalogar")});
+            ++counters.Total;
+            ++unnamed;
+        }
     }
 }
 
@@ -113,10 +127,13 @@ Scanner::Result Scanner::Run(const QString& folder) {
         base.chop(1);
     List1.clear();
     List2.clear();
+    unnamed = 0;
     List1 << base;
     Tell();
     BuscaDirectorios(base);
     BuscaArchivos();
+    // What can't be catalogued is done with once warned about.
+    counters.Parcial += unnamed;
     if (List2.isEmpty()) {
         Estado = QStringLiteral("No hay archivos que agregar");
         Tell();

@@ -1,7 +1,10 @@
 #include "platform/PathCase.h"
 
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
+
+#include <filesystem>
 
 namespace cintal::platform {
 
@@ -134,6 +137,70 @@ QString FindInFolders(const QString& dir, const QString& folder, const QString& 
     }
     const auto [at, found] = FolderListing::FindIn(all, name, EntryKind::File);
     return at < 0 ? QString() : Join(sides[at], found);
+}
+
+namespace {
+
+// The length of the valid UTF-8 sequence at i, or 0.
+int SequenceAt(const std::string& s, std::size_t i) {
+    const auto byte = [&](std::size_t k) { return static_cast<unsigned char>(s[k]); };
+    const unsigned char c = byte(i);
+    if (c < 0x80) return 1;
+    int length = 0;
+    char32_t code = 0, least = 0;
+    if (c >= 0xC2 && c <= 0xDF)
+        length = 2, code = c & 0x1F, least = 0x80;
+    else if (c >= 0xE0 && c <= 0xEF)
+        length = 3, code = c & 0x0F, least = 0x800;
+    else if (c >= 0xF0 && c <= 0xF4)
+        length = 4, code = c & 0x07, least = 0x10000;
+    else
+        return 0;
+    if (i + static_cast<std::size_t>(length) > s.size()) return 0;
+    for (int k = 1; k < length; ++k) {
+        const unsigned char n = byte(i + static_cast<std::size_t>(k));
+        if ((n & 0xC0) != 0x80) return 0;
+        code = (code << 6) | (n & 0x3F);
+    }
+    if (code < least || code > 0x10FFFF || (code >= 0xD800 && code <= 0xDFFF)) return 0;
+    return length;
+}
+
+} // namespace
+
+std::vector<UnnamedEntry> UnnamedEntries(const QString& dir) {
+    std::vector<UnnamedEntry> found;
+#ifndef Q_OS_WIN // names there are UTF-16, which Qt always spells
+    std::error_code ec;
+    std::filesystem::directory_iterator it(QFile::encodeName(dir).toStdString(), ec), end;
+    for (; !ec && it != end; it.increment(ec)) {
+        const std::string name = it->path().filename().native();
+        QString shown;
+        bool bad = false;
+        for (std::size_t i = 0; i < name.size();) {
+            const int n = SequenceAt(name, i);
+            if (n == 0) {
+                shown += QStringLiteral("\\x%1").arg(static_cast<unsigned char>(name[i]), 2, 16,
+                                                     QLatin1Char('0'));
+                bad = true;
+                ++i;
+                continue;
+            }
+            shown += QString::fromUtf8(name.data() + i, n);
+            i += static_cast<std::size_t>(n);
+        }
+        if (!bad) continue;
+        std::error_code kind;
+        const bool folder = it->is_directory(kind) && !it->is_symlink(kind);
+        const bool tape = name.size() > 4 && SequenceAt(name, name.size() - 4) == 1 &&
+                          QString::fromLatin1(name.substr(name.size() - 4))
+                                  .compare(QLatin1String(".tzx"), Qt::CaseInsensitive) == 0;
+        found.push_back({shown, folder, tape && !folder});
+    }
+#else
+    Q_UNUSED(dir);
+#endif
+    return found;
 }
 
 } // namespace cintal::platform

@@ -67,4 +67,13 @@ QStringList FindFolders(const QString& dir, const QString& folder);
 // any case, the exactly spelled folder first; empty when none holds it.
 QString FindInFolders(const QString& dir, const QString& folder, const QString& name);
 
+// An entry whose name isn't valid UTF-8: Qt can't spell it, so it never
+// lists it, and no path of ours can reach it.
+struct UnnamedEntry {
+    QString shown; // the name with each bad byte written "\xNN"
+    bool folder = false;
+    bool tape = false; // ends in ".tzx" in any case
+};
+std::vector<UnnamedEntry> UnnamedEntries(const QString& dir);
+
 } // namespace cintal::platform
