@@ -24,7 +24,6 @@
 #include <QFile>
 #include <QFileInfo>
 #include <cstdio>
-#include <map>
 #include <set>
 
 using namespace cintal;
@@ -233,13 +232,14 @@ int main(int argc, char** argv) {
     while (it.hasNext())
         files << it.next();
     files.sort();
-    std::map<QString, qint64> titles;
-    {
+    // Found as the store compares names, ignoring case: "RANAS SALTARINAS.tap"
+    // joins the title its tape "Ranas Saltarinas" made.
+    auto titleNamed = [](const QString& name) -> qint64 {
         QSqlQuery q = Store::NewQuery();
-        Store::Exec(q, "SELECT TitleId, Name FROM Titles");
-        while (q.next())
-            titles.emplace(TextOf(q.value(1)), NumberOf(q.value(0)));
-    }
+        Store::Exec(q, "SELECT TitleId FROM Titles WHERE Name = ? ORDER BY TitleId LIMIT 1",
+                    {name});
+        return q.next() ? NumberOf(q.value(0)) : 0;
+    };
     int n = 0;
     for (const QString& file : files) {
         const QFileInfo fi(file);
@@ -275,19 +275,18 @@ int main(int argc, char** argv) {
                  fi.completeBaseName(), PathId(fi.absolutePath())});
             continue;
         }
-        auto known = titles.find(name);
-        if (known == titles.end()) {
+        qint64 title = titleNamed(name);
+        if (title == 0) {
             const qint64 pub = PublisherId(noted ? Or(noted->publisher, FromTape(info.iPublisher))
                                                  : FromTape(info.iPublisher));
             const QString type = noted && noted->type ? QString::fromUtf8(noted->type)
                                                       : FromTape(info.iType).left(3);
-            const qint64 id = AddTitle(
+            title = AddTitle(
                 name, noted ? Or(noted->year, FromTape(info.iYear)) : FromTape(info.iYear), pub,
                 type, true, QVariant(static_cast<int>((n - 1) % 7)), FromTape(info.iAuthor));
-            known = titles.emplace(name, id).first;
         }
         NewFile row;
-        row.title = known->second;
+        row.title = title;
         row.name = fi.completeBaseName();
         row.extension = ext;
         row.path = PathId(fi.absolutePath());

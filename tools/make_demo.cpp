@@ -2652,7 +2652,8 @@ void Juegos(const fs::path& dir) {
         auto blocks = StandardLoad("RANAS", 28000, 9000, false);
         blocks.insert(blocks.begin(), Text("Ranas Saltarinas - (c) 1984 Erizo"));
         Write(dir, "Ranas Saltarinas.tzx", Assemble(0, 5, {}, blocks));
-        // One screen for both titles: the program matches the TAP's capitals to it.
+        // One screen for both files of the title: the program matches the TAP's
+        // capitals to it.
         ScreenFile(dir, Art{.title = "Ranas Saltarinas",
                             .publisher = "Erizo",
                             .year = "1984",

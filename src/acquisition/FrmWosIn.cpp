@@ -155,7 +155,7 @@ void FrmWosIn::Dir1_Click(const QString& path) {
 void FrmWosIn::Dir1_Change() {
     // File1 lists the folder's "legend.html": the mark of the listing's root.
     File1->clear();
-    const QString legend = FindIgnoringCase(dir1Path, {QStringLiteral("legend.html")});
+    const QString legend = platform::FindEntry(dir1Path, QStringLiteral("legend.html"));
     if (!legend.isEmpty()) File1->addItem(QFileInfo(legend).fileName());
     CommandSelecciona->setEnabled(File1->count() > 0);
 }

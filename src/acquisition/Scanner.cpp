@@ -71,6 +71,10 @@ void Scanner::BuscaDirectorios(const QString& path) {
         names << e.fileName();
     }
     std::sort(names.begin(), names.end(), NameOrder);
+    for (const platform::UnnamedEntry& e : platform::UnnamedEntries(path))
+        if (e.folder && !e.shown.startsWith('.'))
+            warnings.push_back({Comunes::PathIn(path, e.shown),
+                                QStringLiteral("el nombre no es UTF-8 válido: no se recorre")});
     for (const QString& name : names) {
         const QString sub = Comunes::PathIn(path, name);
         List1 << sub;
@@ -98,6 +102,16 @@ void Scanner::BuscaArchivos() {
             Tell();
             Breathe();
         }
+        // Found and counted, but a name with no Unicode spelling can't be
+        // stored, nor opened again from the catalogue.
+        for (const platform::UnnamedEntry& e : platform::UnnamedEntries(folder)) {
+            if (!e.tape || e.shown.startsWith('.')) continue;
+            warnings.push_back(
+                {Comunes::PathIn(folder, e.shown),
+                 QStringLiteral("el nombre no es UTF-8 válido: no se puede catalogar")});
+            ++counters.Total;
+            ++unnamed;
+        }
     }
 }
 
@@ -113,10 +127,13 @@ Scanner::Result Scanner::Run(const QString& folder) {
         base.chop(1);
     List1.clear();
     List2.clear();
+    unnamed = 0;
     List1 << base;
     Tell();
     BuscaDirectorios(base);
     BuscaArchivos();
+    // What can't be catalogued is done with once warned about.
+    counters.Parcial += unnamed;
     if (List2.isEmpty()) {
         Estado = QStringLiteral("No hay archivos que agregar");
         Tell();
@@ -240,7 +257,7 @@ bool AddScannedFile(double& idPub, double& titleId) {
     if (FileInDB(fileName, extension, pathIndex)) return true;
     if (Store::Failures() != failures) return false;
     // Found ignoring case, as the extension is kept in lower case.
-    const bool onDisk = !FindIgnoringCase(dir, {fileName + '.' + extension}).isEmpty();
+    const bool onDisk = !platform::FindEntry(dir, fileName + '.' + extension).isEmpty();
     if (titleId == 0) {
         QSqlQuery* q = Store::Cached("INSERT INTO Titles (Name, Year, IdPub, Type, HaveIt, Author) "
                                      "VALUES (?, ?, ?, ?, ?, ?)",

@@ -57,6 +57,7 @@ private:
     void Tell();
 
     QElapsedTimer clock;
+    qint64 unnamed = 0; // tapes whose names aren't valid UTF-8
 };
 
 namespace Comunes {

@@ -152,7 +152,7 @@ int AddWosTitle(double& idPub, int& origin) {
 
 bool WosImporter::IsListingRoot(const QString& folder) {
     return !folder.isEmpty() &&
-           !FindIgnoringCase(folder, {QStringLiteral("legend.html")}).isEmpty();
+           !platform::FindEntry(folder, QStringLiteral("legend.html")).isEmpty();
 }
 
 void WosImporter::Tell() {
@@ -186,7 +186,8 @@ WosImporter::Result WosImporter::Run(const QString& folder) {
             // The pages were saved from a site whose names are lower case; a
             // copy that went through a system ignoring case may spell them
             // otherwise.
-            const QString file = FindIgnoringCase(root, {QString::fromLatin1(kind.name), name});
+            const QString file =
+                platform::FindInFolders(root, QString::fromLatin1(kind.name), name);
             if (!file.isEmpty() && !ImportWosPage(file, kind.state)) {
                 Store::Rollback();
                 Comunes::ReloadRegisters();

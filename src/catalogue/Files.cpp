@@ -63,14 +63,14 @@ QString SideBaseName(const QString& titleName) {
 QString FindSideFile(const QString& fileDir, SideKind kind, const QString& baseName) {
     switch (kind) {
     case SideKind::Screen:
-        return FindIgnoringCase(fileDir, {QStringLiteral("scrshot"), baseName + ".scr"});
+        return platform::FindInFolders(fileDir, QStringLiteral("Scrshot"), baseName + ".scr");
     case SideKind::Inlay:
-        return FindIgnoringCase(fileDir, {QStringLiteral("Inlay"), baseName + ".jpg"});
+        return platform::FindInFolders(fileDir, QStringLiteral("Inlay"), baseName + ".jpg");
     case SideKind::Map:
-        return FindIgnoringCase(fileDir, {QStringLiteral("Map"), baseName + "_Map.jpg"});
+        return platform::FindInFolders(fileDir, QStringLiteral("Map"), baseName + "_Map.jpg");
     case SideKind::CodeSheet:
-        return FindIgnoringCase(fileDir,
-                                {QStringLiteral("Codesheet"), baseName + "_Codesheet.jpg"});
+        return platform::FindInFolders(fileDir, QStringLiteral("Codesheet"),
+                                       baseName + "_Codesheet.jpg");
     }
     return {};
 }

@@ -3,6 +3,7 @@
 #include "catalogue/Comunes.h"
 #include "catalogue/Store.h"
 #include "catalogue/Titles.h"
+#include "platform/PathCase.h"
 #include "tape/Prompt.h"
 #include "tape/SafeWrite.h"
 #include "tape/TZXFunct.h"
@@ -89,14 +90,38 @@ bool AddPath(const QString& dir) {
     return LoadPaths();
 }
 
-bool FileInDB(const QString& name, const QString& extension, qint64 pathIndex) {
-    QSqlQuery* q = Store::Cached("SELECT 1 FROM tFiles WHERE FileName = ? AND Extension = ? AND "
-                                 "PathIndex = ? LIMIT 1",
+qint64 FileRowOf(const QString& name, const QString& extension, qint64 pathIndex) {
+    // The store compares names ignoring case, the disk may not: "Ninja.tzx"
+    // and "NINJA.TZX" in one folder are two files with a row each.
+    QSqlQuery* q = Store::Cached("SELECT FileId, FileName, Extension FROM tFiles WHERE "
+                                 "FileName = ? AND Extension = ? AND PathIndex = ? ORDER BY FileId",
                                  {name, extension, pathIndex});
-    if (!q) return false;
-    const bool found = q->next();
+    if (!q) return 0;
+    qint64 found = 0;
+    std::vector<std::pair<qint64, QString>> others;
+    while (found == 0 && q->next()) {
+        const QString rowName = TextOf(q->value(1));
+        if (rowName == name)
+            found = NumberOf(q->value(0));
+        else
+            others.push_back({NumberOf(q->value(0)), rowName + '.' + TextOf(q->value(2))});
+    }
     q->finish();
+    // A row spelled otherwise stands for this file when the disk finds this
+    // file for it, as it does when the folder holds no file of the row's own
+    // spelling.
+    const QString dir = PathTable.Dir(pathIndex);
+    for (const auto& [id, other] : others) {
+        if (found != 0) break;
+        const QString onDisk = platform::FindEntry(dir, other);
+        if (!onDisk.isEmpty() && QString::fromStdString(FileNameOf(onDisk.toStdString())) == name)
+            found = id;
+    }
     return found;
+}
+
+bool FileInDB(const QString& name, const QString& extension, qint64 pathIndex) {
+    return FileRowOf(name, extension, pathIndex) != 0;
 }
 
 bool AddFileToTitle(qint64 titleId, const QString& path) {

@@ -30,6 +30,9 @@ bool AddPath(const QString& dir);
 // store failed (which has been reported, and nothing of the file stays).
 bool AddFileToTitle(qint64 titleId, const QString& path);
 
+// The FileId of the row that stands for the file of that name (as the disk
+// spells it) in the folder; 0 when none does or the store failed.
+qint64 FileRowOf(const QString& name, const QString& extension, qint64 pathIndex);
 bool FileInDB(const QString& name, const QString& extension, qint64 pathIndex);
 
 // The title named CurName (cleaned, and left cleaned there) with that

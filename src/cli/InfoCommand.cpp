@@ -61,14 +61,11 @@ std::optional<qint64> FileRowOf(const QString& path) {
     const std::string p = path.toStdString();
     const qint64 pathIndex = Comunes::FindPathIndex(QString::fromStdString(DirOf(p)));
     if (pathIndex == 0) return 0;
-    QSqlQuery q = Store::NewQuery();
-    if (!Store::Exec(q,
-                     "SELECT FileId FROM tFiles WHERE FileName = ? AND Extension = ? AND "
-                     "PathIndex = ? LIMIT 1",
-                     {QString::fromStdString(FileNameOf(p)), QString::fromStdString(ExtensionOf(p)),
-                      pathIndex}))
-        return std::nullopt;
-    return q.next() ? NumberOf(q.value(0)) : 0;
+    const int failures = Store::Failures();
+    const qint64 id = Comunes::FileRowOf(QString::fromStdString(FileNameOf(p)),
+                                         QString::fromStdString(ExtensionOf(p)), pathIndex);
+    if (Store::Failures() != failures) return std::nullopt;
+    return id;
 }
 
 } // namespace

@@ -554,7 +554,7 @@ void Info::GridFiles_SelectionChange() {
     // may say ".TZX" where the catalogue says "tzx".
     QString path = dir.isEmpty() ? name : QDir(dir).filePath(name);
     if (!dir.isEmpty()) {
-        const QString found = FindIgnoringCase(dir, {name});
+        const QString found = platform::FindEntry(dir, name);
         if (!found.isEmpty()) path = found;
     }
     OpenFile(path);

@@ -157,7 +157,7 @@ void frmCompara::FillCompareList() {
         const QString dir = GridFiles->CellText(row, colPath);
         const QString name = GridFiles->CellText(row, colName);
         QString path = dir.isEmpty() ? name : QDir(dir).filePath(name);
-        const QString found = dir.isEmpty() ? QString() : FindIgnoringCase(dir, {name});
+        const QString found = dir.isEmpty() ? QString() : platform::FindEntry(dir, name);
         if (!found.isEmpty()) path = found;
         // Two tapes of one name in different folders: the folder tells them apart.
         ComboCompara->addItem(name + " (" + QFileInfo(dir).fileName() + ")", path);

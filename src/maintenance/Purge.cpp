@@ -4,6 +4,7 @@
 #include "catalogue/Comunes.h"
 #include "catalogue/Records.h"
 #include "catalogue/Store.h"
+#include "platform/PathCase.h"
 #include "tape/Prompt.h"
 #include "tape/TZXFunct.h"
 
@@ -42,13 +43,17 @@ bool Purger::Plan() {
     q.finish();
     total = static_cast<qint64>(rows.size());
     const PathRegister& paths = Comunes::PathTable;
+    platform::EntryFinder finder;
     qint64 done = 0;
     for (const Raw& r : rows) {
         // A number outside the register, or a free one, names no folder: the
         // file can't be found, so it counts as missing.
         const bool known = paths.Has(r.pathIndex) && !paths.Number(r.pathIndex).isEmpty();
-        const QString path = known ? Comunes::PathIn(paths.Dir(r.pathIndex), r.name) : QString();
-        if (!known || !FileExists(path.toStdString())) missing.push_back({r.id, path});
+        const QString dir = known ? paths.Dir(r.pathIndex) : QString();
+        // The scan keeps extensions in lower case: "LABERINT.SP" is the
+        // row's "LABERINT.sp", not a missing file.
+        if (!known || finder.Find(dir, r.name).isEmpty())
+            missing.push_back({r.id, known ? Comunes::PathIn(dir, r.name) : QString()});
         if (++done % 256 == 0) {
             if (progress) progress(done, total);
             Breathe();

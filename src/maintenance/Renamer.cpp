@@ -41,7 +41,7 @@ void Renamer::Load(const QString& dir, const QString& fullName, qint64 index) {
     screenFile.clear();
     for (const SideKind& k : kKinds) {
         const QString found =
-            FindIgnoringCase(folder, {QString::fromLatin1(k.folder), oldBase + k.ending});
+            platform::FindInFolders(folder, QString::fromLatin1(k.folder), oldBase + k.ending);
         if (found.isEmpty()) continue;
         RenameEntry e;
         e.label = oldBase + k.ending;
@@ -58,8 +58,8 @@ bool Renamer::RenombraFileInDB(const QString& newBase) {
     QuietErrors quiet;
     return Store::Run("UPDATE tFiles SET FileName = ?, HaveIt = 1 WHERE FileId = (SELECT FileId "
                       "FROM tFiles WHERE FileName = ? AND Extension = ? AND PathIndex = ? "
-                      "ORDER BY FileId LIMIT 1)",
-                      {newBase, oldBase, extension, pathIndex});
+                      "ORDER BY FileName = ? COLLATE BINARY DESC, FileId LIMIT 1)",
+                      {newBase, oldBase, extension, pathIndex, oldBase});
 }
 
 QString Renamer::Rename(const QString& newBase) {
@@ -68,7 +68,7 @@ QString Renamer::Rename(const QString& newBase) {
             Icon::Exclamation);
         return kFallido;
     }
-    const QString file = FindIgnoringCase(folder, {oldFull});
+    const QString file = platform::FindEntry(folder, oldFull);
     // The extension keeps its case on disk; the catalogue holds it in lower
     // case.
     const QString onDisk = file.isEmpty() ? oldFull : QFileInfo(file).fileName();
@@ -91,7 +91,10 @@ QString Renamer::Rename(const QString& newBase) {
         if (e.ticked) moves.push_back({e.source, Comunes::PathIn(e.folder, newBase + e.ending)});
     for (const auto& [from, to] : moves) {
         const QFileInfo target(to);
-        const QString there = FindIgnoringCase(target.path(), {target.fileName()});
+        const QStringList taken = platform::FolderListing(target.path())
+                                      .AllCases(target.fileName(), platform::EntryKind::File);
+        const QString there =
+            taken.isEmpty() ? QString() : Comunes::PathIn(target.path(), taken.front());
         // Only a change of case finds the file itself there.
         if (!there.isEmpty() && there != from) {
             Ask("el nombre de archivo ya existe. Especifica otro nombre.", {}, Icon::Critical);

@@ -6,6 +6,7 @@
 #include "catalogue/Records.h"
 #include "catalogue/Store.h"
 #include "platform/MoveFile.h"
+#include "platform/PathCase.h"
 #include "tape/Prompt.h"
 
 #include <QDir>
@@ -26,10 +27,6 @@ constexpr SideFile kSideFiles[] = {
     {"Scrshot", ".scr"}, {"Pokes", ".pok"}, {"Info", ".txt"},    {"Info", ".doc"},
     {"Info", ".pdf"},    {"Inlay", ".jpg"}, {"Map", "_Map.jpg"}, {"Codesheet", "_Codesheet.jpg"},
 };
-
-QString Key(const QString& path) {
-    return path.toLower();
-}
 
 QString Join(const QString& dir, const QString& name) {
     return Comunes::PathIn(dir, name);
@@ -113,42 +110,30 @@ QString Reorganiser::DestFolder(SortBy order, const QString& name, const QString
     return {};
 }
 
+platform::FolderListing& Reorganiser::Listing(const QString& dir) {
+    auto it = listings.find(dir);
+    if (it == listings.end()) it = listings.insert(dir, platform::FolderListing(dir));
+    return *it;
+}
+
 QString Reorganiser::FindEntry(const QString& dir, const QString& name, bool wantDir) {
-    const QString key = Key(dir);
-    auto it = listings.find(key);
-    if (it == listings.end()) {
-        QHash<QString, QString> entries;
-        const QDir d(dir);
-        const QFileInfoList found =
-            d.entryInfoList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
-        for (const QFileInfo& f : found) {
-            const QString lower = f.fileName().toLower();
-            // On a volume that tells case apart, the exact spelling wins.
-            if (!entries.contains(lower) || f.fileName() == name)
-                entries.insert(lower, f.fileName());
-            if (f.isDir()) isDir.insert(Key(Join(dir, f.fileName())), true);
-        }
-        it = listings.insert(key, entries);
-    }
-    const auto e = it->constFind(name.toLower());
-    if (e == it->constEnd()) return {};
-    const QString path = Join(dir, *e);
-    if (wantDir != isDir.value(Key(path), false)) return {};
-    return path;
+    const QString found =
+        Listing(dir).Find(name, wantDir ? platform::EntryKind::Folder : platform::EntryKind::File);
+    return found.isEmpty() ? QString() : Join(dir, found);
 }
 
 QString Reorganiser::ResolveFolder(const QString& parent, const QString& name, int title) {
-    const QString found = FindEntry(parent, name, true);
-    if (!found.isEmpty()) return found;
+    // A folder that stands in any case is used, never a second one beside it.
+    const QStringList there = Listing(parent).AllCases(name, platform::EntryKind::Folder);
+    if (!there.isEmpty()) return Join(parent, there.front());
     const QString path = Join(parent, name);
     ReorgStep step;
     step.kind = ReorgStep::Kind::MakeFolder;
     step.dest = path;
     step.title = title;
     steps.push_back(step);
-    listings[Key(parent)].insert(name.toLower(), name);
-    listings.insert(Key(path), {});
-    isDir.insert(Key(path), true);
+    Listing(parent).Add(name, platform::EntryKind::Folder);
+    listings.insert(path, {});
     return path;
 }
 
@@ -160,11 +145,10 @@ void Reorganiser::PlanMove(const QString& source, const QString& destDir, bool s
     step.FileId = fileId;
     step.title = title;
     const QString fileName = QFileInfo(source).fileName();
-    const QString there = FindEntry(destDir, fileName, false);
-    const QString thereDir = FindEntry(destDir, fileName, true);
-    if (!there.isEmpty() || !thereDir.isEmpty()) {
+    const QString there = Listing(destDir).Taken(fileName);
+    if (!there.isEmpty()) {
         step.kind = ReorgStep::Kind::Exists;
-        step.dest = there.isEmpty() ? thereDir : there;
+        step.dest = Join(destDir, there);
         steps.push_back(step);
         return;
     }
@@ -179,15 +163,14 @@ void Reorganiser::PlanMove(const QString& source, const QString& destDir, bool s
         steps.push_back(remove);
     }
     steps.push_back(step);
-    claimed.insert(Key(step.dest));
-    const QString from = QFileInfo(source).path();
-    listings[Key(from)].remove(fileName.toLower());
-    listings[Key(destDir)].insert(fileName.toLower(), fileName);
+    claimed.insert(step.dest);
+    Listing(QFileInfo(source).path()).Remove(fileName);
+    Listing(destDir).Add(fileName, platform::EntryKind::File);
 }
 
 QString Reorganiser::AlreadyMoved(const QString& destDir, const QString& fileName) {
     const QString there = FindEntry(destDir, fileName, false);
-    if (there.isEmpty() || claimed.contains(Key(there))) return {};
+    if (there.isEmpty() || claimed.contains(there)) return {};
     // A row that names the file there makes it that row's file.
     const QString name = QFileInfo(there).fileName();
     const qsizetype dot = name.lastIndexOf(u'.');
@@ -202,7 +185,6 @@ void Reorganiser::Plan(const QString& targetFolder, SortBy order,
     steps.clear();
     notes.clear();
     listings.clear();
-    isDir.clear();
     claimed.clear();
     counters = {};
     failure.clear();
@@ -222,12 +204,22 @@ void Reorganiser::Plan(const QString& targetFolder, SortBy order,
         const QString base = SideBaseName(title.name);
         for (const ReorgFile& file : title.files) {
             for (const SideFile& s : kSideFiles) {
-                const QString folder = FindEntry(file.dir, s.folder, true);
-                if (folder.isEmpty()) continue;
+                // "SCRSHOT" and "ScrShot" may stand side by side: both are looked in.
+                const QString name = QString::fromLatin1(s.folder);
+                QStringList folders;
+                std::vector<const platform::FolderListing*> inside;
+                for (const QString& f :
+                     Listing(file.dir).AllCases(name, platform::EntryKind::Folder)) {
+                    folders << Join(file.dir, f);
+                    Listing(folders.back());
+                }
+                // Taken once all are read: reading one may move the others.
+                for (const QString& f : std::as_const(folders))
+                    inside.push_back(&listings.find(f).value());
+                const auto [at, found] = platform::FolderListing::FindIn(inside, base + s.ending,
+                                                                         platform::EntryKind::File);
                 // A side file that isn't there is no fault: most titles lack some.
-                const QString source = FindEntry(folder, base + s.ending, false);
-                if (source.isEmpty()) continue;
-                PlanMove(source, sideDirs.value(s.folder), true, 0, i);
+                if (at >= 0) PlanMove(Join(folders[at], found), sideDirs.value(name), true, 0, i);
             }
             const QString source = FindEntry(file.dir, file.fileName, false);
             if (source.isEmpty()) {
@@ -242,7 +234,7 @@ void Reorganiser::Plan(const QString& targetFolder, SortBy order,
                 if (!there.isEmpty()) {
                     missing.kind = ReorgStep::Kind::FixRow;
                     missing.dest = there;
-                    claimed.insert(Key(there));
+                    claimed.insert(there);
                 }
                 steps.push_back(missing);
                 continue;

@@ -3,6 +3,8 @@
 // files, move into a new tree of folders. The whole run is planned first, so
 // that a dry run shows exactly what the real run then does.
 
+#include "platform/PathCase.h"
+
 #include <QHash>
 #include <QSet>
 #include <QString>
@@ -96,19 +98,18 @@ public:
 
 private:
     struct Folder;
+    platform::FolderListing& Listing(const QString& dir);
     QString ResolveFolder(const QString& parent, const QString& name, int title);
     QString FindEntry(const QString& dir, const QString& name, bool wantDir);
-    bool DestTaken(const QString& path);
     QString AlreadyMoved(const QString& destDir, const QString& fileName);
     void PlanMove(const QString& source, const QString& destDir, bool side, qint64 fileId,
                   int title);
     bool PointRow(qint64 fileId, const QString& dir);
 
-    // The listing of each folder looked at, name in lower case to name,
-    // with what the plan has already put there or taken away.
-    QHash<QString, QHash<QString, QString>> listings;
-    QHash<QString, bool> isDir; // lower-case path -> a folder
-    QSet<QString> claimed;      // lower-case paths the plan gives a file
+    // The listing of each folder looked at, with what the plan has already
+    // put there or taken away.
+    QHash<QString, platform::FolderListing> listings;
+    QSet<QString> claimed; // paths the plan gives a file
 };
 
 } // namespace cintal

@@ -4,6 +4,7 @@
 #include "catalogue/Comunes.h"
 #include "catalogue/Records.h"
 #include "catalogue/Store.h"
+#include "platform/PathCase.h"
 #include "tape/Prompt.h"
 #include "tape/TZXFunct.h"
 #include "tape/TZXTape.h"
@@ -66,8 +67,13 @@ bool TitleMover::Run() {
         // takes its record back.
         if (!Store::Run("UPDATE tFiles SET TitleId = ? WHERE FileId = ?", {into, s.FileId}))
             return false;
-        const std::string path = s.path.toStdString();
-        if (s.path.isEmpty() || !FileExists(path)) {
+        // The row's file as the disk spells it: the scan kept the extension
+        // in lower case.
+        const QString found = s.path.isEmpty() ? QString()
+                                               : platform::FindEntry(QFileInfo(s.path).path(),
+                                                                     QFileInfo(s.path).fileName());
+        const std::string path = found.toStdString();
+        if (found.isEmpty()) {
             Tell(QStringLiteral("No existe el archivo"));
             ++moved;
             continue;
@@ -99,7 +105,7 @@ bool TitleMover::Run() {
                 continue;
             }
             Store::Run("UPDATE tFiles SET FileSize = ? WHERE FileId = ?",
-                       {QFileInfo(s.path).size(), s.FileId});
+                       {QFileInfo(found).size(), s.FileId});
         }
         ++moved;
         Breathe();

@@ -1,5 +1,6 @@
 #include "tape/TapConvert.h"
 
+#include "tape/Content.h"
 #include "tape/Prompt.h"
 #include "tape/SafeWrite.h"
 #include "tape/TZXFunct.h"
@@ -7,14 +8,6 @@
 namespace cintal {
 
 namespace {
-
-// The entry of dir whose name equals name ignoring case, if there is one: the
-// collection comes from a file system that ignored case.
-std::string FindIgnoringCase(const std::string& dir, const std::string& name) {
-    for (const std::string& entry : detail::CurrentFileOps().List(dir))
-        if (detail::SameNameIgnoringCase(entry, name)) return JoinPath(dir, entry);
-    return {};
-}
 
 void Refuse(const std::string& text) {
     Ask(text, "Convertir en TZX", Icon::Critical);
@@ -63,7 +56,7 @@ bool ConvertTapToTzx(const std::string& tapPath, std::string* tzxPath) {
     }
     const std::string dir = FolderOf(tapPath);
     const std::string target = JoinPath(dir, FileNameOf(tapPath) + ".tzx");
-    std::string existing = FindIgnoringCase(dir, FileNameOf(tapPath) + ".tzx");
+    std::string existing = ExistingFile(target);
     if (!existing.empty()) {
         Refuse("Ya existe " + existing);
         return false;
@@ -75,7 +68,7 @@ bool ConvertTapToTzx(const std::string& tapPath, std::string* tzxPath) {
     }
     // Checked again right before the rename, which would replace a file made
     // in the meantime.
-    existing = FindIgnoringCase(dir, FileNameOf(tapPath) + ".tzx");
+    existing = ExistingFile(target);
     if (!existing.empty() || !detail::RenameFile(temp, target, reason)) {
         std::string ignored;
         detail::RemoveFile(temp, ignored);

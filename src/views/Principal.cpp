@@ -337,7 +337,7 @@ bool Principal::ShowScreenFromFiles() {
     for (int row = 1; row <= GridFiles->Rows(); ++row) {
         const QString dir = GridFiles->CellText(row, colPath);
         if (dir.isEmpty()) continue;
-        const QString path = FindIgnoringCase(dir, {GridFiles->CellText(row, colName)});
+        const QString path = platform::FindEntry(dir, GridFiles->CellText(row, colName));
         if (path.isEmpty()) continue;
         // Only the head of each file is read: a title of many files still
         // selects at once.
@@ -488,7 +488,7 @@ void Principal::GridFiles_DblClick() {
     if (dir.isEmpty()) return;
     // The catalogue keeps the scanned extension in lower case; the disk may not.
     const QString name = GridFiles->CellText(row, GridFiles->ColumnIndex("ColFileName"));
-    const QString found = FindIgnoringCase(dir, {name});
+    const QString found = platform::FindEntry(dir, name);
     Emulators::OpenFile(found.isEmpty() ? QDir(dir).filePath(name) : found);
 }
 

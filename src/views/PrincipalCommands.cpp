@@ -123,7 +123,7 @@ QString Principal::SelectedFilePath() const {
     const QString dir = GridFiles->CellText(row, GridFiles->ColumnIndex("ColPath"));
     if (dir.isEmpty()) return {};
     const QString name = GridFiles->CellText(row, GridFiles->ColumnIndex("ColFileName"));
-    const QString found = FindIgnoringCase(dir, {name});
+    const QString found = platform::FindEntry(dir, name);
     return found.isEmpty() ? QDir(dir).filePath(name) : found;
 }
 

@@ -17,6 +17,8 @@
 #include <QProgressBar>
 #include <QTimer>
 #include <algorithm>
+#include <filesystem>
+#include <fstream>
 #include <regex>
 #include <sstream>
 
@@ -257,6 +259,37 @@ TEST_F(ScanTest, HiddenFoldersAndLinksAreNotWalkedAndTheMaskIgnoresCase) {
     EXPECT_EQ(Rows("SELECT Name, HaveIt FROM Titles ORDER BY TitleId"),
               (Texts{"Juego|1", "Mixto|1"}));
     EXPECT_EQ(Rows("SELECT * FROM Paths"), Texts{"1|" + At("real")});
+}
+
+TEST_F(ScanTest, NamesThatDifferOnlyInCaseAreTwoFilesAndNamesNotInUtf8AreWarnedAbout) {
+    Create();
+    Open();
+    Put("n/Ninja.tzx", Named("Ninja", ""));
+    Put("n/NINJA.TZX", Named("Ninja", ""));
+    // Bytes of another code page: a name the store can't hold.
+    const std::string bad = S(root) + "/n/Caf\xE9.tzx";
+    std::ofstream(bad, std::ios::binary) << Named("Cafe", "");
+    std::filesystem::create_directory(S(root) + "/Ca\xF1"
+                                                "ada");
+    ASSERT_EQ(Scan(), Scanner::Result::Done);
+    EXPECT_EQ(Counts(scanner.counters), "3 3 1 1 0 0");
+    EXPECT_EQ(Rows("SELECT FileName, Extension, TitleId FROM tFiles ORDER BY FileId"),
+              (Texts{"NINJA|tzx|1", "Ninja|tzx|1"}));
+    // The third is the number of the first folder registered.
+    ASSERT_EQ(scanner.warnings.size(), 3u);
+    EXPECT_EQ(S(scanner.warnings[0].path), S(root) + "/Ca\\xf1ada");
+    EXPECT_EQ(S(scanner.warnings[0].text), "el nombre no es UTF-8 válido: no se recorre");
+    EXPECT_EQ(S(scanner.warnings[1].path), At("n") + "/Caf\\xe9.tzx");
+    EXPECT_EQ(S(scanner.warnings[1].text), "el nombre no es UTF-8 válido: no se puede catalogar");
+
+    // A second run knows both files.
+    scanner.counters = {};
+    ASSERT_EQ(Scan(), Scanner::Result::Done);
+    EXPECT_EQ(Counts(scanner.counters), "3 3 0 0 2 0");
+    // Qt can't name them, so the temporary folder couldn't remove them.
+    std::filesystem::remove(bad);
+    std::filesystem::remove(S(root) + "/Ca\xF1"
+                                      "ada");
 }
 
 TEST_F(ScanTest, BoxesOfReadingAndRegisteringAreKeptAsWarningsWithThePath) {

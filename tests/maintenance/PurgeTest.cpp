@@ -131,6 +131,25 @@ TEST_F(PurgeTest, FilesMovedAwayOnDiskLoseTheirReferences) {
     EXPECT_TRUE(Names().empty());
 }
 
+TEST_F(PurgeTest, FilesSpelledInAnotherCaseOnDiskKeepTheirRows) {
+    // The scan keeps extensions in lower case; the disk keeps what it had.
+    File("ABADIA NEGRA", "tzx", 1, false);
+    WriteFile(disk.filePath("ABADIA NEGRA.TZX"), "x");
+    File("laberint", "sp", 1, false);
+    WriteFile(disk.filePath("LABERINT.SP"), "x");
+    // Two files that differ only in case, neither of them the row's.
+    File("ninja", "tzx", 1, false);
+    WriteFile(disk.filePath("Ninja.tzx"), "x");
+    WriteFile(disk.filePath("NINJA.tzx"), "x");
+    Open();
+    Purger purger;
+    ASSERT_TRUE(purger.Plan());
+    ASSERT_EQ(purger.missing.size(), 1u);
+    EXPECT_EQ(S(purger.missing[0].path), S(disk.path()) + "/ninja.tzx");
+    ASSERT_TRUE(purger.Run());
+    EXPECT_EQ(Names(), (std::vector<std::string>{"ABADIA NEGRA", "laberint"}));
+}
+
 TEST_F(PurgeTest, CommandLineListsAndDeletesOnlyWithYes) {
     Mixed();
     std::string out, err;

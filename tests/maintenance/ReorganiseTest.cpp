@@ -2,6 +2,7 @@
 // what stays behind, what the plan says beforehand, and the catalogue rows.
 
 #include "../catalogue/CatalogueFixture.h"
+#include "catalogue/Files.h"
 #include "cli/Commands.h"
 #include "maintenance/Ordena.h"
 #include "maintenance/Reorganiser.h"
@@ -225,6 +226,41 @@ TEST_F(ReorganiseTest, NothingIsOverwrittenAndWhatStaysIsCounted) {
     EXPECT_TRUE(Has(target + "/ninja2.tzx"));
     EXPECT_EQ(S(target), S(RowDir("ninja2")));
     EXPECT_TRUE(QFileInfo(target + "/Inlay").isDir());
+}
+
+TEST_F(ReorganiseTest, NamesThatDifferOnlyInCaseAreTwoFilesAndEverySideFolderIsLookedIn) {
+    // "Ninja.tzx" and "NINJA.TZX" side by side, each with its row, the
+    // second's extension kept in lower case as the scan keeps it.
+    Game("Ninja", "1985", 1, "Ninja.tzx");
+    const qint64 second = Game("NINJA", "1986", 1, "");
+    Sql(db,
+        "INSERT INTO tFiles (TitleId, FileName, Extension, PathIndex, HaveIt) VALUES "
+        "(?, 'NINJA', 'tzx', 1, 1)",
+        {second});
+    WriteFile(src + "/NINJA.TZX", "segunda");
+    // Two side folders in two cases, each with a screen.
+    Side("SCRSHOT", "NINJA.scr");
+    Side("ScrShot", "Ninja.scr");
+    Open();
+    EXPECT_EQ(S(src + "/ScrShot/Ninja.scr"), S(FindSideFile(src, SideKind::Screen, "Ninja")));
+    std::vector<ReorgTitle> titles;
+    ASSERT_TRUE(LoadReorgTitles(false, titles));
+    Reorganiser r;
+    r.Plan(out, SortBy::Year, titles);
+    ASSERT_EQ(Reorganiser::Result::Done, r.Run(true));
+    EXPECT_EQ(2, r.counters.Movidos);
+    EXPECT_EQ(2, r.counters.Laterales);
+    EXPECT_EQ(0, r.counters.Omitidos);
+    EXPECT_EQ(QByteArray("Ninja.tzx"), Contents(out + "/1985/Ninja.tzx"));
+    EXPECT_EQ(QByteArray("segunda"), Contents(out + "/1986/NINJA.TZX"));
+    EXPECT_EQ(QByteArray("Ninja.scr"), Contents(out + "/1985/Scrshot/Ninja.scr"));
+    EXPECT_EQ(QByteArray("NINJA.scr"), Contents(out + "/1986/Scrshot/NINJA.scr"));
+    EXPECT_TRUE(QDir(src).entryList(QDir::Files).isEmpty());
+    const auto rows = Sql(db, "SELECT FileName, GameDir FROM tFiles JOIN Paths ON "
+                              "tFiles.PathIndex = Paths.PathIndex ORDER BY FileId");
+    ASSERT_EQ(2u, rows.size());
+    EXPECT_EQ(S(out + "/1985"), S(rows[0][1].toString()));
+    EXPECT_EQ(S(out + "/1986"), S(rows[1][1].toString()));
 }
 
 TEST_F(ReorganiseTest, AFileWhoseRowCannotFollowGoesBack) {
