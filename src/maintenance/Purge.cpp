@@ -4,6 +4,7 @@
 #include "catalogue/Comunes.h"
 #include "catalogue/Records.h"
 #include "catalogue/Store.h"
+#include "platform/Spanish.h"
 #include "tape/Prompt.h"
 #include "tape/TZXFunct.h"
 
@@ -86,8 +87,7 @@ void Purger::Interactive() {
         Message m;
         m.text = QStringLiteral("Hay %1 referencias a archivos que no están en el disco, de %2. "
                                 "¿Borrarlas?")
-                     .arg(missing.size())
-                     .arg(total)
+                     .arg(Number(static_cast<qint64>(missing.size())), Number(total))
                      .toStdString();
         m.title = Comunes::kAppTitle.toStdString();
         m.icon = Icon::Exclamation;
@@ -103,7 +103,7 @@ void Purger::Interactive() {
         if (CurrentPrompt().Show(m) != Button::Yes) return;
         if (!Run()) return;
     }
-    Tell(QStringLiteral("acabado: %1 referencias borradas").arg(deleted));
+    Tell(QStringLiteral("acabado: %1 referencias borradas").arg(Number(deleted)));
 }
 
 } // namespace cintal

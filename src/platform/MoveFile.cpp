@@ -1,10 +1,11 @@
 #include "platform/MoveFile.h"
 
+#include "platform/ErrorText.h"
+
 #include <QFile>
 
 #include <cerrno>
 #include <cstdio>
-#include <cstring>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -14,7 +15,7 @@ namespace cintal::platform {
 namespace {
 
 bool Fail(QString* reason, int code) {
-    if (reason) *reason = QString::fromLocal8Bit(std::strerror(code));
+    if (reason) *reason = ErrorText(code);
     return false;
 }
 
