@@ -3,6 +3,7 @@
 #include "platform/FolderTree.h"
 
 #include "catalogue/Settings.h"
+#include "platform/Spanish.h"
 
 #include <QApplication>
 #include <QDir>
@@ -148,12 +149,12 @@ void BuscarDirs::CommandSelecciona_Click() {
 
 void BuscarDirs::ShowProgress(const Scanner& s) {
     const ScanCounters& c = s.counters;
-    LabelTotal->setText(QString::number(c.Total));
-    LabelParcial->setText(QString::number(c.Parcial));
-    LabelCreada->setText(QString::number(c.Creada));
-    LabelAgregada->setText(QString::number(c.Agregada));
-    LabelOmitida->setText(QString::number(c.Omitida));
-    LabelNwComp->setText(QString::number(c.NwComp));
+    LabelTotal->setText(Number(c.Total));
+    LabelParcial->setText(Number(c.Parcial));
+    LabelCreada->setText(Number(c.Creada));
+    LabelAgregada->setText(Number(c.Agregada));
+    LabelOmitida->setText(Number(c.Omitida));
+    LabelNwComp->setText(Number(c.NwComp));
     LabelTiempo->setText(Scanner::FormatElapsed(s.elapsedMs));
     LabelEstado->setText(s.Estado);
     // The lists fill as the walk finds folders and files.

@@ -4,6 +4,7 @@
 
 #include "catalogue/Settings.h"
 #include "platform/PathCase.h"
+#include "platform/Spanish.h"
 
 #include <QApplication>
 #include <QButtonGroup>
@@ -184,10 +185,10 @@ void FrmWosIn::CommandSelecciona_Click() {
 
 void FrmWosIn::ShowProgress(const WosImporter& w) {
     const WosCounters& c = w.counters;
-    LabelPaginas->setText(QString::number(c.Paginas));
-    LabelNuevos->setText(QString::number(c.Nuevos));
-    LabelExistentes->setText(QString::number(c.Existentes));
-    LabelNwComp->setText(QString::number(c.NwComp));
+    LabelPaginas->setText(Number(c.Paginas));
+    LabelNuevos->setText(Number(c.Nuevos));
+    LabelExistentes->setText(Number(c.Existentes));
+    LabelNwComp->setText(Number(c.NwComp));
     LabelTiempo->setText(Scanner::FormatElapsed(w.elapsedMs));
     Label1->setText(w.Label1);
     ProgressBar1->setRange(0, std::max(1, w.pagesTotal));

@@ -6,6 +6,7 @@
 #include "catalogue/Store.h"
 #include "catalogue/Titles.h"
 #include "platform/PathCase.h"
+#include "platform/Spanish.h"
 #include "tape/Prompt.h"
 #include "tape/TZXFunct.h"
 
@@ -162,7 +163,9 @@ Scanner::Result Scanner::Run(const QString& folder) {
         Store::ReportError(Store::LastError());
         return result;
     }
-    if (!warnings.empty()) Estado = QStringLiteral("Terminado: %1 avisos").arg(warnings.size());
+    if (!warnings.empty())
+        Estado = QStringLiteral("Terminado: %1 avisos")
+                     .arg(Number(static_cast<qint64>(warnings.size())));
     Tell();
     return result;
 }

@@ -5,11 +5,14 @@
 #include "catalogue/Records.h"
 #include "catalogue/Store.h"
 #include "catalogue/Titles.h"
+#include "platform/ErrorText.h"
 #include "platform/PathCase.h"
 #include "tape/Cp1252.h"
 #include "tape/Prompt.h"
 
 #include <QFile>
+#include <QFileInfo>
+#include <iterator>
 
 namespace cintal {
 
@@ -47,6 +50,77 @@ int EstadoOf(const QString& marker) {
     return 4;
 }
 
+// HTML's named entities for U+00A0 to U+00FF, in the order of their code.
+constexpr const char* kLatin1Entities[] = {
+    "nbsp",   "iexcl",  "cent",   "pound",  "curren", "yen",    "brvbar", "sect",   "uml",
+    "copy",   "ordf",   "laquo",  "not",    "shy",    "reg",    "macr",   "deg",    "plusmn",
+    "sup2",   "sup3",   "acute",  "micro",  "para",   "middot", "cedil",  "sup1",   "ordm",
+    "raquo",  "frac14", "frac12", "frac34", "iquest", "Agrave", "Aacute", "Acirc",  "Atilde",
+    "Auml",   "Aring",  "AElig",  "Ccedil", "Egrave", "Eacute", "Ecirc",  "Euml",   "Igrave",
+    "Iacute", "Icirc",  "Iuml",   "ETH",    "Ntilde", "Ograve", "Oacute", "Ocirc",  "Otilde",
+    "Ouml",   "times",  "Oslash", "Ugrave", "Uacute", "Ucirc",  "Uuml",   "Yacute", "THORN",
+    "szlig",  "agrave", "aacute", "acirc",  "atilde", "auml",   "aring",  "aelig",  "ccedil",
+    "egrave", "eacute", "ecirc",  "euml",   "igrave", "iacute", "icirc",  "iuml",   "eth",
+    "ntilde", "ograve", "oacute", "ocirc",  "otilde", "ouml",   "divide", "oslash", "ugrave",
+    "uacute", "ucirc",  "uuml",   "yacute", "thorn",  "yuml"};
+static_assert(std::size(kLatin1Entities) == 96);
+
+// The character an entity's name (between "&" and ";") stands for, or 0 for a
+// name that isn't one.
+char32_t EntityChar(QStringView name) {
+    char32_t c = 0;
+    if (name.startsWith(QLatin1Char('#'))) {
+        const bool hex =
+            name.size() > 1 && (name[1] == QLatin1Char('x') || name[1] == QLatin1Char('X'));
+        bool ok = false;
+        const uint n = name.mid(hex ? 2 : 1).toUInt(&ok, hex ? 16 : 10);
+        if (!ok || n == 0 || n > 0x10FFFF || (n >= 0xD800 && n <= 0xDFFF)) return 0;
+        c = n;
+        // Pages written on Windows number the characters of its code page.
+        if (c >= 0x80 && c <= 0x9F) {
+            const char byte = static_cast<char>(c);
+            c = QString::fromStdString(Cp1252ToUtf8(std::string_view(&byte, 1))).toUcs4().value(0);
+        }
+    } else if (name == QLatin1String("amp")) {
+        c = '&';
+    } else if (name == QLatin1String("lt")) {
+        c = '<';
+    } else if (name == QLatin1String("gt")) {
+        c = '>';
+    } else if (name == QLatin1String("quot")) {
+        c = '"';
+    } else if (name == QLatin1String("apos")) {
+        c = '\'';
+    } else {
+        for (std::size_t i = 0; i < std::size(kLatin1Entities); ++i)
+            if (name == QLatin1String(kLatin1Entities[i])) c = static_cast<char32_t>(0xA0 + i);
+    }
+    // The columns are padded with blanks: a hard space is one of them.
+    return c == 0xA0 ? U' ' : c;
+}
+
+// The line as a browser shows it: each entity is the one character it stands
+// for. One that isn't known stays as it is written.
+QString DecodeEntities(const QString& line) {
+    if (!line.contains(QLatin1Char('&'))) return line;
+    QString out;
+    out.reserve(line.size());
+    for (qsizetype i = 0; i < line.size();) {
+        if (line[i] == QLatin1Char('&')) {
+            const qsizetype semi = line.indexOf(QLatin1Char(';'), i + 1);
+            if (semi > i + 1 && semi - i <= 10) {
+                if (const char32_t c = EntityChar(QStringView(line).mid(i + 1, semi - i - 1))) {
+                    out += QString::fromUcs4(&c, 1);
+                    i = semi + 1;
+                    continue;
+                }
+            }
+        }
+        out += line[i++];
+    }
+    return out;
+}
+
 QString VariantText(const Variant& v) {
     if (const auto* s = std::get_if<std::string>(&v)) return QString::fromStdString(*s);
     if (const auto* d = std::get_if<double>(&v)) return QString::number(*d, 'f', 0);
@@ -55,7 +129,10 @@ QString VariantText(const Variant& v) {
 
 } // namespace
 
-QString ParseWosText(const QString& page, WosPageInfo* info) {
+QString ParseWosText(const QString& saved, WosPageInfo* info) {
+    // A page saved on Windows ends its lines in carriage return and line feed.
+    QString page = saved;
+    page.replace(kCrLf, QStringLiteral("\n"));
     WosPageInfo scratch;
     WosPageInfo& out = info ? *info : scratch;
     out.found = true;
@@ -100,6 +177,8 @@ QString ParseWosText(const QString& page, WosPageInfo* info) {
         }
         l = l.mid(l.indexOf(QLatin1Char('>')) + 1);
         if (const qsizetype a = l.indexOf(kEndLink); a >= 0) l.remove(a, kEndLink.size());
+        // The columns are the visible characters: an entity is one.
+        l = DecodeEntities(l);
         if (l.contains(kSpeech)) {
             l.replace(kSpeech, QString(kSpeech.size(), QLatin1Char(' ')));
             l += QLatin1String(" 1");
@@ -124,10 +203,33 @@ QString ParseWosPage(const QString& file, WosPageInfo* info) {
     WosPageInfo scratch;
     WosPageInfo& out = info ? *info : scratch;
     out = {};
-    QFile f(file);
+    const QFileInfo about(file);
     // A letter without entries has no page: passed over in silence.
-    if (!f.open(QIODevice::ReadOnly)) return {};
-    const QByteArray bytes = f.readAll();
+    if (!about.exists()) return {};
+    out.found = true;
+    // Only a file of the disk is a page: a pipe would wait for a writer
+    // forever, and a device such as /dev/zero never ends.
+    if (!about.isFile()) {
+        out.refused = QStringLiteral("no es un archivo normal y no se lee");
+        return {};
+    }
+    const QString tooLarge =
+        QStringLiteral("mide más de %1 MB y no se lee").arg(kWosPageLimit / (1024 * 1024));
+    if (about.size() > kWosPageLimit) {
+        out.refused = tooLarge;
+        return {};
+    }
+    QFile f(file);
+    if (!f.open(QIODevice::ReadOnly)) {
+        out.refused = QStringLiteral("no se puede leer: ") + ErrorText(f);
+        return {};
+    }
+    // The size told beforehand may have changed since.
+    const QByteArray bytes = f.read(kWosPageLimit + 1);
+    if (bytes.size() > kWosPageLimit) {
+        out.refused = tooLarge;
+        return {};
+    }
     const std::string utf8 = Cp1252ToUtf8(std::string_view(bytes.constData(), bytes.size()));
     return ParseWosText(QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size())), &out);
 }
@@ -186,8 +288,12 @@ WosImporter::Result WosImporter::Run(const QString& folder) {
             // The pages were saved from a site whose names are lower case; a
             // copy that went through a system ignoring case may spell them
             // otherwise.
-            const QString file =
-                platform::FindInFolders(root, QString::fromLatin1(kind.name), name);
+            QString file = platform::FindInFolders(root, QString::fromLatin1(kind.name), name);
+            // Something that is not a file under the page's own name is told,
+            // not passed over as a missing page.
+            if (const QString exact = root + '/' + QString::fromLatin1(kind.name) + '/' + name;
+                file.isEmpty() && QFileInfo::exists(exact))
+                file = exact;
             if (!file.isEmpty() && !ImportWosPage(file, kind.state)) {
                 Store::Rollback();
                 Comunes::ReloadRegisters();
@@ -208,6 +314,10 @@ bool WosImporter::ImportWosPage(const QString& file, int state) {
     WosPageInfo info;
     const QString text = Comunes::ParseWosPage(file, &info);
     if (!info.found) return true;
+    if (!info.refused.isEmpty()) {
+        warnings.push_back({file, info.refused});
+        return true;
+    }
     ++counters.Paginas;
     if (!info.table) warnings.push_back({file, QStringLiteral("no tiene tabla <PRE>")});
     for (int line : info.leftOut)

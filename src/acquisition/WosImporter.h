@@ -33,9 +33,13 @@ inline constexpr int kWosPagesPerFolder = 27;
 // The width of a record once a line is normalised, line end included.
 inline constexpr int kWosRecord = 120;
 
+// The largest page read; the archive's largest is a few hundred kilobytes.
+inline constexpr qint64 kWosPageLimit = 16 * 1024 * 1024;
+
 // What the parser found in one page, beside its records.
 struct WosPageInfo {
     bool found = false; // the file was there
+    QString refused;    // why it was not read, when it wasn't
     bool table = false; // it held a "<PRE>" ... "</PRE>" pair
     // Lines whose record would not have been 120 wide, by their line number
     // in the file: they are left out so that the records after them stay in
@@ -89,7 +93,8 @@ private:
 };
 
 // The records of a page's text, already decoded: each line of the table
-// between the first "<PRE>" and the last "</PRE>" stripped of its mark-up,
+// between the first "<PRE>" and the last "</PRE>" stripped of its mark-up and
+// its entities,
 // with its availability marker and speech flag behind it, 120 characters
 // with its line end.
 QString ParseWosText(const QString& page, WosPageInfo* info = nullptr);
@@ -97,7 +102,8 @@ QString ParseWosText(const QString& page, WosPageInfo* info = nullptr);
 namespace Comunes {
 
 // The records of the page in the file (Windows-1252), or empty when the file
-// is missing or holds no table.
+// is missing, is no regular file, is larger than kWosPageLimit or holds no
+// table.
 QString ParseWosPage(const QString& file, WosPageInfo* info = nullptr);
 
 // Adds the title that CurInfo and CurName describe unless FindTitle finds it:

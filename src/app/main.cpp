@@ -1,6 +1,7 @@
 #include "platform/DesktopShell.h"
 #include "platform/Memory.h"
 #include "platform/QtPrompt.h"
+#include "platform/Spanish.h"
 #include "tape/Prompt.h"
 #include "views/Pictures.h"
 #include "views/Principal.h"
@@ -12,6 +13,10 @@ int main(int argc, char** argv) {
     QApplication app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Cintal"));
     QApplication::setWindowIcon(cintal::Pictures::AppIcon());
+    // Qt's own dialogs and buttons, and the numbers, in Spanish whatever the
+    // machine's language; without the translations Qt's texts stay English.
+    cintal::UseSpanish();
+    cintal::LoadQtSpanish();
     cintal::QtPrompt prompt;
     cintal::SetPrompt(&prompt);
     cintal::DesktopShell shell;

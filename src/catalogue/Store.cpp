@@ -1,5 +1,6 @@
 #include "catalogue/Store.h"
 
+#include "platform/ErrorText.h"
 #include "tape/Prompt.h"
 
 #include <QFileInfo>
@@ -85,11 +86,6 @@ int failures = 0;
 int depth = 0;
 
 const QStringList kTables = {"Titles", "tFiles", "Paths", "Publishers"};
-
-QString ErrorText(const QSqlError& e) {
-    QString t = e.databaseText().isEmpty() ? e.text() : e.databaseText();
-    return t.isEmpty() ? QStringLiteral("error desconocido") : t;
-}
 
 bool Pragmas(const QSqlDatabase& db, QString* reason) {
     QSqlQuery q(db);

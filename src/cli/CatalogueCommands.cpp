@@ -7,6 +7,7 @@
 #include "catalogue/Store.h"
 #include "catalogue/Titles.h"
 #include "cli/Arguments.h"
+#include "platform/Spanish.h"
 
 #include <QFileInfo>
 #include <QString>
@@ -133,12 +134,12 @@ int Scan(const std::vector<std::string>& args, std::ostream& out, std::ostream& 
     Scanner scanner;
     const Scanner::Result result = scanner.Run(QFileInfo(folder).absoluteFilePath());
     const ScanCounters& c = scanner.counters;
-    out << "Total encontrados: " << c.Total << "\n"
-        << "Total procesados: " << c.Parcial << "\n"
-        << "A entradas nuevas: " << c.Creada << "\n"
-        << "A entradas existentes: " << c.Agregada << "\n"
-        << "Archivos omitidos: " << c.Omitida << "\n"
-        << "Compañías agregadas: " << c.NwComp << "\n"
+    out << "Total encontrados: " << Number(c.Total).toStdString() << "\n"
+        << "Total procesados: " << Number(c.Parcial).toStdString() << "\n"
+        << "A entradas nuevas: " << Number(c.Creada).toStdString() << "\n"
+        << "A entradas existentes: " << Number(c.Agregada).toStdString() << "\n"
+        << "Archivos omitidos: " << Number(c.Omitida).toStdString() << "\n"
+        << "Compañías agregadas: " << Number(c.NwComp).toStdString() << "\n"
         << "Tiempo empleado: " << Scanner::FormatElapsed(scanner.elapsedMs).toStdString() << "\n"
         << scanner.Estado.toStdString() << "\n";
     for (const ScanWarning& w : scanner.warnings)
@@ -159,10 +160,10 @@ int Import(const std::vector<std::string>& args, std::ostream& out, std::ostream
     WosImporter importer;
     const WosImporter::Result result = importer.Run(root);
     const WosCounters& c = importer.counters;
-    out << "Páginas leídas: " << c.Paginas << "\n"
-        << "Títulos nuevos: " << c.Nuevos << "\n"
-        << "Títulos existentes: " << c.Existentes << "\n"
-        << "Compañías agregadas: " << c.NwComp << "\n"
+    out << "Páginas leídas: " << Number(c.Paginas).toStdString() << "\n"
+        << "Títulos nuevos: " << Number(c.Nuevos).toStdString() << "\n"
+        << "Títulos existentes: " << Number(c.Existentes).toStdString() << "\n"
+        << "Compañías agregadas: " << Number(c.NwComp).toStdString() << "\n"
         << "Tiempo empleado: " << Scanner::FormatElapsed(importer.elapsedMs).toStdString() << "\n";
     for (const ScanWarning& w : importer.warnings)
         err << w.path.toStdString() << ": " << w.text.toStdString() << "\n";

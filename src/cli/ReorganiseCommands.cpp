@@ -8,6 +8,7 @@
 #include "catalogue/Store.h"
 #include "maintenance/Renamer.h"
 #include "maintenance/Reorganiser.h"
+#include "platform/Spanish.h"
 #include "tape/Prompt.h"
 
 #include <QFileInfo>
@@ -79,11 +80,11 @@ int Reorganise(const std::vector<std::string>& args, std::ostream& out, std::ost
         return 1;
     }
     const ReorgCounters& c = reorganiser.counters;
-    out << "Títulos: " << c.Titulos << "\n"
-        << "Archivos movidos: " << c.Movidos << "\n"
-        << "Archivos laterales movidos: " << c.Laterales << "\n"
-        << "Omitidos: " << c.Omitidos << "\n"
-        << "Fallidos: " << c.Fallidos << "\n";
+    out << "Títulos: " << Number(c.Titulos).toStdString() << "\n"
+        << "Archivos movidos: " << Number(c.Movidos).toStdString() << "\n"
+        << "Archivos laterales movidos: " << Number(c.Laterales).toStdString() << "\n"
+        << "Omitidos: " << Number(c.Omitidos).toStdString() << "\n"
+        << "Fallidos: " << Number(c.Fallidos).toStdString() << "\n";
     for (const QString& note : reorganiser.notes)
         err << note.toStdString() << "\n";
     return c.Fallidos > 0 ? 1 : 0;

@@ -8,6 +8,7 @@
 #include "catalogue/Titles.h"
 #include "platform/KeyFilter.h"
 #include "platform/PathCase.h"
+#include "platform/Spanish.h"
 #include "tape/Prompt.h"
 #include "views/ComboAutoComplete.h"
 #include "views/Grids.h"
@@ -594,15 +595,14 @@ void Info::SetupGridTZX(Grid& grid) {
 
 void Info::WriteBlockRow(Grid& grid, int r, const Inspector::BlockRow& b,
                          std::optional<QColor> back) {
-    static const QLocale locale;
     // The number and the description take the grid's own alignment, not
     // their headers'.
     grid.CellDetails(r, 1, QString::number(b.number), Grid::AlignLeft, -1, back);
     grid.CellDetails(r, 2, QString::number(b.id), Grid::AlignRight, -1, back);
     grid.CellDetails(r, 3, b.kind, Grid::AlignDefault, -1, back);
     grid.CellDetails(r, 4, b.descr, Grid::AlignLeft, -1, back);
-    grid.CellDetails(r, 5, locale.toString(b.start), Grid::AlignRight, -1, back);
-    grid.CellDetails(r, 6, locale.toString(b.end), Grid::AlignRight, -1, back);
+    grid.CellDetails(r, 5, Number(b.start), Grid::AlignRight, -1, back);
+    grid.CellDetails(r, 6, Number(b.end), Grid::AlignRight, -1, back);
 }
 
 void Info::GridTZX_SelectionChange() {
@@ -802,8 +802,8 @@ bool Info::SaveTapeAndRow() {
         coloured("ColLanguage", saved.idLang, Grid::AlignCenter, icon(QStringLiteral("UNK")));
     const OriginMark origin = DecodeOrigin(saved.origin);
     coloured("ColOrigin", origin.text, Grid::AlignDefault, icon(origin.icon));
-    GridFiles->CellDetails(row, GridFiles->ColumnIndex("ColSize"),
-                           QLocale().toString(saved.fileSize) + "  ", Grid::AlignRight);
+    GridFiles->CellDetails(row, GridFiles->ColumnIndex("ColSize"), Number(saved.fileSize) + "  ",
+                           Grid::AlignRight);
     return saved.written;
 }
 

@@ -4,6 +4,7 @@
 #include "catalogue/Records.h"
 #include "catalogue/Store.h"
 #include "catalogue/Titles.h"
+#include "platform/Spanish.h"
 #include "tape/Prompt.h"
 #include "tape/TZXFunct.h"
 
@@ -351,7 +352,7 @@ QString Inspector::HexView(std::string_view bytes) {
         out += QStringLiteral("%1  %2 %3\n").arg(row, 4, 16, QLatin1Char('0')).arg(hex, ascii);
     }
     if (bytes.size() > kShown)
-        out += QStringLiteral("... %1 bytes más\n").arg(bytes.size() - kShown);
+        out += QStringLiteral("... %1 bytes más\n").arg(Number(bytes.size() - kShown));
     return out;
 }
 
@@ -363,8 +364,8 @@ Inspector::BlockPreview Inspector::Preview(int block) const {
     if (c.kind == ContentKind::None) return preview;
     const std::string_view bytes = ContentBytes(*b, c);
     preview.extractable = true;
-    preview.line = QString::fromStdString(ContentKindName(c.kind)) + ", " +
-                   QString::number(bytes.size()) + " bytes";
+    preview.line =
+        QString::fromStdString(ContentKindName(c.kind)) + ", " + Number(bytes.size()) + " bytes";
     if (c.checksum != Checksum::None)
         preview.line += ", suma " + QString::fromStdString(ChecksumText(c.checksum));
     switch (c.kind) {

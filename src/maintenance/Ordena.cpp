@@ -2,6 +2,7 @@
 
 #include "catalogue/Comunes.h"
 #include "platform/Grid.h"
+#include "platform/Spanish.h"
 #include "tape/Prompt.h"
 #include "views/Grids.h"
 
@@ -177,11 +178,11 @@ std::vector<ReorgTitle> Ordena::ListedTitles() {
 }
 
 void Ordena::ShowCounters(const Reorganiser& r) {
-    LabelTitulos->setText(QString::number(r.counters.Titulos));
-    LabelMovidos->setText(QString::number(r.counters.Movidos));
-    LabelLaterales->setText(QString::number(r.counters.Laterales));
-    LabelOmitidos->setText(QString::number(r.counters.Omitidos));
-    LabelFallidos->setText(QString::number(r.counters.Fallidos));
+    LabelTitulos->setText(Number(r.counters.Titulos));
+    LabelMovidos->setText(Number(r.counters.Movidos));
+    LabelLaterales->setText(Number(r.counters.Laterales));
+    LabelOmitidos->setText(Number(r.counters.Omitidos));
+    LabelFallidos->setText(Number(r.counters.Fallidos));
     ProgressBar1->setRange(0, std::max(1, r.titlesTotal));
     ProgressBar1->setValue(static_cast<int>(r.counters.Titulos));
 }

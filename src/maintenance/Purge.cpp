@@ -5,6 +5,7 @@
 #include "catalogue/Records.h"
 #include "catalogue/Store.h"
 #include "platform/PathCase.h"
+#include "platform/Spanish.h"
 #include "tape/Prompt.h"
 #include "tape/TZXFunct.h"
 
@@ -91,8 +92,7 @@ void Purger::Interactive() {
         Message m;
         m.text = QStringLiteral("Hay %1 referencias a archivos que no están en el disco, de %2. "
                                 "¿Borrarlas?")
-                     .arg(missing.size())
-                     .arg(total)
+                     .arg(Number(static_cast<qint64>(missing.size())), Number(total))
                      .toStdString();
         m.title = Comunes::kAppTitle.toStdString();
         m.icon = Icon::Exclamation;
@@ -108,7 +108,7 @@ void Purger::Interactive() {
         if (CurrentPrompt().Show(m) != Button::Yes) return;
         if (!Run()) return;
     }
-    Tell(QStringLiteral("acabado: %1 referencias borradas").arg(deleted));
+    Tell(QStringLiteral("acabado: %1 referencias borradas").arg(Number(deleted)));
 }
 
 } // namespace cintal

@@ -5,6 +5,7 @@
 #include "catalogue/Records.h"
 #include "catalogue/Store.h"
 #include "platform/PathCase.h"
+#include "platform/Spanish.h"
 #include "tape/Prompt.h"
 #include "tape/TZXFunct.h"
 #include "tape/TZXTape.h"
@@ -115,7 +116,7 @@ bool TitleMover::Run() {
 
 QString TitleMover::Summary() const {
     QString text = moved == 1 ? QStringLiteral("1 archivo movido")
-                              : QStringLiteral("%1 archivos movidos").arg(moved);
+                              : QStringLiteral("%1 archivos movidos").arg(Number(moved));
     if (!failures.empty()) {
         text += QStringLiteral("; no se movieron:");
         for (const Failure& f : failures)

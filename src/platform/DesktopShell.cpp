@@ -1,5 +1,7 @@
 #include "platform/DesktopShell.h"
 
+#include "platform/ErrorText.h"
+
 #include <QDesktopServices>
 #include <QProcess>
 #include <QUrl>
@@ -19,7 +21,7 @@ bool DesktopShell::Start(const QString& program, const QStringList& arguments, Q
     process.setProgram(program);
     process.setArguments(arguments);
     if (process.startDetached()) return true;
-    if (reason) *reason = process.errorString();
+    if (reason) *reason = ErrorText(process);
     return false;
 }
 

@@ -1,11 +1,12 @@
 #include "platform/MoveFile.h"
 
+#include "platform/ErrorText.h"
+
 #include <QFile>
 #include <QFileInfo>
 
 #include <cerrno>
 #include <cstdio>
-#include <cstring>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -15,7 +16,7 @@ namespace cintal::platform {
 namespace {
 
 bool Fail(QString* reason, int code) {
-    if (reason) *reason = QString::fromLocal8Bit(std::strerror(code));
+    if (reason) *reason = ErrorText(code);
     return false;
 }
 

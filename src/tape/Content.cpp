@@ -112,16 +112,10 @@ struct Header {
     std::uint32_t param2 = 0;
 };
 
-const std::string_view kCustomScreen = "Spectrum Screen ";
-const std::string_view kCustomPicture = "Picture         ";
-const std::string_view kCustomText = "Instructions    ";
-const std::string_view kCustomZxEdit = "ZX-Edit document";
-const std::string_view kCustomPokes = "POKEs           ";
-
 BlockContent CustomContent(const Piece& p) {
     BlockContent c;
     if (p.bytes.size() < 21) return c;
-    const std::string_view id = p.bytes.substr(1, 16);
+    const detail::CustomId id = detail::CustomIdOf(p.bytes.substr(1, 16));
     const std::size_t body = 21;
     const std::size_t held = std::min<std::size_t>(U32(p.bytes, 17), p.bytes.size() - body);
     if (held == 0) return c;
@@ -130,7 +124,7 @@ BlockContent CustomContent(const Piece& p) {
     c.offset = body;
     c.length = held;
     c.extension = "bin";
-    if (id == kCustomScreen) {
+    if (id == detail::CustomId::Screen) {
         // Description length, description, border, then the screen.
         const std::size_t at = 2 + U8(data, 0);
         if (held >= at + kScreenSize) {
@@ -139,7 +133,7 @@ BlockContent CustomContent(const Piece& p) {
             c.length = kScreenSize;
             c.extension = "scr";
         }
-    } else if (id == kCustomPicture) {
+    } else if (id == detail::CustomId::Picture) {
         // Format, description length, description, then the picture.
         const std::size_t at = 2 + U8(data, 1);
         if (held > at) {
@@ -148,12 +142,12 @@ BlockContent CustomContent(const Piece& p) {
             c.length = held - at;
             c.extension = U8(data, 0) == 0 ? "gif" : "jpg";
         }
-    } else if (id == kCustomText) {
+    } else if (id == detail::CustomId::Text) {
         c.kind = ContentKind::Text;
         c.extension = "txt";
-    } else if (id == kCustomZxEdit) {
+    } else if (id == detail::CustomId::ZxEdit) {
         c.extension = "zed";
-    } else if (id == kCustomPokes) {
+    } else if (id == detail::CustomId::Pokes) {
         c.extension = "pok";
     }
     return c;

@@ -76,26 +76,46 @@ void CustomText(const View& v, std::int64_t len, std::string& out) {
     std::string_view id = v.Bytes(1, 16);
     // The data as far as both the block and the image go; missing bytes read 0.
     View data(v.Bytes(21, len), 0);
-    if (id == "POKEs           ") {
+    switch (CustomIdOf(id)) {
+    case CustomId::Pokes:
         out = "Pokes";
-    } else if (id == "Instructions    ") {
+        break;
+    case CustomId::Text:
         out = "Instrucciones";
-    } else if (id == "ZX-Edit document") {
+        break;
+    case CustomId::ZxEdit:
         out = "ZX-EDIT Doc";
-    } else if (id == "Spectrum Screen ") {
+        break;
+    case CustomId::Screen: {
         std::uint32_t n = data.U8(0);
         out = "Archivo scr:  ";
         out += n == 0 ? std::string_view("Pantalla de carga") : data.Bytes(1, n);
-    } else if (id == "Picture         ") {
+        break;
+    }
+    case CustomId::Picture: {
         out = data.U8(0) == 0 ? "Imagen Gif: " : "Imagen Jpeg: ";
         std::uint32_t n = data.U8(1);
         out += n == 0 ? std::string_view("Car\xE1tula de la cinta") : data.Bytes(2, n);
-    } else {
+        break;
+    }
+    case CustomId::Other:
         out = id;
+        break;
     }
 }
 
 } // namespace
+
+CustomId CustomIdOf(std::string_view id) {
+    while (!id.empty() && (id.back() == ' ' || id.back() == '\0'))
+        id.remove_suffix(1);
+    if (id == "Spectrum Screen") return CustomId::Screen;
+    if (id == "Picture") return CustomId::Picture;
+    if (id == "Instructions") return CustomId::Text;
+    if (id == "ZX-Edit document") return CustomId::ZxEdit;
+    if (id == "POKEs") return CustomId::Pokes;
+    return CustomId::Other;
+}
 
 Decoded DecodeBlock(std::string_view image, std::size_t start, DecodeState& st,
                     ArchiveInfo* archive) {

@@ -27,6 +27,12 @@ struct Decoded {
     std::string descr;
 };
 
+// What a custom info block carries, told by its 16-character id. Tools pad
+// the name differently ("Picture" followed by blanks, or by blanks and a NUL),
+// so blanks and NULs at its end don't count.
+enum class CustomId { Screen, Picture, Text, ZxEdit, Pokes, Other };
+CustomId CustomIdOf(std::string_view id);
+
 // Decodes the block whose id stands at image[start]. Archive texts go to
 // archive when it is not null.
 Decoded DecodeBlock(std::string_view image, std::size_t start, DecodeState& state,

@@ -7,6 +7,8 @@
 #include <cstdio>
 #include <ctime>
 #include <filesystem>
+#include <string>
+#include <utility>
 
 namespace cintal::detail {
 
@@ -85,16 +87,59 @@ FileOpsScope::~FileOpsScope() {
 }
 
 std::string ReasonOf(std::error_code ec) {
-    if (ec == std::errc::permission_denied || ec == std::errc::operation_not_permitted)
-        return "permiso denegado";
-    if (ec == std::errc::no_such_file_or_directory) return "no existe";
-    if (ec == std::errc::no_space_on_device) return "no queda espacio en el disco";
-    if (ec == std::errc::read_only_file_system) return "el disco es de sólo lectura";
-    if (ec == std::errc::file_exists) return "ya existe";
-    if (ec == std::errc::is_a_directory) return "es una carpeta";
-    if (ec == std::errc::not_a_directory) return "la carpeta no existe";
-    if (ec == std::errc::io_error) return "error de lectura o escritura en el disco";
-    return ec.message();
+    // The system's own texts are in English whatever the user's language.
+    using std::errc;
+    static const std::pair<errc, const char*> kReasons[] = {
+        {errc::permission_denied, "permiso denegado"},
+        {errc::operation_not_permitted, "permiso denegado"},
+        {errc::no_such_file_or_directory, "no existe"},
+        {errc::no_space_on_device, "no queda espacio en el disco"},
+        {errc::read_only_file_system, "el disco es de sólo lectura"},
+        {errc::file_exists, "ya existe"},
+        {errc::is_a_directory, "es una carpeta"},
+        {errc::not_a_directory, "la carpeta no existe"},
+        {errc::io_error, "error de lectura o escritura en el disco"},
+        {errc::directory_not_empty, "la carpeta no está vacía"},
+        {errc::cross_device_link, "está en otro disco"},
+        {errc::file_too_large, "el archivo es demasiado grande"},
+        {errc::filename_too_long, "el nombre es demasiado largo"},
+        {errc::too_many_files_open, "hay demasiados archivos abiertos"},
+        {errc::too_many_files_open_in_system, "hay demasiados archivos abiertos"},
+        {errc::too_many_links, "hay demasiados enlaces"},
+        {errc::too_many_symbolic_link_levels, "hay demasiados enlaces simbólicos"},
+        {errc::not_enough_memory, "no queda memoria"},
+        {errc::device_or_resource_busy, "el dispositivo o el recurso está ocupado"},
+        {errc::text_file_busy, "el archivo está en uso"},
+        {errc::resource_unavailable_try_again, "el recurso no está disponible ahora"},
+        {errc::no_such_device, "el dispositivo no existe"},
+        {errc::no_such_device_or_address, "el dispositivo no existe"},
+        {errc::invalid_argument, "argumento no válido"},
+        {errc::bad_file_descriptor, "el archivo no está abierto"},
+        {errc::broken_pipe, "la tubería está rota"},
+        {errc::interrupted, "la operación se ha interrumpido"},
+        {errc::function_not_supported, "el sistema no admite esta operación"},
+        {errc::operation_not_supported, "el sistema no admite esta operación"},
+        {errc::not_supported, "el sistema no admite esta operación"},
+        {errc::timed_out, "se ha agotado el tiempo de espera"},
+        {errc::invalid_seek, "no se puede posicionar en el archivo"},
+        {errc::executable_format_error, "no es un programa que se pueda ejecutar"},
+        {errc::argument_list_too_long, "la lista de argumentos es demasiado larga"},
+        {errc::value_too_large, "el valor es demasiado grande"},
+        {errc::no_lock_available, "no se puede bloquear el archivo"},
+        {errc::resource_deadlock_would_occur, "no se puede bloquear el archivo"},
+        {errc::connection_refused, "conexión rechazada"},
+        {errc::connection_reset, "la conexión se ha cortado"},
+        {errc::network_unreachable, "no hay conexión con la red"},
+        {errc::host_unreachable, "no hay conexión con el equipo"},
+        {errc::no_child_process, "no existe el proceso"},
+        {errc::no_such_process, "no existe el proceso"},
+        {errc::illegal_byte_sequence, "el nombre tiene caracteres no válidos"},
+        {errc::operation_canceled, "la operación se ha cancelado"},
+    };
+    if (!ec) return "sin error";
+    for (const auto& [code, text] : kReasons)
+        if (ec == code) return text;
+    return "error del sistema número " + std::to_string(ec.value());
 }
 
 bool SameNameIgnoringCase(std::string_view a, std::string_view b) {

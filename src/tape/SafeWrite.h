@@ -52,7 +52,8 @@ private:
 bool WriteTempFile(const std::string& dir, std::string_view bytes, const std::string& avoid,
                    std::string& tempPath, std::string& reason);
 
-// The reason of a failed file operation, in Spanish.
+// The reason of a failed file operation, in Spanish, never in the system's
+// English: a code without a text of its own is told by its number.
 std::string ReasonOf(std::error_code ec);
 
 bool RemoveFile(const std::string& path, std::string& reason);

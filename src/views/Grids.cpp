@@ -4,6 +4,7 @@
 #include "catalogue/Comunes.h"
 #include "catalogue/Files.h"
 #include "catalogue/Titles.h"
+#include "platform/Spanish.h"
 
 #include <QApplication>
 #include <QCheckBox>
@@ -41,8 +42,7 @@ QString TitlesCaption(qint64 found, qint64 shown) {
         .arg(Comunes::kVersionMajor)
         .arg(Comunes::kVersionMinor)
         .arg(Comunes::kVersionRevision)
-        .arg(found)
-        .arg(shown);
+        .arg(Number(found), Number(shown));
 }
 
 void SetupGridTitles(Grid& grid) {
@@ -121,7 +121,7 @@ void FillTitles(const TitleWindow& frm, const QString& clause) {
         grid.CellDetails(i, colHaveIt, r.HaveIt ? QStringLiteral("1") : QStringLiteral("0"));
         if (Splash && (i == count || !counted.isValid() || counted.elapsed() >= 25)) {
             Splash->SetHeading(heading);
-            Splash->SetCount(QStringLiteral("%1/%2").arg(i).arg(count));
+            Splash->SetCount(QStringLiteral("%1/%2").arg(Number(i), Number(count)));
             counted.start();
         }
         Breathe();
@@ -213,7 +213,6 @@ void FillFiles(const QString& titleId, Grid& grid) {
     const int colMemory = grid.ColumnIndex("ColMemory");
     const int colOrigin = grid.ColumnIndex("ColOrigin");
     const QString yes = QStringLiteral("SÍ"), no = QStringLiteral("NO");
-    const QLocale locale;
     const int d = Grid::AlignDefault;
 
     int i = 0;
@@ -231,7 +230,7 @@ void FillFiles(const QString& titleId, Grid& grid) {
         cell(colPlayers, players);
         cell(colJoysticks, r.Joysticks);
         cell(colLoadSchema, r.LoadSchema);
-        cell(colSize, locale.toString(r.FileSize) + "  ", Grid::AlignRight);
+        cell(colSize, Number(r.FileSize) + "  ", Grid::AlignRight);
         cell(colIcono, QString(), d, icon(r.Extension.toUpper()));
         cell(colPath, Comunes::PathTable.Dir(r.PathIndex), Grid::AlignLeft);
         cell(colPathIndex, QString::number(r.PathIndex), Grid::AlignLeft);

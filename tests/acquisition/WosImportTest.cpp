@@ -14,6 +14,7 @@
 #include <QCheckBox>
 #include <QCoreApplication>
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
 #include <QLabel>
 #include <QListWidget>
@@ -21,6 +22,9 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <regex>
+#ifdef Q_OS_UNIX
+#include <sys/stat.h>
+#endif
 #include <sstream>
 
 namespace cintal::test {
@@ -33,13 +37,18 @@ std::string Pad(std::string text, std::size_t width) {
     return text;
 }
 
+// The width a browser shows: an entity is one character.
+std::size_t Shown(const std::string& text) {
+    return std::regex_replace(text, std::regex("&#?\\w+;"), "_").size();
+}
+
 // An entry with its link: 112 characters once the link's tags are gone. Texts
 // are Windows-1252.
 std::string Row(const std::string& title, const std::string& year, const std::string& publisher,
                 const std::string& type = "Arcade", const std::string& gap = "") {
     return "<A HREF=\"../infoseek/0000123.html\">" + title + "</A>" +
-           std::string(43 - title.size(), ' ') + Pad(gap, 9) + Pad(year, 4) + ' ' +
-           Pad(publisher, 36) + " Eng 48K    " + Pad(type, 7);
+           std::string(43 - Shown(title), ' ') + Pad(gap, 9) + Pad(year, 4) + ' ' + publisher +
+           std::string(36 - Shown(publisher), ' ') + " Eng 48K    " + Pad(type, 7);
 }
 std::string Plain(const std::string& row) {
     return row + '\n';
@@ -289,6 +298,51 @@ TEST_F(WosTest, PagesAndLinesThatCannotBeReadAreWarnedAndTheRestIsImported) {
                                "Knight Lore|1984|3|Arcade|4|0|1|0"}));
     EXPECT_EQ(Counts(), "4 3 0 3");
     EXPECT_TRUE(prompt.shown.empty());
+}
+
+TEST_F(WosTest, PagesSavedOnWindowsAndEntitiesKeepTheirColumns) {
+    Open();
+    Put("games/x.html",
+        std::regex_replace(Page(Plain(Row("Xenon &amp; Co", "1988", "Melbourne House")) +
+                                Bold(Row("&lt;Xyzzy&gt;", "1989", "Ocean &amp; Imagine")) +
+                                Plain(Row("X&eacute;nia &#8364;&#150;&nbsp;2", "1990", "Erbe")) +
+                                Plain(Row("Xor & Xor", "1991", "Logotron"))),
+                           std::regex("\n"), "\r\n"));
+
+    ASSERT_EQ(Import(), WosImporter::Result::Done);
+    // An ampersand that starts no entity stays as it is written.
+    EXPECT_EQ(Titles(),
+              (Texts{"Xenon & Co|1988|1|Arcade|4|0|1|0", "<Xyzzy>|1989|2|Arcade|1|0|1|0",
+                     "Xénia €– 2|1990|3|Arcade|4|0|1|0", "Xor & Xor|1991|4|Arcade|4|0|1|0"}));
+    EXPECT_EQ(Rows("SELECT PublisherName FROM Publishers WHERE IdPub = 2"),
+              Texts{"Ocean & Imagine"});
+    EXPECT_EQ(Counts(), "1 4 0 4");
+    EXPECT_TRUE(importer.warnings.empty());
+}
+
+TEST_F(WosTest, OnlyFilesOfAReasonableSizeAreReadAsPages) {
+    Open();
+    Put("games/a.html", Page(Plain(Row("Amaurote", "1987", "Mastertronic"))));
+    // Neither a pipe nor a device may hold the import, nor fill the memory.
+    const QString big = Put("games/g.html", Page(Plain(Row("Gigante", "1987", "Ocean"))));
+    QFile(big).resize(kWosPageLimit + 1);
+    const QString device = root + "/games/l.html";
+    ASSERT_TRUE(QFile::link("/dev/zero", device));
+#ifdef Q_OS_UNIX
+    const QString pipe = root + "/games/f.html";
+    ASSERT_EQ(mkfifo(QFile::encodeName(pipe).constData(), 0644), 0);
+#endif
+
+    ASSERT_EQ(Import(), WosImporter::Result::Done);
+    Texts expected;
+#ifdef Q_OS_UNIX
+    expected.push_back(S(pipe) + ": no es un archivo normal y no se lee");
+#endif
+    expected.push_back(S(big) + ": mide más de 16 MB y no se lee");
+    expected.push_back(S(device) + ": no es un archivo normal y no se lee");
+    EXPECT_EQ(Warnings(), expected);
+    EXPECT_EQ(Titles(), Texts{"Amaurote|1987|1|Arcade|4|0|1|0"});
+    EXPECT_EQ(Counts(), "1 1 0 1");
 }
 
 TEST_F(WosTest, ASecondRunAddsNothing) {

@@ -442,6 +442,31 @@ TEST_F(ContentTest, EachKindExtractsToItsFileByteForByte) {
     EXPECT_EQ(ContentKindName(contents[14].kind), "Instantánea");
 }
 
+TEST_F(ContentTest, CustomIdsPaddedWithBlanksOrEndingInNulAreKnown) {
+    // libspectrum's tapeconv pads "Picture" with blanks and ends it in a NUL.
+    const Bytes jpeg = B({0xFF, 0xD8}) + Filler(30);
+    const Bytes pokes = B({1}) + "V" + B({1, 8}) + Le(30000, 2) + B({0, 3});
+    Read(Tape({Custom(Bytes("Picture        \0", 16), B({1, 4}) + "Foto" + jpeg),
+               Custom(Bytes("Spectrum Screen\0", 16), B({0, 7}) + Screen(2)),
+               Custom(Bytes("Instructions\0\0\0\0", 16), "Pulse una tecla"),
+               Custom(Bytes("POKEs\0          ", 16), pokes)}));
+    EXPECT_EQ(Summary(tape), (std::vector<std::string>{"Imagen .jpg", "Pantalla .scr",
+                                                       "Instrucciones .txt", "Información .pok"}));
+    const std::vector<std::pair<std::string, Bytes>> expected = {
+        {"Imagen Jpeg: Foto", jpeg},
+        {"Archivo scr:  Pantalla de carga", Screen(2)},
+        {"Instrucciones", "Pulse una tecla"},
+        {"Pokes", pokes}};
+    for (std::size_t i = 0; i < expected.size(); ++i) {
+        SCOPED_TRACE("bloque " + std::to_string(i + 1));
+        const Block& block = *tape.Blocks().Item(double(i + 1));
+        EXPECT_EQ(block.Descr, expected[i].first);
+        const auto file = Extract(block, contents[i]);
+        ASSERT_TRUE(file.has_value());
+        EXPECT_TRUE(SameBytes(file->bytes, expected[i].second));
+    }
+}
+
 TEST_F(ContentTest, ContentFilesAreWrittenBesideAndNeverOverAnother) {
     EXPECT_EQ(ProposedName("/c/juegos/Manic Miner.tzx", 3, "scr"), "/c/juegos/Manic Miner-3.scr");
     EXPECT_EQ(ProposedName("juego.tzx", 12, "bas"), "juego-12.bas");

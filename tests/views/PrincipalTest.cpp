@@ -138,7 +138,7 @@ TEST_F(PrincipalTest, AnUnreadableCatalogueEndsTheRunAndIsLeftAlone) {
     QByteArray before = Contents(db);
     EXPECT_FALSE(frm.Form_Load(db));
     ASSERT_EQ(prompt.shown.size(), 1u);
-    ExpectCannotOpen(prompt.shown[0], db);
+    ExpectCannotOpen(prompt.shown[0], db, "el archivo no es un catálogo");
     EXPECT_EQ(Contents(db), before);
 
     QFile::remove(db);
