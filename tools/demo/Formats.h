@@ -40,11 +40,7 @@ Bytes Num(std::uint16_t n);
 class BasicProgram {
 public:
     BasicProgram& Line(std::uint16_t number, const Bytes& text) {
-        bytes += static_cast<char>(number >> 8); // line numbers are big-endian
-        bytes += static_cast<char>(number & 0xFF);
-        raw::Le16(bytes, static_cast<std::uint32_t>(text.size() + 1));
-        bytes += text;
-        bytes += '\x0D';
+        bytes += raw::BasicLine(number, text);
         return *this;
     }
     const Bytes& Get() const { return bytes; }
