@@ -1,6 +1,7 @@
 #include "Formats.h"
 
 #include "Filler.h"
+#include "SpectrumScreen.h"
 
 #include "tape/Content.h"
 #include "tape/Cp1252.h"
@@ -164,16 +165,15 @@ Bytes LoadingScreen(std::string_view title) {
             bool hill = y > 191 - ground;
             bool dither = ((x ^ y) & 1) && y > 191 - ground - 6;
             if (!hill && !dither) continue;
-            std::size_t addr = ((y & 0xC0) << 5) | ((y & 0x07) << 8) | ((y & 0x38) << 2) | (x >> 3);
-            scr[addr] = static_cast<char>(scr[addr] | (0x80 >> (x & 7)));
+            scr[zx::PixelByte(x, y)] |= static_cast<char>(zx::PixelBit(x));
         }
     }
     std::uint8_t ink = 1 + f.Next() % 7;
     for (int row = 0; row < 24; ++row) {
         std::uint8_t paper = static_cast<std::uint8_t>((row / 3 + f.Next() % 2) % 8);
-        std::uint8_t bright = row < 8 ? 0x40 : 0;
         for (int col = 0; col < 32; ++col)
-            scr[6144 + row * 32 + col] = static_cast<char>(bright | (paper << 3) | ink);
+            scr[zx::kAttributes + row * 32 + col] =
+                static_cast<char>(zx::Attribute(ink, paper, row < 8));
     }
     return scr;
 }

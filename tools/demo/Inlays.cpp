@@ -22,20 +22,19 @@ namespace cintal::demo {
 
 namespace {
 
-// The Spectrum's colours, plain and BRIGHT, for screens shown inside a picture.
+// The Spectrum's colours, plain and BRIGHT, for the bars a monitor shows.
 QRgb SpectrumRgb(int colour, bool bright) {
     const int on = bright ? 0xFF : 0xD7;
     return qRgb(colour & 2 ? on : 0, colour & 4 ? on : 0, colour & 1 ? on : 0);
 }
 
+// The engine's own colours, as the main window shows a screen.
 QImage ScreenImage(const Screen& s) {
+    const std::vector<std::uint32_t> pixels = ScreenPixels(s.Encode());
     QImage img(kWidth, kHeight, QImage::Format_RGB32);
     for (int y = 0; y < kHeight; ++y)
-        for (int x = 0; x < kWidth; ++x) {
-            const std::uint8_t a = s.AttrAt(x / 8, y / 8);
-            const int colour = s.Pixels().At(x, y) ? a & 7 : (a >> 3) & 7;
-            img.setPixel(x, y, SpectrumRgb(colour, a & 0x40));
-        }
+        for (int x = 0; x < kWidth; ++x)
+            img.setPixel(x, y, pixels[static_cast<std::size_t>(y * kWidth + x)]);
     return img;
 }
 

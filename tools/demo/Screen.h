@@ -2,6 +2,7 @@
 // The Spectrum's screen as the demo draws it: pixels in layers, colours by
 // the character cell, and a font of our own for the lettering.
 
+#include "SpectrumScreen.h"
 #include "tape/Block.h"
 #include "tape/Content.h"
 
@@ -20,10 +21,7 @@ namespace cintal::demo {
 // machine had: one ink and one paper in every 8x8 cell. Integer arithmetic
 // only, as above.
 
-enum Colour : std::uint8_t { Black, Blue, Red, Magenta, Green, Cyan, Yellow, White };
-
-constexpr int kWidth = 256;
-constexpr int kHeight = 192;
+using namespace zx;
 
 // Pixels of one element of a picture, before they get a colour.
 class Canvas {
@@ -90,8 +88,7 @@ public:
 
     void Attr(int col, int row, Colour ink, Colour paper, bool bright = false, bool flash = false) {
         if (col < 0 || col >= 32 || row < 0 || row >= 24) return;
-        attrs[row * 32 + col] =
-            static_cast<std::uint8_t>(ink | paper << 3 | (bright ? 0x40 : 0) | (flash ? 0x80 : 0));
+        attrs[row * 32 + col] = Attribute(ink, paper, bright, flash);
     }
     void Attrs(int col0, int row0, int col1, int row1, Colour ink, Colour paper,
                bool bright = false) {
@@ -138,13 +135,9 @@ public:
         Bytes out(kScreenSize, '\0');
         for (int y = 0; y < kHeight; ++y)
             for (int x = 0; x < kWidth; ++x)
-                if (pixels.At(x, y)) {
-                    const int addr =
-                        ((y & 0xC0) << 5) | ((y & 0x07) << 8) | ((y & 0x38) << 2) | (x >> 3);
-                    out[addr] = static_cast<char>(out[addr] | (0x80 >> (x & 7)));
-                }
+                if (pixels.At(x, y)) out[PixelByte(x, y)] |= static_cast<char>(PixelBit(x));
         for (int i = 0; i < 768; ++i)
-            out[6144 + i] = static_cast<char>(attrs[i]);
+            out[kAttributes + i] = static_cast<char>(attrs[i]);
         return out;
     }
 
