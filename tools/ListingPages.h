@@ -105,6 +105,17 @@ inline std::string PageOf(const std::string& cp1252Title) {
     return "1";
 }
 
+// The publishers of the demo listings, in UTF-8. The demo catalogue registers
+// them first, in this order, so that their numbers don't depend on which of
+// them the listings happen to use.
+inline constexpr const char* kDemoPublishers[] = {
+    "Dinamic",         "Topo Soft",   "Ópera Soft", "Zigurat",       "Erbe",
+    "Made in Spain",   "Iber Soft",   "Positive",   "System 4",      "MCM",
+    "Ocean",           "Imagine",     "Gremlin",    "Hewson",        "Mastertronic",
+    "Codemasters",     "Firebird",    "Bug-Byte",   "Quicksilva",    "Durell",
+    "Melbourne House", "Microsphere", "Hi-Tec",     "Ediciones Año", "Software Niño",
+};
+
 // The five folders below the root, in the order they are read.
 inline const std::vector<std::string>& Folders() {
     static const std::vector<std::string> f = {"tr-games", "type-ins", "utils", "games", "textadv"};

@@ -1,8 +1,9 @@
 #pragma once
 // Raw TZX and TAP blocks, field by field as a tape file holds them. The demo
-// collection and the benchmarks build their tapes from these, so that what
-// the reader gets is what a real file would give it, not what the writer
-// happens to produce.
+// collection, the tests and the benchmarks build their tapes from these, so
+// that what the reader gets is what a real file would give it, not what the
+// engine's writer happens to produce: a fault in the writer can't hide one in
+// the reader.
 
 #include "tape/Block.h"
 
@@ -27,6 +28,14 @@ inline void Le24(Bytes& out, std::uint32_t v) {
 inline void Le32(Bytes& out, std::uint32_t v) {
     Le16(out, v);
     Le16(out, v >> 16);
+}
+
+// The low width bytes of the value, the lowest first.
+inline Bytes Le(std::uint64_t value, int width) {
+    Bytes out;
+    for (int i = 0; i < width; ++i)
+        out += static_cast<char>((value >> (8 * i)) & 0xFF);
+    return out;
 }
 
 inline Bytes Byte(std::uint32_t v) {
@@ -65,6 +74,18 @@ inline Bytes RomHeader(RomType type, std::string_view name, std::uint16_t length
 
 inline Bytes RomData(std::string_view payload) {
     return RomBlock(0xFF, payload);
+}
+
+// A line of a BASIC program: its number (high byte first, unlike everything
+// else), the length of what follows, the tokenised text, ENTER.
+inline Bytes BasicLine(std::uint16_t number, std::string_view text) {
+    Bytes out;
+    out += static_cast<char>(number >> 8);
+    out += static_cast<char>(number & 0xFF);
+    Le16(out, static_cast<std::uint32_t>(text.size() + 1));
+    out += text;
+    out += '\x0D';
+    return out;
 }
 
 // --- TZX blocks, id byte included.

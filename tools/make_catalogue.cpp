@@ -7,6 +7,7 @@
 //
 //   cintal-demo-catalogue CATALOGUE DEMO_DIR LISTINGS_DIR
 
+#include "ListingPages.h"
 #include "acquisition/Scanner.h"
 #include "acquisition/WosImporter.h"
 #include "catalogue/Comunes.h"
@@ -29,14 +30,6 @@
 using namespace cintal;
 
 namespace {
-
-const char* kPublishers[] = {
-    "Dinamic",         "Topo Soft",   "Ópera Soft", "Zigurat",       "Erbe",
-    "Made in Spain",   "Iber Soft",   "Positive",   "System 4",      "MCM",
-    "Ocean",           "Imagine",     "Gremlin",    "Hewson",        "Mastertronic",
-    "Codemasters",     "Firebird",    "Bug-Byte",   "Quicksilva",    "Durell",
-    "Melbourne House", "Microsphere", "Hi-Tec",     "Ediciones Año", "Software Niño",
-};
 
 // What the collector noted by hand: the title and release of the files whose
 // format carries no archive texts, and corrections to what some tapes say.
@@ -211,7 +204,7 @@ int main(int argc, char** argv) {
     PromptScope scope(quiet);
     Store::Begin();
 
-    for (const char* p : kPublishers)
+    for (const char* p : listing::kDemoPublishers)
         PublisherId(QString::fromUtf8(p));
 
     // The tapes come in as a collector's would: through the disk scan.

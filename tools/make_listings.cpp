@@ -25,13 +25,6 @@ namespace fs = std::filesystem;
 
 namespace {
 
-const char* kPublishers[] = {
-    "Dinamic",         "Topo Soft",   "Ópera Soft", "Zigurat",       "Erbe",
-    "Made in Spain",   "Iber Soft",   "Positive",   "System 4",      "MCM",
-    "Ocean",           "Imagine",     "Gremlin",    "Hewson",        "Mastertronic",
-    "Codemasters",     "Firebird",    "Bug-Byte",   "Quicksilva",    "Durell",
-    "Melbourne House", "Microsphere", "Hi-Tec",     "Ediciones Año", "Software Niño",
-};
 const char* kFirst[] = {"El Castillo", "La Cripta",    "Operación", "Misión",     "El Secreto",
                         "La Leyenda",  "Comando",      "Galaxia",   "Ciudad",     "El Valle",
                         "Star",        "Dragon",       "Cosmic",    "Jungle",     "Turbo",
@@ -136,7 +129,8 @@ int main(int argc, char** argv) {
                                  (Rand(4) == 0 ? " " + std::to_string(i % 7 + 2) : "");
         const std::string folder = folders[Rand(std::size(folders))];
         const std::string year = Rand(10) ? std::to_string(1982 + Rand(11)) : "";
-        const std::string publisher = Rand(12) ? kPublishers[Rand(std::size(kPublishers))] : "";
+        const std::string publisher =
+            Rand(12) ? listing::kDemoPublishers[Rand(std::size(listing::kDemoPublishers))] : "";
         std::string type = kTypes[Rand(std::size(kTypes))];
         if (folder == "utils") type = "Utilida";
         if (folder == "textadv") type = "Aventur";

@@ -3,6 +3,8 @@
 // the program ships with nothing taken from elsewhere, and so that a user can
 // tell at a glance that this is not the game's screen.
 
+#include "SpectrumScreen.h"
+
 #include <algorithm>
 #include <array>
 #include <cstdint>
@@ -13,16 +15,13 @@
 
 namespace {
 
-enum Colour { Black, Blue, Red, Magenta, Green, Cyan, Yellow, White };
-
-constexpr int Width = 256;
-constexpr int Height = 192;
+using namespace cintal::zx;
 
 class Screen {
 public:
     void Plot(int x, int y) {
-        if (x < 0 || x >= Width || y < 0 || y >= Height) return;
-        bytes[Row(y) + x / 8] |= static_cast<std::uint8_t>(0x80 >> (x & 7));
+        if (x < 0 || x >= kWidth || y < 0 || y >= kHeight) return;
+        bytes[PixelByte(x, y)] |= PixelBit(x);
     }
     void Fill(int x, int y, int w, int h) {
         for (int j = y; j < y + h; ++j)
@@ -64,8 +63,7 @@ public:
     }
     void Attr(int col, int row, Colour ink, Colour paper, bool bright, bool flash = false) {
         if (col < 0 || col >= 32 || row < 0 || row >= 24) return;
-        bytes[6144 + row * 32 + col] =
-            static_cast<std::uint8_t>(ink | paper << 3 | (bright ? 0x40 : 0) | (flash ? 0x80 : 0));
+        bytes[kAttributes + row * 32 + col] = Attribute(ink, paper, bright, flash);
     }
     void AttrBlock(int col0, int row0, int col1, int row1, Colour ink, Colour paper, bool bright) {
         for (int r = row0; r <= row1; ++r)
@@ -87,9 +85,6 @@ public:
     const std::array<std::uint8_t, 6912>& Bytes() const { return bytes; }
 
 private:
-    // The ULA's interleave: third, then pixel row in the cell, then cell row.
-    static int Row(int y) { return ((y & 0xC0) << 5) | ((y & 0x07) << 8) | ((y & 0x38) << 2); }
-
     std::array<std::uint8_t, 6912> bytes{};
 };
 

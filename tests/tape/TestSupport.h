@@ -1,9 +1,9 @@
 #pragma once
 // What the tape tests share: tapes assembled field by field as a TZX file
-// holds them (apart from the engine's writer on purpose, so that a fault there
-// can't hide one in the reader), a scratch folder per test, and the boxes a
-// user would have seen.
+// holds them (with the raw builders of TapeBytes.h, apart from the engine's
+// writer), a scratch folder per test, and the boxes a user would have seen.
 
+#include "TapeBytes.h"
 #include "tape/Block.h"
 #include "tape/Prompt.h"
 #include "tape/SafeWrite.h"
@@ -20,12 +20,7 @@
 
 namespace cintal::test {
 
-inline Bytes Le(std::uint64_t value, int width) {
-    Bytes out;
-    for (int i = 0; i < width; ++i)
-        out += static_cast<char>((value >> (8 * i)) & 0xFF);
-    return out;
-}
+using raw::Le;
 
 inline Bytes B(std::initializer_list<int> values) {
     Bytes out;
@@ -49,7 +44,6 @@ struct Kind {
 
 // Blocks of every kind the reader decodes, with their fields in file order.
 struct Tzx {
-    static int Len(const std::string& s) { return static_cast<int>(s.size()); }
     // A ROM header (flag 0, type, 10-byte name, three words, checksum) and a
     // ROM data block (flag, payload, checksum).
     static Bytes RomHeader(int type, std::string name) {
@@ -58,38 +52,35 @@ struct Tzx {
     }
     static Bytes RomData(std::size_t n) { return B({0xFF}) + Filler(n) + B({0x3A}); }
 
-    static Bytes Std(const Bytes& d) { return B({0x10}) + Le(1000, 2) + Le(d.size(), 2) + d; }
+    static Bytes Std(const Bytes& d) { return raw::Standard(d); }
     static Bytes Turbo(const Bytes& d) { return B({0x11}) + Filler(15) + Le(d.size(), 3) + d; }
-    static Bytes Tone() { return B({0x12}) + Le(2168, 2) + Le(3223, 2); }
+    static Bytes Tone() { return raw::PureTone(2168, 3223); }
     static Bytes Pulses(int n) { return B({0x13, n}) + Filler(2 * n); }
     static Bytes PureData(const Bytes& d) { return B({0x14}) + Filler(7) + Le(d.size(), 3) + d; }
     static Bytes Direct(const Bytes& d) { return B({0x15}) + Filler(5) + Le(d.size(), 3) + d; }
-    static Bytes Pause(int ms) { return B({0x20}) + Le(ms, 2); }
-    static Bytes Group(const std::string& name) { return B({0x21, Len(name)}) + name; }
-    static Bytes Jump(std::int16_t rel) { return B({0x23}) + Le(std::uint16_t(rel), 2); }
+    static Bytes Pause(int ms) { return raw::Pause(static_cast<std::uint16_t>(ms)); }
+    static Bytes Group(const std::string& name) { return raw::GroupStart(name); }
+    static Bytes Jump(std::int16_t rel) { return raw::Jump(rel); }
     static Bytes Call() { return B({0x26}) + Le(2, 2) + Le(1, 2) + Le(0xFFFF, 2); }
     static Bytes Select() { return B({0x28}) + Le(7, 2) + B({1}) + Le(1, 2) + B({3}) + "Uno"; }
-    static Bytes Text(const std::string& t) { return B({0x30, Len(t)}) + t; }
-    static Bytes Msg(const std::string& t) { return B({0x31, 5, Len(t)}) + t; }
+    static Bytes Text(const std::string& t) { return raw::Text(t); }
+    static Bytes Msg(const std::string& t) { return raw::MessageBlock(t, 5); }
     static Bytes Hardware(int n) { return B({0x33, n}) + Filler(3 * n); }
     static Bytes Custom(const std::string& id16, const Bytes& d) {
         EXPECT_EQ(id16.size(), 16u);
-        return B({0x35}) + id16 + Le(d.size(), 4) + d;
+        return raw::Custom(id16, d);
     }
-    static Bytes Snapshot(const Bytes& d) { return B({0x40, 0}) + Le(d.size(), 3) + d; }
-    static Bytes Merge() { return B({0x5A}) + "XTape!" + B({0x1A, 1, 13}); }
+    static Bytes Snapshot(const Bytes& d) { return raw::Snapshot(raw::SnapshotType::Z80, d); }
+    static Bytes Merge() { return raw::MergeMarker(1, 13); }
     // A record as the ROM saves it: flag, payload and the XOR of both; a
     // header of that record with its fields.
     static Bytes Rom(int flag, const Bytes& payload) {
-        Bytes out = B({flag}) + payload;
-        std::uint8_t sum = 0;
-        for (char c : out)
-            sum ^= static_cast<std::uint8_t>(c);
-        return out + static_cast<char>(sum);
+        return raw::RomBlock(static_cast<std::uint8_t>(flag), payload);
     }
-    static Bytes Head(int type, std::string name, int length, int param1, int param2) {
-        name.resize(10, ' ');
-        return Rom(0, B({type}) + name + Le(length, 2) + Le(param1, 2) + Le(param2, 2));
+    static Bytes Head(int type, const std::string& name, int length, int param1, int param2) {
+        return raw::RomHeader(
+            static_cast<raw::RomType>(type), name, static_cast<std::uint16_t>(length),
+            static_cast<std::uint16_t>(param1), static_cast<std::uint16_t>(param2));
     }
     // 6912 bytes of a screen of its own for each salt, so that one can't pass
     // for another.
@@ -99,17 +90,18 @@ struct Tzx {
             out[i] = static_cast<char>((i * (2 * salt + 1) + i / 251 + salt) & 0xFF);
         return out;
     }
-    // A line of a BASIC program: number (high byte first), length, text, ENTER.
     static Bytes BasicLine(int number, const Bytes& text) {
-        return B({number >> 8, number & 0xFF}) + Le(text.size() + 1, 2) + text + B({0x0D});
+        return raw::BasicLine(static_cast<std::uint16_t>(number), text);
     }
     // The length word is the format's unless one is forced: the reader must go
     // by the entries.
     static Bytes Archive(const std::vector<std::pair<int, std::string>>& entries, int word = -1) {
-        Bytes body = B({static_cast<int>(entries.size())});
+        std::vector<std::pair<std::uint8_t, std::string>> ids;
         for (const auto& [id, text] : entries)
-            body += B({id, Len(text)}) + text;
-        return B({0x32}) + Le(word < 0 ? body.size() : word, 2) + body;
+            ids.emplace_back(static_cast<std::uint8_t>(id), text);
+        Bytes out = raw::Archive(ids);
+        if (word >= 0) out.replace(1, 2, Le(word, 2));
+        return out;
     }
 
     // Every kind but the archive block, each with its text at that place.
@@ -147,7 +139,9 @@ struct Tzx {
 // A tape image: header, then the blocks as given.
 inline Bytes Tape(std::initializer_list<Bytes> blocks, int version = 1, int revision = 20,
                   char marker = 0x1A) {
-    Bytes out = "ZXTape!" + std::string(1, marker) + B({version, revision});
+    Bytes out =
+        raw::TzxHeader(static_cast<std::uint8_t>(version), static_cast<std::uint8_t>(revision));
+    out[7] = marker;
     for (const auto& b : blocks)
         out += b;
     return out;
