@@ -89,11 +89,6 @@ frmCompara::frmCompara(Grid* titles, Grid* files, QWidget* parent)
     extra->addWidget(ggg9, 1);
     leftColumn->addLayout(extra);
     leftColumn->addWidget(fff9);
-    // Two block lists want the room more than the tape pane does.
-    if (auto* top = qobject_cast<QHBoxLayout*>(layout())) {
-        top->setStretch(0, 7);
-        top->setStretch(1, 3);
-    }
     WrapInScrollArea();
 
     connect(Command8, &QPushButton::clicked, this, &frmCompara::Command8_Click);
@@ -210,6 +205,7 @@ void frmCompara::WrapInScrollArea() {
     content->setObjectName("PanesContent");
     auto* inner = new QHBoxLayout(content);
     inner->setContentsMargins(top->contentsMargins());
+    // Two block lists want the room more than the tape pane does.
     const int stretches[] = {7, 3};
     int n = 0;
     while (QLayoutItem* item = top->takeAt(0)) {
