@@ -111,6 +111,7 @@ QString PublisherName(qint64 idPub) {
 
 qint64 FindPublisher(const QString& name) {
     if (name.isEmpty()) return -1;
+    if (name.compare(kUnknownPublisher, Qt::CaseInsensitive) == 0) return 0;
     return publishersLowered.value(name.toLower(), -1);
 }
 

@@ -76,9 +76,13 @@ bool RegisterPublisher(qint64 idPub, const QString& name);
 // The publisher's name for an IdPub; empty outside the register.
 QString PublisherName(qint64 idPub);
 
+// The name of the placeholder row that stands for no publisher.
+inline const QString kUnknownPublisher = QStringLiteral("- Desconocido -");
+
 // The first register slot whose name equals name, case folded, or -1.
-// Slot 0 stands for no publisher. An empty name is no name: the empty slots
-// of unused numbers never match it.
+// Slot 0 stands for no publisher, and so does the placeholder's name in any
+// case, also in a catalogue that lacks its row or holds a copy of it. An
+// empty name is no name: the empty slots of unused numbers never match it.
 qint64 FindPublisher(const QString& name);
 
 // Tape texts are Windows-1252 bytes; the catalogue holds Unicode.

@@ -38,7 +38,7 @@ qint64 AddPublisher(const QString& name) {
     if (empty) {
         if (!Store::Begin()) return -1;
         if (!Store::Run("INSERT INTO Publishers (IdPub, PublisherName) VALUES (0, ?)",
-                        {QStringLiteral("- Desconocido -")}) ||
+                        {kUnknownPublisher}) ||
             !Store::Run("INSERT INTO Publishers (IdPub, PublisherName) VALUES (1, ?)", {name}) ||
             !Store::Commit()) {
             Failed();

@@ -514,8 +514,8 @@ void Info::Form_Load() {
     if (!compareTwin)
         ComboEstado->setCurrentIndex(isNumber && estado >= 0 && estado <= 5 ? estado : -1);
     TextName->setText(TitleCell("ColName"));
-    ComboPub->setCurrentIndex(-1);
-    ComboPub->setEditText(TitleCell("ColPublisher"));
+    TitlePane::ShowPublisher(ComboPub, TitleCell("ColPublisher"),
+                             TitleCell("ColTitleId").toLongLong());
     ComboTipo->setEditText(TitleCell("ColType"));
     const int year = TitlePane::YearValue(TitleCell("ColYear"));
     if (year >= 1980 && year <= 2030)

@@ -413,30 +413,17 @@ QString Inspector::ExtractBlock(int block, const QString& target, bool replace) 
     return {};
 }
 
-qint64 KnownPublisher(const QString& text) {
-    const QString wanted = text.toLower();
-    const auto& names = Comunes::PublisherNames;
-    for (std::size_t i = 0; i < names.size(); ++i)
-        if (names[i].toLower() == wanted) return static_cast<qint64>(i);
-    return 0;
-}
-
 qint64 ResolvePublisher(QString& text, bool* added) {
     if (added) *added = false;
     if (text.isEmpty()) return 0;
-    qint64 id = KnownPublisher(text);
-    if (id != 0) return id;
+    const qint64 known = Comunes::FindPublisher(text);
+    if (known >= 0) return known;
     if (Ask("¿Desea agregar la compañía a la base de datos?", "Compañía desconocida",
-            Icon::Exclamation, Buttons::YesNo) != Button::Yes) {
-        text.clear();
-        return 0;
-    }
-    id = Comunes::AddPublisher(text);
-    if (id < 0) {
-        // The store's failure has been shown; the title keeps no publisher.
-        text.clear();
-        return 0;
-    }
+            Icon::Exclamation, Buttons::YesNo) != Button::Yes)
+        return -1;
+    // The store's failure has been shown.
+    const qint64 id = Comunes::AddPublisher(text);
+    if (id < 0) return -1;
     Comunes::LoadPublishers();
     text = Comunes::PublisherName(id);
     if (added) *added = true;
@@ -464,6 +451,10 @@ TitleSaved SaveTitleRow(qint64 titleId, const TitleFields& fields) {
         sql += QStringLiteral(", OrigenInfo = ?");
         values << fields.origenInfo;
     }
+    if (fields.type) {
+        sql += QStringLiteral(", Type = ?");
+        values << LeftChars(*fields.type, 7);
+    }
     sql += QStringLiteral(" WHERE TitleId = ?");
     values << titleId;
     return Store::Run(sql, values) ? TitleSaved::Saved : TitleSaved::Failed;
@@ -474,6 +465,13 @@ int TitleOrigenInfo(qint64 titleId) {
     if (!Store::Exec(q, "SELECT OrigenInfo FROM Titles WHERE TitleId = ?", {titleId}) || !q.next())
         return -1;
     return static_cast<int>(NumberOf(q.value(0)));
+}
+
+qint64 TitleIdPub(qint64 titleId) {
+    QSqlQuery q = Store::NewQuery();
+    if (!Store::Exec(q, "SELECT IdPub FROM Titles WHERE TitleId = ?", {titleId}) || !q.next())
+        return 0;
+    return static_cast<qint64>(NumberOf(q.value(0)));
 }
 
 } // namespace cintal

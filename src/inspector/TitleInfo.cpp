@@ -13,11 +13,15 @@
 #include <QCloseEvent>
 #include <QGridLayout>
 #include <QRegularExpression>
+#include <QScopedValueRollback>
 #include <QVBoxLayout>
 
 namespace cintal {
 
 namespace {
+
+// Years before the first home computers are typing slips.
+constexpr int kFirstYear = 1950;
 
 const QStringList kOrigins = {"Del archivo TZX",         "World of Spectrum",
                               "Spectrum Gmaes Database", "Manual",
@@ -70,10 +74,14 @@ TitleInfo::TitleInfo(Grid* titles, const IconSet* icons, QWidget* parent)
     top->addWidget(Frame1);
     resize(760, 420);
 
+    ComboTipo->lineEdit()->setMaxLength(7);
+
     new KeyFilter(ComboPub->lineEdit(),
                   [this](int key) { return ComboAutoComplete(ComboPub, key, false); });
     connect(ComboPub->lineEdit(), &QLineEdit::editingFinished, this, [this] {
-        if (!unloading && !ComboPub->hasFocus()) ComboPub_LostFocus();
+        if (unloading || asking || ComboPub->hasFocus()) return;
+        QScopedValueRollback guard(asking, true);
+        ComboPub_LostFocus();
     });
 }
 
@@ -88,11 +96,13 @@ void TitleInfo::Form_Load() {
     const QString titleId = TitlePane::SelectedCell(mainTitles, "ColTitleId");
     setProperty("Tag", titleId);
     TextName->setText(TitlePane::SelectedCell(mainTitles, "ColName"));
-    ComboPub->setCurrentIndex(-1);
-    ComboPub->setEditText(TitlePane::SelectedCell(mainTitles, "ColPublisher"));
+    TitlePane::ShowPublisher(ComboPub, TitlePane::SelectedCell(mainTitles, "ColPublisher"),
+                             titleId.toLongLong());
     ComboTipo->setEditText(TitlePane::SelectedCell(mainTitles, "ColType"));
+    shownType = ComboTipo->currentText();
+    // Every year the window stores, it shows again.
     const int year = TitlePane::YearValue(TitlePane::SelectedCell(mainTitles, "ColYear"));
-    if (year > 1979) {
+    if (year >= kFirstYear) {
         ListYear->setCurrentIndex(ListYear->findText(QString::number(year)));
         ListYear->setEditText(QString::number(year));
     } else if (year == 0) {
@@ -110,10 +120,12 @@ void TitleInfo::ComboPub_LostFocus() {
 }
 
 bool TitleInfo::Form_Unload() {
+    QScopedValueRollback guard(asking, true);
     const QString year = ListYear->currentText().trimmed();
     static const QRegularExpression fourDigits(QStringLiteral("^[0-9]{4}$"));
-    if (!year.isEmpty() && !fourDigits.match(year).hasMatch()) {
-        Ask("El año debe tener cuatro cifras", Comunes::kAppTitle.toStdString(), Icon::Exclamation);
+    if (!year.isEmpty() && (!fourDigits.match(year).hasMatch() || year.toInt() < kFirstYear)) {
+        Ask("El año debe tener cuatro cifras, de 1950 en adelante",
+            Comunes::kAppTitle.toStdString(), Icon::Exclamation);
         return false;
     }
     ComboPub_LostFocus();
@@ -123,12 +135,14 @@ bool TitleInfo::Form_Unload() {
         fields.idPub = ComboPubTag.toLongLong();
         fields.year = year;
         fields.origenInfo = vbalCboEx1->currentIndex();
+        if (ComboTipo->currentText() != shownType) fields.type = ComboTipo->currentText();
         const int failures = Store::Failures();
         const TitleSaved saved = SaveTitleRow(property("Tag").toString().toLongLong(), fields);
         if (saved == TitleSaved::NoRow || Store::Failures() != failures) return true;
         TitlePane::SetSelectedCell(mainTitles, "ColPublisher", ComboPub->currentText());
         TitlePane::SetSelectedCell(mainTitles, "ColPubId", ComboPubTag);
         if (!year.isEmpty()) TitlePane::SetSelectedCell(mainTitles, "ColYear", year);
+        if (fields.type) TitlePane::SetSelectedCell(mainTitles, "ColType", *fields.type);
     }
     TitlePane::SetSelectedCell(mainTitles, "ColName", StoredTitleName(TextName->text()));
     return true;

@@ -24,7 +24,8 @@ public:
     TitleInfo(Grid* titles, const IconSet* icons, QWidget* parent = nullptr);
 
     void Form_Load();
-    // False when the window must stay open (a year that isn't one).
+    // False when the window must stay open (a year that isn't one: four
+    // digits from 1950 on).
     bool Form_Unload() override;
     void ComboPub_LostFocus();
 
@@ -43,6 +44,11 @@ protected:
 private:
     Grid* mainTitles;
     const IconSet* icons;
+    // The type as the box showed it at load: only a changed one is stored.
+    QString shownType;
+    // A box of the window's own is up: the focus leaving the publisher box
+    // for it asks nothing more.
+    bool asking = false;
 };
 
 } // namespace cintal

@@ -20,15 +20,38 @@ void FillPublishers(QComboBox* combo) {
         combo->addItem(n);
 }
 
+namespace {
+const char* const kStoredName = "storedPublisher";
+const char* const kStoredId = "storedIdPub";
+
+void SetBoxText(QComboBox* combo, const QString& text) {
+    combo->setCurrentIndex(combo->findText(text, Qt::MatchExactly));
+    combo->setEditText(text);
+}
+} // namespace
+
+void ShowPublisher(QComboBox* combo, const QString& name, qint64 titleId) {
+    combo->setProperty(kStoredName, name);
+    combo->setProperty(kStoredId, TitleIdPub(titleId));
+    combo->setCurrentIndex(-1);
+    combo->setEditText(name);
+}
+
 QString PublisherLostFocus(QComboBox* combo) {
+    const QString storedName = combo->property(kStoredName).toString();
+    const qint64 storedId = combo->property(kStoredId).toLongLong();
     QString text = combo->currentText();
+    // A title is never asked about the publisher it already has, whatever
+    // its name: only what the user typed or copied is looked up.
+    if (text == storedName) return QString::number(storedId);
     bool added = false;
     const qint64 id = ResolvePublisher(text, &added);
-    if (added) FillPublishers(combo);
-    if (added || text != combo->currentText()) {
-        combo->setCurrentIndex(combo->findText(text, Qt::MatchExactly));
-        combo->setEditText(text);
+    if (id < 0) {
+        SetBoxText(combo, storedName);
+        return QString::number(storedId);
     }
+    if (added) FillPublishers(combo);
+    if (added || text != combo->currentText()) SetBoxText(combo, text);
     return QString::number(id);
 }
 

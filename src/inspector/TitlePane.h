@@ -12,9 +12,15 @@ namespace cintal::TitlePane {
 // The publisher register from slot 1, in the order shown to users.
 void FillPublishers(QComboBox* combo);
 
-// What leaving the publisher box does: the text becomes an id, an unknown
-// publisher is registered at the user's wish (the box then takes the stored
-// name, or empties on No). Returns the id as text, "0" for none.
+// Puts the title's publisher into the box: the name as the title row shows
+// it, the IdPub as the store holds it. Leaving the box without changing that
+// text keeps them as they are.
+void ShowPublisher(QComboBox* combo, const QString& name, qint64 titleId);
+
+// What leaving the publisher box does: a text the user changed becomes an
+// id, an unknown publisher is registered at the user's wish (the box then
+// takes the stored name); on No, or a text left as shown, the stored
+// publisher stays and the box shows it. Returns the id as text, "0" for none.
 QString PublisherLostFocus(QComboBox* combo);
 
 // The text of a cell of the selected title row, empty without a selection.

@@ -8,7 +8,10 @@
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QGridLayout>
 #include <QHBoxLayout>
+#include <QHeaderView>
+#include <QScreen>
 #include <QScrollBar>
 
 namespace cintal {
@@ -35,6 +38,16 @@ QLabel* Swatch(const QString& text, const QColor& colour) {
 }
 
 const int kOtherFile = -2;
+
+// What the compare window says of a tape that was not read to its end.
+QString NotReadWhole(const char* side, const TZXTape& tape) {
+    const ReadStatus& st = tape.Status();
+    const QString cause = QString::fromStdString(st.Cause());
+    if (st.ordinal < 1) return QStringLiteral("La cinta %1 no se pudo leer: %2.").arg(side, cause);
+    return QStringLiteral("La cinta %1 no se leyó entera: %2 (bloque %3, byte %4). Lo que sigue "
+                          "no entra en la comparación.")
+        .arg(side, cause, QString::number(st.ordinal), QString::number(st.position));
+}
 
 } // namespace
 
@@ -68,22 +81,91 @@ frmCompara::frmCompara(Grid* titles, Grid* files, QWidget* parent)
     fff9->setFont(TextInfo[255]->font());
     fff9->setMaximumHeight(60);
 
-    // The second list, beside the blocks, with what it shows above it and
-    // the sum of the comparison below.
-    auto* column = new QVBoxLayout;
+    BuildPair();
+
+    auto* extra = new QHBoxLayout;
+    for (QWidget* w : std::initializer_list<QWidget*>{Command8, Command9, Command10})
+        extra->addWidget(w);
+    extra->addWidget(ggg9, 1);
+    leftColumn->addLayout(extra);
+    leftColumn->addWidget(fff9);
+    WrapInScrollArea();
+
+    connect(Command8, &QPushButton::clicked, this, &frmCompara::Command8_Click);
+    connect(ComboCompara, &QComboBox::activated, this, &frmCompara::ComboCompara_Click);
+    ChooseTape = [this] {
+        return QFileDialog::getOpenFileName(this, QStringLiteral("Comparar con otra cinta"),
+                                            QString(), QStringLiteral("Archivo TZX (*.tzx)"));
+    };
+    SetupGridTZX(*GridTZX2);
+}
+
+namespace {
+
+// Takes w out of whichever layout below l holds it.
+bool TakeOut(QLayout* l, QWidget* w) {
+    for (int i = 0; i < l->count(); ++i) {
+        QLayoutItem* item = l->itemAt(i);
+        if (item->widget() == w) {
+            delete l->takeAt(i);
+            return true;
+        }
+        if (item->layout() && TakeOut(item->layout(), w)) return true;
+    }
+    return false;
+}
+
+} // namespace
+
+void frmCompara::BuildPair() {
+    // The two lists side by side under one row of headings, so that a row of
+    // A stands level with its row of B whatever the scroll: they are as tall
+    // as each other, neither has a scroll bar of its own, and one bar beside
+    // them moves both.
+    auto* pair = new QGridLayout;
+    pair->setHorizontalSpacing(4);
+    LabelCintaA = new QLabel(this);
+    LabelCintaA->setObjectName("LabelCintaA");
+    pair->addWidget(LabelCintaA, 0, 0);
     auto* chooser = new QHBoxLayout;
-    LabelCompara = new QLabel(QStringLiteral("Comparar con:"), this);
+    LabelCompara = new QLabel(QStringLiteral("B: comparar con"), this);
     ComboCompara = new QComboBox(this);
     ComboCompara->setObjectName("ComboCompara");
+    ComboCompara->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    ComboCompara->setMinimumContentsLength(12);
     chooser->addWidget(LabelCompara);
     chooser->addWidget(ComboCompara, 1);
-    column->addLayout(chooser);
+    pair->addLayout(chooser, 0, 1, 1, 2);
+
+    if (QLayout* l = layout()) TakeOut(l, GridTZX);
     GridTZX2 = new Grid(this);
     GridTZX2->setObjectName("GridTZX2");
     GridTZX2->setFont(GridTZX->font());
     GridTZX2->setEditTriggers(QAbstractItemView::NoEditTriggers);
-    column->addWidget(GridTZX2, 1);
-    blocksRow->addLayout(column, 1);
+    ScrollBoth = new QScrollBar(Qt::Vertical, this);
+    ScrollBoth->setObjectName("ScrollBoth");
+    for (Grid* g : {GridTZX, GridTZX2}) {
+        g->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+        g->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+        g->setMinimumHeight(120);
+        // The wheel and the keys still move a list's own hidden bar: the
+        // other list and the visible bar follow it.
+        QScrollBar* own = g->verticalScrollBar();
+        connect(own, &QScrollBar::valueChanged, ScrollBoth, &QScrollBar::setValue);
+        connect(ScrollBoth, &QScrollBar::valueChanged, own, &QScrollBar::setValue);
+    }
+    QScrollBar* bar = GridTZX->verticalScrollBar();
+    connect(bar, &QScrollBar::rangeChanged, ScrollBoth, [this, bar](int min, int max) {
+        ScrollBoth->setRange(min, std::max(max, GridTZX2->verticalScrollBar()->maximum()));
+        ScrollBoth->setPageStep(bar->pageStep());
+        ScrollBoth->setSingleStep(bar->singleStep());
+    });
+    pair->addWidget(GridTZX, 1, 0);
+    pair->addWidget(GridTZX2, 1, 1);
+    pair->addWidget(ScrollBoth, 1, 2);
+    pair->setColumnStretch(0, 1);
+    pair->setColumnStretch(1, 1);
+    pair->setRowStretch(1, 1);
 
     auto* legend = new QHBoxLayout;
     legend->addWidget(Swatch(QStringLiteral("Distinto"), ChangedColour()));
@@ -98,33 +180,56 @@ frmCompara::frmCompara(Grid* titles, Grid* files, QWidget* parent)
     legend->addSpacing(12);
     legend->addWidget(LabelArchive);
     legend->addStretch(1);
-    leftColumn->insertLayout(leftColumn->indexOf(blocksRow) + 1, legend);
+    pair->addLayout(legend, 2, 0, 1, 3);
+    LabelAviso = new QLabel(this);
+    LabelAviso->setObjectName("LabelAviso");
+    LabelAviso->setWordWrap(true);
+    LabelAviso->setStyleSheet(QStringLiteral("color: #b00000; font-weight: bold"));
+    LabelAviso->setVisible(false);
+    pair->addWidget(LabelAviso, 3, 0, 1, 3);
 
-    auto* extra = new QHBoxLayout;
-    for (QWidget* w : std::initializer_list<QWidget*>{Command8, Command9, Command10})
-        extra->addWidget(w);
-    extra->addWidget(ggg9, 1);
-    leftColumn->addLayout(extra);
-    leftColumn->addWidget(fff9);
-    // Two block lists want the room more than the tape pane does.
-    if (auto* top = qobject_cast<QHBoxLayout*>(layout())) {
-        top->setStretch(0, 7);
-        top->setStretch(1, 3);
+    leftColumn->insertLayout(leftColumn->indexOf(TextPath) + 1, pair);
+    // The lists take the height that the file list leaves; what stood for
+    // the inspector's blocks and preview, hidden here, takes none.
+    for (int i = 0; i < leftColumn->count(); ++i) {
+        QLayoutItem* item = leftColumn->itemAt(i);
+        leftColumn->setStretch(i, item->layout() == pair ? 5 : item->widget() == GridFiles ? 2 : 0);
     }
-    resize(1280, 800);
+}
 
-    // One look along both lists: they scroll together.
-    connect(GridTZX->verticalScrollBar(), &QScrollBar::valueChanged, GridTZX2->verticalScrollBar(),
-            &QScrollBar::setValue);
-    connect(GridTZX2->verticalScrollBar(), &QScrollBar::valueChanged, GridTZX->verticalScrollBar(),
-            &QScrollBar::setValue);
-    connect(Command8, &QPushButton::clicked, this, &frmCompara::Command8_Click);
-    connect(ComboCompara, &QComboBox::activated, this, &frmCompara::ComboCompara_Click);
-    ChooseTape = [this] {
-        return QFileDialog::getOpenFileName(this, QStringLiteral("Comparar con otra cinta"),
-                                            QString(), QStringLiteral("Archivo TZX (*.tzx)"));
-    };
-    SetupGridTZX(*GridTZX2);
+void frmCompara::WrapInScrollArea() {
+    // The panes move into a scroll area, so that on a small screen the
+    // window fits it and scrolls instead of running off its edge.
+    QLayout* top = layout();
+    auto* content = new QWidget;
+    content->setObjectName("PanesContent");
+    auto* inner = new QHBoxLayout(content);
+    inner->setContentsMargins(top->contentsMargins());
+    // Two block lists want the room more than the tape pane does.
+    const int stretches[] = {7, 3};
+    int n = 0;
+    while (QLayoutItem* item = top->takeAt(0)) {
+        if (QLayout* l = item->layout())
+            inner->addLayout(l, n < 2 ? stretches[n] : 0);
+        else if (QWidget* w = item->widget())
+            inner->addWidget(w);
+        else
+            delete item;
+        ++n;
+    }
+    top->setContentsMargins(0, 0, 0, 0);
+    Panes = new QScrollArea(this);
+    Panes->setObjectName("Panes");
+    Panes->setFrameShape(QFrame::NoFrame);
+    Panes->setWidgetResizable(true);
+    Panes->setWidget(content);
+    top->addWidget(Panes);
+    // As big as a 1280x800 screen allows with the window's frame and the
+    // desktop's panel, and never bigger than the screen it opens on.
+    QSize size(1240, 720);
+    if (const QScreen* s = screen())
+        size = size.boundedTo(s->availableGeometry().size() - QSize(24, 64));
+    resize(size);
 }
 
 int frmCompara::FirstFileRow() const {
@@ -206,11 +311,15 @@ void frmCompara::FillGrid() {
             other.ReadTape();
         }
     }
+    LabelCintaA->setText("A: " + QFileInfo(logic.Path()).fileName());
     if (otherPath.isEmpty()) {
         Info::FillGrid();
         GridTZX2->Clear(false);
         LabelSummary->clear();
         LabelArchive->clear();
+        LabelAviso->clear();
+        LabelAviso->setVisible(false);
+        FitPositions();
         return;
     }
     logic.RefreshContents();
@@ -253,8 +362,46 @@ void frmCompara::FillGrid() {
     }
     for (Grid* g : {GridTZX, GridTZX2})
         g->SetRedraw(true);
+    FitPositions();
     LabelSummary->setText(QString::fromStdString(CompareSummary(result)));
     LabelArchive->setText(QString::fromStdString(ArchiveInfoSummary(result)));
+    // Blocks lost to a read that stopped would count as blocks of the other
+    // tape alone: say so, and where.
+    QStringList lost;
+    const std::pair<const char*, const TZXTape*> sides[] = {{"A", &logic.Tape()}, {"B", &other}};
+    for (const auto& [side, tape] : sides)
+        if (!tape->Status().Whole()) lost << NotReadWhole(side, *tape);
+    LabelAviso->setText(lost.join('\n'));
+    LabelAviso->setVisible(!lost.isEmpty());
+}
+
+void frmCompara::FitPositions() {
+    // Every column shows whole: the positions as wide as the longest of
+    // either list, the description in what they leave.
+    const int colStart = GridTZX->ColumnIndex("ColInicio");
+    const int colEnd = GridTZX->ColumnIndex("ColFin");
+    const int colDescr = GridTZX->ColumnIndex("ColDescr");
+    if (colStart < 1 || colEnd < 1 || colDescr < 1) return;
+    QString longest;
+    for (Grid* g : {GridTZX, GridTZX2})
+        for (int r = 1; r <= g->Rows(); ++r)
+            for (int c : {colStart, colEnd})
+                if (g->CellText(r, c).size() > longest.size()) longest = g->CellText(r, c);
+    for (Grid* g : {GridTZX, GridTZX2}) {
+        const int wanted = g->fontMetrics().horizontalAdvance(longest) + 16;
+        QHeaderView* header = g->horizontalHeader();
+        header->setStretchLastSection(false);
+        header->setMinimumSectionSize(40);
+        int fixed = 0;
+        for (int c = 1; c <= g->Columns(); ++c) {
+            if (c == colDescr) continue;
+            if (c == colStart || c == colEnd)
+                g->setColumnWidth(c - 1, std::max(g->columnWidth(c - 1), wanted));
+            if (!g->isColumnHidden(c - 1)) fixed += g->columnWidth(c - 1);
+        }
+        header->setSectionResizeMode(colDescr - 1, QHeaderView::Stretch);
+        g->setMinimumWidth(fixed + 60 + 2 * g->frameWidth());
+    }
 }
 
 void frmCompara::Command8_Click() {

@@ -10,6 +10,8 @@
 #include <QLabel>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QScrollArea>
+#include <QScrollBar>
 
 namespace cintal {
 
@@ -36,6 +38,14 @@ public:
     Grid* GridTZX2;
     QLabel* LabelSummary;
     QLabel* LabelArchive;
+    // The file of the tape on the left, above its list.
+    QLabel* LabelCintaA;
+    // A tape read in part: its lost blocks would pass for blocks of one side.
+    QLabel* LabelAviso;
+    // The one scroll bar of both lists.
+    QScrollBar* ScrollBoth;
+    // The window's panes, which scroll on a screen smaller than they are.
+    QScrollArea* Panes;
 
     // The file dialog of "Otro archivo...": the chosen path or nothing.
     std::function<QString()> ChooseTape;
@@ -53,7 +63,9 @@ protected:
 
 private:
     void FillCompareList();
-    void SetupBlockGrid(Grid& grid);
+    void BuildPair();
+    void WrapInScrollArea();
+    void FitPositions();
 
     TZXTape other;
     QString otherPath;

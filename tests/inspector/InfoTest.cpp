@@ -367,8 +367,9 @@ TEST_F(InfoTest, ClosingSavesTheTitleWithThePublisherKnownAddedOrRefused) {
     EXPECT_EQ(Sql(db, "SELECT IdPub FROM Titles"), (std::vector<QVariantList>{{3}}));
     EXPECT_EQ(S(TitleCell("ColPublisher")), "Topo Soft");
 
-    // Unknown and refused, with the year list emptied: no publisher, and
-    // neither year nor source written, while the grid shows both choices.
+    // Unknown and refused, with the year list emptied: the title keeps its
+    // publisher, and neither year nor source is written, while the grid
+    // shows both choices.
     prompt.shown.clear();
     Open("Juego '2'");
     info->ComboPub->setEditText("Nadie");
@@ -378,8 +379,9 @@ TEST_F(InfoTest, ClosingSavesTheTitleWithThePublisherKnownAddedOrRefused) {
     EXPECT_TRUE(info->Form_Unload());
     EXPECT_EQ(Shown(), Texts{agree});
     EXPECT_EQ(Sql(db, "SELECT Name, IdPub, Year, Estado FROM Titles"),
-              (std::vector<QVariantList>{{"Juego '2'", 0, "1987", 5}}));
-    EXPECT_EQ(S(TitleCell("ColPublisher")), "");
+              (std::vector<QVariantList>{{"Juego '2'", 3, "1987", 5}}));
+    EXPECT_EQ(S(info->ComboPub->currentText()), "Topo Soft");
+    EXPECT_EQ(S(TitleCell("ColPublisher")), "Topo Soft");
     EXPECT_EQ(S(TitleCell("ColYear")), "");
     EXPECT_EQ(S(TitleCell("ColEstado")), "1");
 

@@ -4,6 +4,7 @@
 #include "inspector/frmCompara.h"
 #include "WindowFixture.h"
 
+#include <QApplication>
 #include <QDir>
 
 namespace cintal::test {
@@ -121,6 +122,66 @@ TEST_F(frmComparaTest, ClosingAsksInItsOwnWordsAndSavesTheTitleWithoutItsSource)
     EXPECT_EQ(Sql(db, "SELECT Name, Estado FROM Titles"),
               (std::vector<QVariantList>{{"Juego 2", 3}}));
     EXPECT_EQ(S(frm.GridTitles->CellText(1, frm.GridTitles->ColumnIndex("ColEstado"))), "3");
+}
+
+TEST_F(frmComparaTest, BothListsStandLevelScrollAsOneAndFitTheScreen) {
+    // Long tapes that differ here and there, so that the lists scroll.
+    Bytes a = Tape({}, 1, 13), b = Tape({}, 1, 13);
+    for (int i = 0; i < 150; ++i) {
+        a += Pause(i + 1);
+        b += i % 40 == 7 ? Text("Otro") + Pause(i + 1) : Pause(i + 1);
+    }
+    test::WriteFile(S(Disk("juego.tzx")), a);
+    test::WriteFile(S(Disk("copia.tzx")), b);
+    Open();
+    // A 1280x800 screen with the frame and the desktop's panel taken off.
+    window->resize(1240, 720);
+    window->show();
+    QApplication::processEvents();
+    EXPECT_EQ(window->Panes->verticalScrollBar()->maximum(), 0);
+    EXPECT_EQ(window->Panes->horizontalScrollBar()->maximum(), 0);
+    auto top = [&](Grid* g) { return g->viewport()->mapTo(window.get(), QPoint(0, 0)).y(); };
+    EXPECT_EQ(top(window->GridTZX), top(window->GridTZX2));
+    EXPECT_EQ(window->GridTZX->viewport()->height(), window->GridTZX2->viewport()->height());
+    const int rows = window->GridTZX->Rows();
+    ASSERT_EQ(window->GridTZX2->Rows(), rows);
+    for (int at : {0, window->ScrollBoth->maximum() / 2, window->ScrollBoth->maximum()}) {
+        window->ScrollBoth->setValue(at);
+        EXPECT_EQ(window->GridTZX->rowAt(0), window->GridTZX2->rowAt(0)) << at;
+    }
+    // At the end both show their last rows.
+    for (Grid* g : {window->GridTZX, window->GridTZX2})
+        EXPECT_LE(g->visualRect(g->model()->index(rows - 1, 0)).bottom(), g->viewport()->height());
+    // Either list scrolled on its own takes the other along.
+    window->GridTZX2->verticalScrollBar()->setValue(5);
+    EXPECT_EQ(window->GridTZX->rowAt(0), window->GridTZX2->rowAt(0));
+    EXPECT_EQ(window->ScrollBoth->value(), window->GridTZX->verticalScrollBar()->value());
+    // Every column of the right list shows, Inicio and Final included.
+    Grid* g = window->GridTZX2;
+    const int fin = g->ColumnIndex("ColFin") - 1;
+    EXPECT_LE(g->columnViewportPosition(fin) + g->columnWidth(fin), g->viewport()->width());
+    EXPECT_GE(g->columnWidth(fin), g->fontMetrics().horizontalAdvance(g->CellText(rows, fin + 1)));
+    // A 1024x768 screen: the window fits it, and its panes scroll.
+    EXPECT_LE(window->minimumSizeHint().width(), 1000);
+    EXPECT_LE(window->minimumSizeHint().height(), 700);
+}
+
+TEST_F(frmComparaTest, ATapeReadInPartIsToldWithWhereItStopped) {
+    Open();
+    // The file ends inside the fields of its third block.
+    const Bytes whole = Tape({Std(RomHeader(0, "a")), Std(RomData(12))}, 1, 13);
+    const QString cut = Disk("corta.tzx");
+    test::WriteFile(S(cut), whole + B({0x10}));
+    window->ChooseTape = [&] { return cut; };
+    window->ComboCompara_Click(window->ComboCompara->count() - 1);
+    EXPECT_TRUE(window->LabelAviso->isVisibleTo(window.get()));
+    EXPECT_EQ(S(window->LabelAviso->text()),
+              "La cinta B no se leyó entera: el archivo termina dentro del bloque 0x10 (bloque 3, "
+              "byte " +
+                  std::to_string(whole.size() + 1) + "). Lo que sigue no entra en la comparación.");
+    // A tape read whole says nothing.
+    window->CompareWith(Disk("copia.tzx"));
+    EXPECT_FALSE(window->LabelAviso->isVisibleTo(window.get()));
 }
 
 } // namespace
