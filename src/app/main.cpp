@@ -1,4 +1,5 @@
 #include "platform/DesktopShell.h"
+#include "platform/FileSync.h"
 #include "platform/Memory.h"
 #include "platform/QtPrompt.h"
 #include "platform/Spanish.h"
@@ -10,6 +11,7 @@
 
 int main(int argc, char** argv) {
     cintal::KeepFreedMemory();
+    cintal::UseFileSync();
     QApplication app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Cintal"));
     QApplication::setWindowIcon(cintal::Pictures::AppIcon());

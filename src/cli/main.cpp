@@ -1,4 +1,5 @@
 #include "cli/Commands.h"
+#include "platform/FileSync.h"
 #include "platform/Spanish.h"
 
 #include <QCoreApplication>
@@ -8,6 +9,7 @@ int main(int argc, char** argv) {
     // Only for the program's folder, where the catalogue lies by default.
     QCoreApplication app(argc, argv);
     cintal::UseSpanish();
+    cintal::UseFileSync();
     std::ios::sync_with_stdio(false);
     std::vector<std::string> args(argv + 1, argv + argc);
     int status = cintal::cli::Run(args, std::cout, std::cerr);

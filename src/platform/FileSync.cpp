@@ -1,5 +1,7 @@
 #include "platform/FileSync.h"
 
+#include "tape/SafeWrite.h"
+
 #ifdef _WIN32
 #include <io.h>
 #else
@@ -18,3 +20,11 @@ bool SyncFile(std::FILE* file) {
 }
 
 } // namespace cintal::platform
+
+namespace cintal {
+
+void UseFileSync() {
+    detail::SetFileFlush(&platform::SyncFile);
+}
+
+} // namespace cintal

@@ -9,3 +9,11 @@ namespace cintal::platform {
 bool SyncFile(std::FILE* file);
 
 } // namespace cintal::platform
+
+namespace cintal {
+
+// Makes the engine push every file it writes with SyncFile. The programs
+// call it at start-up, before any file is written.
+void UseFileSync();
+
+} // namespace cintal

@@ -1,6 +1,5 @@
 #include "tape/SafeWrite.h"
 
-#include "platform/FileSync.h"
 #include "tape/TZXFunct.h"
 
 #include <cerrno>
@@ -20,6 +19,12 @@ FileOps& DiskOps() {
 }
 
 FileOps* current = nullptr;
+
+bool FlushBuffer(std::FILE* file) {
+    return std::fflush(file) == 0;
+}
+
+FileFlush flushFile = &FlushBuffer;
 
 std::error_code LastError(int fallback) {
     return std::error_code(errno ? errno : fallback, std::generic_category());
@@ -55,7 +60,7 @@ std::error_code FileOps::CreateNew(const std::string& path, std::string_view byt
     std::FILE* f = std::fopen(path.c_str(), "wbx");
     if (!f) return LastError(EIO);
     std::error_code ec;
-    if (std::fwrite(bytes.data(), 1, bytes.size(), f) != bytes.size() || !platform::SyncFile(f))
+    if (std::fwrite(bytes.data(), 1, bytes.size(), f) != bytes.size() || !flushFile(f))
         ec = LastError(EIO);
     if (std::fclose(f) != 0 && !ec) ec = LastError(EIO);
     if (ec) std::remove(path.c_str());
@@ -72,6 +77,10 @@ std::error_code FileOps::Rename(const std::string& from, const std::string& to) 
     std::error_code ec;
     std::filesystem::rename(from, to, ec);
     return ec;
+}
+
+void SetFileFlush(FileFlush flush) {
+    flushFile = flush ? flush : &FlushBuffer;
 }
 
 FileOps& CurrentFileOps() {

@@ -2,6 +2,7 @@
 // Writing beside and renaming into place, so that a user's file is never
 // half-written. Internal to the engine.
 
+#include <cstdio>
 #include <string>
 #include <string_view>
 #include <system_error>
@@ -32,6 +33,13 @@ public:
 };
 
 FileOps& CurrentFileOps();
+
+// How the disk's FileOps pushes a written file to the disk before closing
+// it. Standard C++ can only empty its own buffer into the system's, where a
+// crash may still lose it; the programs put the system's own push in place
+// at start-up. Null puts the buffer-only push back.
+using FileFlush = bool (*)(std::FILE* file);
+void SetFileFlush(FileFlush flush);
 
 // Puts a FileOps in place for the lifetime of a scope and then the previous one.
 class FileOpsScope {

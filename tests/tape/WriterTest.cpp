@@ -4,6 +4,8 @@
 #include "TestSupport.h"
 #include "tape/TZXTape.h"
 
+#include <cerrno>
+#include <cstdio>
 #include <ctime>
 #include <functional>
 
@@ -306,6 +308,35 @@ TEST_F(WriterTest, AStepThatFailsLeavesTheFileAsItWas) {
     EXPECT_EQ(Shown(), Boxes{Box("No se puede guardar " + dir.File("carpeta/juego.tzx") +
                                      ": el archivo no existe",
                                  "Guardar", Icon::Critical)});
+}
+
+TEST_F(WriterTest, TheNewFileIsPushedToTheDiskBeforeItReplacesTheTape) {
+    // How far each file written stood when it was pushed. A push that fails
+    // stops the save before the tape is touched.
+    static std::vector<long> pushed;
+    static bool refuse = false;
+    pushed.clear();
+    detail::SetFileFlush([](std::FILE* f) {
+        pushed.push_back(std::ftell(f));
+        errno = EIO;
+        return !refuse;
+    });
+    const Bytes original = Tape({Pause(1), Merge()}, 1, 13);
+    TZXTape tape;
+    const std::string path = Load(tape, original);
+    tape.Blocks().Remove(2);
+    refuse = true;
+    EXPECT_FALSE(tape.Save(path, false));
+    EXPECT_EQ(Shown(), Boxes{Box("No se puede guardar " + path +
+                                     ": error de lectura o escritura en el disco",
+                                 "Guardar", Icon::Critical)});
+    EXPECT_EQ(dir.List(), Names{"juego.tzx"});
+    refuse = false;
+    EXPECT_TRUE(tape.Save(path, false));
+    detail::SetFileFlush(nullptr);
+    const long size = static_cast<long>(Tape({Pause(1)}, 1, 13).size());
+    EXPECT_EQ(pushed, (std::vector<long>{size, size}));
+    EXPECT_TRUE(SameBytes(ReadFile(path), Tape({Pause(1)}, 1, 13)));
 }
 
 TEST_F(WriterTest, ATapeAtTheRootKeepsItsTemporaryFileAndBackupThere) {
