@@ -2,7 +2,7 @@
 
 #include <QFile>
 #include <QPainter>
-#include <utility>
+#include <cstring>
 
 namespace cintal {
 
@@ -10,16 +10,9 @@ namespace {
 
 constexpr int BitmapSize = 6144;
 
-// Ink and paper numbers 0-7 on the green-red-blue bits of the ULA, at normal
-// and at BRIGHT intensity; black has no bright version.
-QRgb Colour(int index, bool bright) {
-    const int level = bright ? 0xFF : 0xD7;
-    return qRgb(index & 2 ? level : 0, index & 4 ? level : 0, index & 1 ? level : 0);
-}
-
 // A file is taken only when it is exactly a screen: anything else, however
 // close, is some other kind of file.
-QByteArray ReadScreen(const QString& path) {
+QByteArray ReadScreenFile(const QString& path) {
     if (path.isEmpty()) return {};
     QFile f(path);
     if (!f.open(QIODevice::ReadOnly) || f.size() != ScrImage::FileSize) return {};
@@ -42,27 +35,14 @@ ScrImage::ScrImage(QWidget* parent) : QWidget(parent) {
 }
 
 QImage ScrImage::Decode(const QByteArray& bytes, bool flashPhase) {
-    if (bytes.size() != FileSize) return {};
-    const auto* data = reinterpret_cast<const unsigned char*>(bytes.constData());
+    const std::vector<std::uint32_t> pixels = ScreenPixels(
+        std::string_view(bytes.constData(), static_cast<std::size_t>(bytes.size())), flashPhase);
+    if (pixels.empty()) return {};
+    // The engine's pixels are 0xFFRRGGBB, as RGB32 holds them.
     QImage image(Width, Height, QImage::Format_RGB32);
-    for (int y = 0; y < Height; ++y) {
-        // The ULA interleaves the rows: the thirds, then the pixel row within
-        // the character cell, then the character row within the third.
-        const unsigned char* row =
-            data + (((y & 0xC0) << 5) | ((y & 0x07) << 8) | ((y & 0x38) << 2));
-        const unsigned char* attrs = data + BitmapSize + (y / 8) * 32;
-        auto* out = reinterpret_cast<QRgb*>(image.scanLine(y));
-        for (int cx = 0; cx < 32; ++cx) {
-            const int attr = attrs[cx];
-            const bool bright = attr & 0x40;
-            QRgb ink = Colour(attr & 7, bright);
-            QRgb paper = Colour((attr >> 3) & 7, bright);
-            if ((attr & 0x80) && flashPhase) std::swap(ink, paper);
-            const int bits = row[cx];
-            for (int b = 0; b < 8; ++b)
-                *out++ = bits & (0x80 >> b) ? ink : paper;
-        }
-    }
+    for (int y = 0; y < Height; ++y)
+        std::memcpy(image.scanLine(y), pixels.data() + static_cast<std::size_t>(y) * Width,
+                    sizeof(std::uint32_t) * Width);
     return image;
 }
 
@@ -85,13 +65,14 @@ void ScrImage::SetDefaultFile(const QString& path) {
 
 void ScrImage::SetScreen(const QByteArray& screen) {
     file.clear();
-    Show(screen.size() == FileSize ? screen : ReadScreen(defaultFile), screen.size() == FileSize);
+    Show(screen.size() == FileSize ? screen : ReadScreenFile(defaultFile),
+         screen.size() == FileSize);
 }
 
 void ScrImage::Load() {
-    QByteArray bytes = ReadScreen(file);
+    QByteArray bytes = ReadScreenFile(file);
     const bool fromFile = !bytes.isEmpty();
-    if (!fromFile) bytes = ReadScreen(defaultFile);
+    if (!fromFile) bytes = ReadScreenFile(defaultFile);
     Show(bytes, fromFile);
 }
 

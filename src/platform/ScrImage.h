@@ -2,6 +2,8 @@
 // A viewer of ZX Spectrum screen files: 6912 bytes, a 256x192 bitmap and its
 // 32x24 colour attributes.
 
+#include "tape/Content.h"
+
 #include <QByteArray>
 #include <QImage>
 #include <QString>
@@ -13,9 +15,9 @@ namespace cintal {
 class ScrImage : public QWidget {
     Q_OBJECT
 public:
-    static constexpr int Width = 256;
-    static constexpr int Height = 192;
-    static constexpr int FileSize = 6912;
+    static constexpr int Width = kScreenWidth;
+    static constexpr int Height = kScreenHeight;
+    static constexpr int FileSize = static_cast<int>(kScreenSize);
     // The Spectrum's FLASH period: 16 frames of 50 Hz, give or take.
     static constexpr int FlashMs = 320;
 

@@ -1,5 +1,6 @@
 #include "tape/Blocks.h"
 
+#include "tape/Layout.h"
 #include "tape/Prompt.h"
 #include "tape/TZXFunct.h"
 
@@ -34,61 +35,11 @@ constexpr const char* kSpecialNote = "comprobar si es especial";
 } // namespace
 
 std::string Blocks::BlockKindName(std::int32_t kind) {
-    switch (kind) {
-    case 0x10:
-        return "Bloque estandar";
-    case 0x11:
-        return "Bloque turbo";
-    case 0x12:
-        return "Tono puro";
-    case 0x13:
-        return "Secuencia de pulsos";
-    case 0x14:
-        return "Datos puros";
-    case 0x15:
-        return "Grabaci\xF3n directa";
-    case 0x16:
-        return "C64 Standard Block";
-    case 0x17:
-        return "C64 Turbo Block";
-    case 0x20:
-        return "Pausa/detenci\xF3n";
-    case 0x21:
-        return "Inicio de grupo";
-    case 0x22:
-        return "Final de grupo";
-    case 0x23:
-        return "Salto al bloque";
-    case 0x24:
-        return "Inicio de bucle";
-    case 0x25:
-        return "Final de bucle";
-    case 0x28:
-        return "Seleccionar bloque";
-    case 0x2A:
-        return "Parar la cinta si 48K";
-    case 0x30:
-        return "Texto: ";
-    case 0x31:
-        return "Mensaje:";
-    case 0x32:
-        return "Info de archivo";
-    case 0x33:
-        return "Tipo de Hardware";
-    case 0x34:
-        return "Info de Emulaci\xF3n";
-    case 0x35:
-        return "Info personalizada";
-    case 0x40:
-        return "Snapshot";
-    case 0x5A:
-        return "Block Merge Marker";
-    case 0xFE:
-        return "Final de la cinta";
-    default:
-        Ask("otro");
-        return {};
-    }
+    const char* name =
+        kind >= 0 ? detail::LayoutOf(static_cast<std::uint32_t>(kind)).name : nullptr;
+    if (name) return name;
+    Ask("otro");
+    return {};
 }
 
 BlockRef Blocks::Add(std::int32_t sIdTipoBloque, std::string sDescr, Bytes sBlockData,

@@ -1,5 +1,7 @@
 #include "tape/Decoders.h"
 
+#include "tape/Layout.h"
+
 #include <utility>
 #include <vector>
 
@@ -14,21 +16,19 @@ public:
     View(std::string_view image, std::size_t start) : rest(image.substr(start)) {}
 
     bool Has(std::int64_t n) const { return static_cast<std::int64_t>(rest.size()) >= n; }
-    std::uint32_t U8(std::int64_t off) const {
-        return off >= 0 && off < static_cast<std::int64_t>(rest.size())
-                   ? static_cast<std::uint8_t>(rest[static_cast<std::size_t>(off)])
-                   : 0u;
-    }
-    std::uint32_t U16(std::int64_t off) const { return U8(off) | U8(off + 1) << 8; }
-    std::uint32_t U24(std::int64_t off) const { return U16(off) | U8(off + 2) << 16; }
-    std::uint32_t U32(std::int64_t off) const { return U24(off) | U8(off + 3) << 24; }
+    std::uint32_t U8(std::int64_t off) const { return detail::U8(rest, At(off)); }
+    std::uint32_t U16(std::int64_t off) const { return detail::U16(rest, At(off)); }
     // The bytes from off, at most n, that the image holds.
     std::string_view Bytes(std::int64_t off, std::int64_t n) const {
-        if (off < 0 || n <= 0 || off >= static_cast<std::int64_t>(rest.size())) return {};
-        return rest.substr(static_cast<std::size_t>(off), static_cast<std::size_t>(n));
+        return n <= 0 ? std::string_view() : Sub(rest, At(off), static_cast<std::size_t>(n));
     }
+    std::string_view All() const { return rest; }
 
 private:
+    static std::size_t At(std::int64_t off) {
+        return off < 0 ? static_cast<std::size_t>(-1) : static_cast<std::size_t>(off);
+    }
+
     std::string_view rest;
 };
 
@@ -126,155 +126,103 @@ Decoded DecodeBlock(std::string_view image, std::size_t start, DecodeState& st,
         d.result = Decode::CutFields;
         return false;
     };
-    switch (v.U8(0)) {
-    case 0x10: {
-        if (!fixed(5)) break;
-        std::int64_t len = v.U16(3);
-        d.size = 5 + len;
+    const std::uint32_t id = v.U8(0);
+    const BlockLayout& layout = LayoutOf(id);
+    if (!layout.Read()) {
+        d.result = Decode::Unknown;
+        return d;
+    }
+    if (!fixed(layout.fixed)) return d;
+    const std::int64_t len = layout.Length(v.All());
+    d.size = layout.Size(v.All());
+    switch (id) {
+    case 0x10:
         StandardText(v, len, st, d.descr);
         break;
-    }
-    case 0x11: {
-        if (!fixed(19)) break;
-        std::int64_t len = v.U24(16);
-        d.size = 19 + len;
+    case 0x11:
         d.descr = "Turbo block - " + Num(len - 2) + " bytes";
         break;
-    }
     case 0x12:
-        if (!fixed(5)) break;
-        d.size = 5;
         d.descr = " Pure tone";
         break;
     case 0x13:
-        if (!fixed(2)) break;
-        d.size = 2 + 2 * static_cast<std::int64_t>(v.U8(1));
         d.descr = " Seq. of pulses";
         break;
-    case 0x14: {
-        if (!fixed(11)) break;
-        std::int64_t len = v.U24(8);
-        d.size = 11 + len;
+    case 0x14:
         d.descr = " Pure Data block - " + Num(len) + " bytes";
         break;
-    }
-    case 0x15: {
-        if (!fixed(9)) break;
-        std::int64_t len = v.U24(6);
-        d.size = 9 + len;
+    case 0x15:
         d.descr = "Direct recording: " + Num(len);
         break;
-    }
     case 0x20: {
-        if (!fixed(3)) break;
-        d.size = 3;
         std::uint32_t pause = v.U16(1);
         d.descr = pause == 0 ? "Detener la cinta" : "Pausa de " + Num(pause) + " mseg.";
         break;
     }
     case 0x21:
-        if (!fixed(2)) break;
-        d.size = 2 + v.U8(1);
-        d.descr = v.Bytes(2, v.U8(1));
+    case 0x30:
+    case 0x31:
+        d.descr = v.Bytes(layout.fixed, len);
         break;
     case 0x22:
     case 0x25:
-        d.size = 1;
         d.descr = kLineEnd;
         break;
     case 0x23: {
-        if (!fixed(3)) break;
-        d.size = 3;
         // A signed jump counted from the jump block itself; rows count from 1.
         std::int64_t target = st.ordinal + static_cast<std::int16_t>(v.U16(1));
         d.descr = target < 1 ? "**SALTO A BLOQUE ERRONEO**" : "Bloque:" + Num(target);
         break;
     }
     case 0x24:
-        if (!fixed(3)) break;
-        d.size = 3;
         d.descr = Num(v.U16(1)) + " repeticiones";
         break;
     case 0x26:
-        if (!fixed(3)) break;
-        d.size = 3 + 2 * static_cast<std::int64_t>(v.U16(1));
+    case 0x28:
         d.descr = "-->>";
         break;
     case 0x27:
-        d.size = 1;
         d.descr = "RETURN";
         break;
-    case 0x28:
-        if (!fixed(3)) break;
-        d.size = 3 + static_cast<std::int64_t>(v.U16(1));
-        d.descr = "-->>";
-        break;
     case 0x2A:
-        if (!fixed(5)) break;
-        d.size = 5;
         d.descr = "-- STOP --";
-        break;
-    case 0x30:
-        if (!fixed(2)) break;
-        d.size = 2 + v.U8(1);
-        d.descr = v.Bytes(2, v.U8(1));
-        break;
-    case 0x31:
-        if (!fixed(3)) break;
-        d.size = 3 + v.U8(2);
-        d.descr = v.Bytes(3, v.U8(2));
         break;
     case 0x32: {
         // Every entry is a fixed field: a cut entry ends the walk and the
         // texts before it are not kept either.
-        if (!fixed(4)) break;
         std::uint32_t count = v.U8(3);
-        std::int64_t off = 4;
+        std::int64_t off = layout.fixed;
         std::vector<std::pair<int, std::string_view>> texts;
         texts.reserve(count);
         for (std::uint32_t i = 0; i < count; ++i) {
             if (!fixed(off + 2)) break;
-            std::uint32_t len = v.U8(off + 1);
-            if (!fixed(off + 2 + len)) break;
-            texts.emplace_back(static_cast<int>(v.U8(off)), v.Bytes(off + 2, len));
-            off += 2 + len;
+            std::uint32_t textLen = v.U8(off + 1);
+            if (!fixed(off + 2 + textLen)) break;
+            texts.emplace_back(static_cast<int>(v.U8(off)), v.Bytes(off + 2, textLen));
+            off += 2 + textLen;
         }
-        if (d.result != Decode::Ok) break;
+        if (d.result != Decode::Ok) {
+            d.size = 0;
+            break;
+        }
         d.size = off;
-        for (const auto& [id, text] : texts) {
-            if (id == 0) d.descr = text;
+        for (const auto& [kind, text] : texts) {
+            if (kind == 0) d.descr = text;
             if (archive)
-                if (std::string* field = ArchiveTextFor(*archive, id)) *field = text;
+                if (std::string* field = ArchiveTextFor(*archive, kind)) *field = text;
         }
         break;
     }
-    case 0x33:
-        if (!fixed(2)) break;
-        d.size = 2 + 3 * static_cast<std::int64_t>(v.U8(1));
-        break;
-    case 0x34:
-        if (!fixed(9)) break;
-        d.size = 9;
-        break;
-    case 0x35: {
-        if (!fixed(21)) break;
-        std::int64_t len = v.U32(17);
-        d.size = 21 + len;
+    case kCustomInfo:
         CustomText(v, len, d.descr);
         break;
-    }
-    case 0x40:
-        if (!fixed(5)) break;
-        d.size = 5 + static_cast<std::int64_t>(v.U24(2));
+    case kSnapshot:
         d.descr = "SNAPSHOT";
         break;
     case 0x5A:
-        if (!fixed(10)) break;
-        d.size = 10;
         d.descr = "XXXXXXXXXXXXXX";
         break;
     default:
-        d.result = Decode::Unknown;
         break;
     }
     return d;
