@@ -5,7 +5,7 @@
 #include "catalogue/Settings.h"
 #include "catalogue/Store.h"
 #include "catalogue/Titles.h"
-#include "catalogue/frmSplash.h"
+#include "views/frmSplash.h"
 #include "maintenance/Emulators.h"
 #include "platform/PathCase.h"
 #include "platform/Shell.h"

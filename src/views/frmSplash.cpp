@@ -1,4 +1,4 @@
-#include "catalogue/frmSplash.h"
+#include "views/frmSplash.h"
 
 #include "catalogue/Comunes.h"
 #include "views/Pictures.h"
