@@ -1,4 +1,4 @@
-#include "views/Grids.h"
+#include "widgets/Grids.h"
 
 #include "catalogue/Breathe.h"
 #include "catalogue/Collate.h"

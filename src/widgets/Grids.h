@@ -2,7 +2,7 @@
 // The procedures shared by every window with a title grid.
 
 #include "catalogue/ProgressSink.h"
-#include "platform/Grid.h"
+#include "widgets/Grid.h"
 
 #include <QColor>
 #include <QString>

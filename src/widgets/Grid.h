@@ -6,7 +6,7 @@
 // titles fills, sorts and filters without an object per cell or a signal per
 // row.
 
-#include "platform/IconSet.h"
+#include "widgets/IconSet.h"
 
 #include <QColor>
 #include <QTableView>
