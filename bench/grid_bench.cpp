@@ -8,8 +8,8 @@
 #include "catalogue/Titles.h"
 #include "platform/Memory.h"
 #include "tape/Prompt.h"
-#include "views/Grids.h"
 #include "views/Principal.h"
+#include "widgets/Grids.h"
 
 #include <QApplication>
 #include <QDir>

@@ -100,15 +100,15 @@ qint64 PublisherId(const QString& name) {
     const QString wanted = name.trimmed();
     if (wanted.isEmpty()) return 0;
     if (const qint64 known = Comunes::FindPublisher(wanted); known >= 0) return known;
-    const qint64 id = Comunes::AddPublisher(wanted);
+    const qint64 id = Records::AddPublisher(wanted);
     Comunes::LoadPublishers();
     return id;
 }
 
 // The folder's PathIndex, registered as the scan registers one when new.
 qint64 PathId(const QString& dir) {
-    if (!Comunes::FindPathIndex(dir)) Comunes::AddPath(dir);
-    return Comunes::FindPathIndex(dir);
+    if (!Records::FindPathIndex(dir)) Records::AddPath(dir);
+    return Records::FindPathIndex(dir);
 }
 
 qint64 AddTitle(const QString& name, const QString& year, qint64 pub, const QString& type,

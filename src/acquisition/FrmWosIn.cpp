@@ -1,6 +1,6 @@
 #include "acquisition/FrmWosIn.h"
 
-#include "platform/FolderTree.h"
+#include "widgets/FolderTree.h"
 
 #include "catalogue/Settings.h"
 #include "platform/PathCase.h"

@@ -74,10 +74,10 @@ void Scanner::BuscaDirectorios(const QString& path) {
     std::sort(names.begin(), names.end(), NameOrder);
     for (const platform::UnnamedEntry& e : platform::UnnamedEntries(path))
         if (e.folder && !e.shown.startsWith('.'))
-            warnings.push_back({Comunes::PathIn(path, e.shown),
+            warnings.push_back({Records::PathIn(path, e.shown),
                                 QStringLiteral("el nombre no es UTF-8 válido: no se recorre")});
     for (const QString& name : names) {
-        const QString sub = Comunes::PathIn(path, name);
+        const QString sub = Records::PathIn(path, name);
         List1 << sub;
         Tell();
         Breathe();
@@ -98,7 +98,7 @@ void Scanner::BuscaArchivos() {
                     names.end());
         std::sort(names.begin(), names.end(), NameOrder);
         for (const QString& name : std::as_const(names)) {
-            List2 << Comunes::PathIn(folder, name);
+            List2 << Records::PathIn(folder, name);
             ++counters.Total;
             Tell();
             Breathe();
@@ -108,7 +108,7 @@ void Scanner::BuscaArchivos() {
         for (const platform::UnnamedEntry& e : platform::UnnamedEntries(folder)) {
             if (!e.tape || e.shown.startsWith('.')) continue;
             warnings.push_back(
-                {Comunes::PathIn(folder, e.shown),
+                {Records::PathIn(folder, e.shown),
                  QStringLiteral("el nombre no es UTF-8 válido: no se puede catalogar")});
             ++counters.Total;
             ++unnamed;
@@ -157,7 +157,7 @@ Scanner::Result Scanner::Run(const QString& folder) {
     }
     Comunes::CurTape.reset();
     if (result == Result::StoreFailed) {
-        Comunes::ReloadRegisters();
+        Records::ReloadRegisters();
         Estado = QStringLiteral("Error en el catálogo");
         Tell();
         Store::ReportError(Store::LastError());
@@ -182,17 +182,17 @@ bool Scanner::ProcessFile(const QString& path) {
     const std::string p = path.toStdString();
     const QString name = QString::fromStdString(FileNameOf(p));
     const QString ext = QString::fromStdString(ExtensionOf(p)).toLower();
-    const QString dir = Comunes::FolderOf(path);
+    const QString dir = Records::FolderOf(path);
 
     // The rows of one file go in together: a crash never leaves half a file.
     // A file that writes nothing opens no transaction.
     bool open = false;
     auto begin = [&] { return open || (open = Store::Begin()); };
     auto done = [&] { return !open || Store::Commit(); };
-    const qint64 pathIndex = Comunes::FindPathIndex(dir);
-    if (pathIndex == 0 && (!begin() || !Comunes::AddPath(dir))) return false;
+    const qint64 pathIndex = Records::FindPathIndex(dir);
+    if (pathIndex == 0 && (!begin() || !Records::AddPath(dir))) return false;
     // A folder new to the register has no files: its number stays 0 here.
-    const bool known = Comunes::FileInDB(name, ext, pathIndex);
+    const bool known = Records::FileInDB(name, ext, pathIndex);
     if (failed()) return false;
     if (known) {
         ++counters.Omitida;
@@ -223,14 +223,14 @@ bool Scanner::ProcessFile(const QString& path) {
         // Slot 0 stands for no publisher: matching it is having none.
         if (match > 0) idPub = static_cast<double>(match);
         if (match < 0) {
-            const qint64 id = Comunes::AddPublisher(publisher);
+            const qint64 id = Records::AddPublisher(publisher);
             if (id < 0 || !Comunes::LoadPublishers()) return false;
             idPub = static_cast<double>(id);
             newPublisher = true;
         }
     }
     info.fPath = dir.toStdString();
-    info.fPathIndex = static_cast<double>(Comunes::FindPathIndex(dir));
+    info.fPathIndex = static_cast<double>(Records::FindPathIndex(dir));
     info.fExtension = ext.toStdString();
     info.fFileName = name.toStdString();
     info.fFileSize = static_cast<double>(QFileInfo(path).size());
@@ -238,17 +238,20 @@ bool Scanner::ProcessFile(const QString& path) {
     // spells it: the name never passes through the tape's Windows-1252.
     Comunes::CurName = info.iName.empty() ? name : Comunes::FromTape(info.iName);
 
-    double titleId = static_cast<double>(Comunes::FindTitle(static_cast<qint64>(idPub)));
+    double titleId = static_cast<double>(Records::FindTitle(static_cast<qint64>(idPub)));
     if (failed()) return false;
     const bool isNew = titleId == 0;
-    if (!Comunes::AddScannedFile(idPub, titleId) || !done()) return false;
+    if (!AddScannedFile(idPub, titleId) || !done()) return false;
     // Counted once the file's rows stand: a rolled-back publisher is none.
     if (newPublisher) ++counters.NwComp;
     ++(isNew ? counters.Creada : counters.Agregada);
     return true;
 }
 
-namespace Comunes {
+using Comunes::CurName;
+using Comunes::FromTape;
+using Comunes::Info;
+using Records::FileInDB;
 
 bool AddScannedFile(double& idPub, double& titleId) {
     const ArchiveInfo& info = Info();
@@ -288,7 +291,5 @@ bool AddScannedFile(double& idPub, double& titleId) {
     return Store::Run("UPDATE Titles SET HaveIt = 1 WHERE TitleId = ?",
                       {static_cast<qint64>(titleId)});
 }
-
-} // namespace Comunes
 
 } // namespace cintal

@@ -60,11 +60,9 @@ private:
     qint64 unnamed = 0; // tapes whose names aren't valid UTF-8
 };
 
-namespace Comunes {
 // Writes the file that CurInfo describes under the title, making the title
 // when titleId is 0; titleId comes back as the title used. False after a
 // store failure.
 bool AddScannedFile(double& idPub, double& titleId);
-} // namespace Comunes
 
 } // namespace cintal

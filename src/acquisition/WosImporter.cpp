@@ -197,7 +197,10 @@ QString ParseWosText(const QString& saved, WosPageInfo* info) {
     return records;
 }
 
-namespace Comunes {
+using Comunes::CurName;
+using Comunes::FromTape;
+using Comunes::Info;
+using Records::FindTitle;
 
 QString ParseWosPage(const QString& file, WosPageInfo* info) {
     WosPageInfo scratch;
@@ -250,8 +253,6 @@ int AddWosTitle(double& idPub, int& origin) {
     return 1;
 }
 
-} // namespace Comunes
-
 bool WosImporter::IsListingRoot(const QString& folder) {
     return !folder.isEmpty() &&
            !platform::FindEntry(folder, QStringLiteral("legend.html")).isEmpty();
@@ -296,7 +297,7 @@ WosImporter::Result WosImporter::Run(const QString& folder) {
                 file = exact;
             if (!file.isEmpty() && !ImportWosPage(file, kind.state)) {
                 Store::Rollback();
-                Comunes::ReloadRegisters();
+                Records::ReloadRegisters();
                 Label1 = QStringLiteral("Error en el catálogo: ") + Store::LastError();
                 Tell();
                 Store::ReportError(Store::LastError());
@@ -312,7 +313,7 @@ WosImporter::Result WosImporter::Run(const QString& folder) {
 
 bool WosImporter::ImportWosPage(const QString& file, int state) {
     WosPageInfo info;
-    const QString text = Comunes::ParseWosPage(file, &info);
+    const QString text = ParseWosPage(file, &info);
     if (!info.found) return true;
     if (!info.refused.isEmpty()) {
         warnings.push_back({file, info.refused});
@@ -363,14 +364,14 @@ bool WosImporter::AddEntry(const QString& record, int state) {
         if (match < 0) {
             if (!Store::Begin()) return false;
             open = true;
-            const qint64 id = Comunes::AddPublisher(publisher);
+            const qint64 id = Records::AddPublisher(publisher);
             if (id < 0 || !Comunes::RegisterPublisher(id, publisher)) return false;
             idPub = static_cast<double>(id);
             newPublisher = true;
         }
     }
     int origin = 1;
-    const int added = Comunes::AddWosTitle(idPub, origin);
+    const int added = AddWosTitle(idPub, origin);
     if (failed()) return false;
     if (open && !Store::Commit()) return false;
     // Counted once the rows stand: a rolled-back publisher is none.

@@ -99,8 +99,6 @@ private:
 // with its line end.
 QString ParseWosText(const QString& page, WosPageInfo* info = nullptr);
 
-namespace Comunes {
-
 // The records of the page in the file (Windows-1252), or empty when the file
 // is missing, is no regular file, is larger than kWosPageLimit or holds no
 // table.
@@ -110,7 +108,5 @@ QString ParseWosPage(const QString& file, WosPageInfo* info = nullptr);
 // 1 when a row was added, 0 otherwise (a store failure included, which
 // Store::Failures tells).
 int AddWosTitle(double& idPub, int& origin);
-
-} // namespace Comunes
 
 } // namespace cintal

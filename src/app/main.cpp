@@ -1,11 +1,11 @@
-#include "platform/DesktopShell.h"
 #include "platform/FileSync.h"
 #include "platform/Memory.h"
-#include "platform/QtPrompt.h"
 #include "platform/Spanish.h"
 #include "tape/Prompt.h"
-#include "views/Pictures.h"
 #include "views/Principal.h"
+#include "widgets/DesktopShell.h"
+#include "widgets/Pictures.h"
+#include "widgets/QtPrompt.h"
 
 #include <QApplication>
 

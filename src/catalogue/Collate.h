@@ -2,6 +2,8 @@
 // The order shown to the user: Spanish, ignoring case, numbers in numeric
 // order, so that "Ábaco" stands beside "Abadía" and "Juego 2" before "Juego 10".
 
+#include "platform/Ranks.h"
+
 #include <QCollator>
 #include <QString>
 #include <vector>
@@ -17,9 +19,5 @@ QCollator TextCollator();
 // hundred publishers costs a few hundred keys), and the keys are compared as
 // bytes.
 std::vector<int> SortRanks(const std::vector<QString>& texts);
-
-// Positions 0..n-1 ordered by their ranks, ascending or descending; equal
-// ranks keep their order.
-std::vector<std::size_t> OrderByRanks(const std::vector<int>& ranks, bool descending = false);
 
 } // namespace cintal

@@ -11,7 +11,10 @@
 #include <QFile>
 #include <QFileInfo>
 
-namespace cintal::Comunes {
+namespace cintal::Records {
+
+// The registers that these operations keep up to date.
+using namespace Comunes;
 
 namespace {
 
@@ -202,7 +205,7 @@ bool EmptyTitles() {
     return true;
 }
 
-} // namespace cintal::Comunes
+} // namespace cintal::Records
 
 namespace cintal {
 

@@ -4,7 +4,7 @@
 
 #include <QString>
 
-namespace cintal::Comunes {
+namespace cintal::Records {
 
 // A new publisher row; the caller reloads the register. On an empty table
 // the placeholder "- Desconocido -" takes IdPub 0, the slot of no publisher,
@@ -51,7 +51,7 @@ bool EmptyTitles();
 // After a store failure in the middle of a command, memory follows the store.
 void ReloadRegisters();
 
-} // namespace cintal::Comunes
+} // namespace cintal::Records
 
 namespace cintal {
 

@@ -117,7 +117,7 @@ int Add(const std::vector<std::string>& args, std::ostream& out, std::ostream& e
     }
     q.finish();
     const int failures = Store::Failures();
-    if (Comunes::AddFileToTitle(titleId, path)) {
+    if (Records::AddFileToTitle(titleId, path)) {
         out << "Archivo Agregado\n";
         return 0;
     }

@@ -59,10 +59,10 @@ int BoxOf(const std::string& name) {
 // The file's row in the catalogue, found by folder, name and extension.
 std::optional<qint64> FileRowOf(const QString& path) {
     const std::string p = path.toStdString();
-    const qint64 pathIndex = Comunes::FindPathIndex(QString::fromStdString(DirOf(p)));
+    const qint64 pathIndex = Records::FindPathIndex(QString::fromStdString(DirOf(p)));
     if (pathIndex == 0) return 0;
     const int failures = Store::Failures();
-    const qint64 id = Comunes::FileRowOf(QString::fromStdString(FileNameOf(p)),
+    const qint64 id = Records::FileRowOf(QString::fromStdString(FileNameOf(p)),
                                          QString::fromStdString(ExtensionOf(p)), pathIndex);
     if (Store::Failures() != failures) return std::nullopt;
     return id;

@@ -6,12 +6,12 @@
 #include "catalogue/Files.h"
 #include "catalogue/Store.h"
 #include "catalogue/Titles.h"
-#include "platform/KeyFilter.h"
 #include "platform/PathCase.h"
 #include "platform/Spanish.h"
 #include "tape/Prompt.h"
-#include "views/ComboAutoComplete.h"
-#include "views/Grids.h"
+#include "widgets/ComboAutoComplete.h"
+#include "widgets/Grids.h"
+#include "widgets/KeyFilter.h"
 
 #include <QCloseEvent>
 #include <QDir>

@@ -6,8 +6,8 @@
 
 #include "inspector/Inspector.h"
 #include "inspector/ModalWindow.h"
-#include "platform/Grid.h"
-#include "platform/ScrImage.h"
+#include "widgets/Grid.h"
+#include "widgets/ScrImage.h"
 
 #include <QCheckBox>
 #include <QComboBox>

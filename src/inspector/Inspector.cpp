@@ -422,7 +422,7 @@ qint64 ResolvePublisher(QString& text, bool* added) {
             Icon::Exclamation, Buttons::YesNo) != Button::Yes)
         return -1;
     // The store's failure has been shown.
-    const qint64 id = Comunes::AddPublisher(text);
+    const qint64 id = Records::AddPublisher(text);
     if (id < 0) return -1;
     Comunes::LoadPublishers();
     text = Comunes::PublisherName(id);

@@ -5,10 +5,10 @@
 #include "catalogue/Titles.h"
 #include "inspector/Inspector.h"
 #include "inspector/TitlePane.h"
-#include "platform/KeyFilter.h"
 #include "tape/Prompt.h"
-#include "views/ComboAutoComplete.h"
-#include "views/Grids.h"
+#include "widgets/ComboAutoComplete.h"
+#include "widgets/Grids.h"
+#include "widgets/KeyFilter.h"
 
 #include <QCloseEvent>
 #include <QGridLayout>

@@ -4,8 +4,8 @@
 // was changed in the title's row and in the main window's title row.
 
 #include "inspector/ModalWindow.h"
-#include "platform/Grid.h"
-#include "platform/IconSet.h"
+#include "widgets/Grid.h"
+#include "widgets/IconSet.h"
 
 #include <QComboBox>
 #include <QDialog>

@@ -2,7 +2,7 @@
 // What the inspector and the title dialog share of a catalogue pane: the
 // publisher box and the cells of the main window's title row.
 
-#include "platform/Grid.h"
+#include "widgets/Grid.h"
 
 #include <QComboBox>
 #include <QString>

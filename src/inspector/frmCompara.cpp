@@ -3,7 +3,7 @@
 #include "catalogue/Comunes.h"
 #include "platform/PathCase.h"
 #include "tape/Prompt.h"
-#include "views/Grids.h"
+#include "widgets/Grids.h"
 
 #include <QDir>
 #include <QFileDialog>

@@ -3,15 +3,16 @@
 #include "catalogue/Comunes.h"
 #include "maintenance/TitleMove.h"
 #include "tape/Prompt.h"
-#include "views/Grids.h"
-#include "views/Pictures.h"
-#include "views/Principal.h"
+#include "widgets/Grids.h"
+#include "widgets/Pictures.h"
 
 #include <QVBoxLayout>
 
 namespace cintal {
 
-FrmCambiaTitle::FrmCambiaTitle(Principal& main) : QDialog(&main), main(main) {
+FrmCambiaTitle::FrmCambiaTitle(QWidget* parent, const Grid& mainTitles,
+                               std::function<void(const QString& oldId)> moved)
+    : QDialog(parent), mainTitles(mainTitles), moved(std::move(moved)) {
     setObjectName("FrmCambiaTitle");
     setWindowTitle(QStringLiteral("Form2"));
     ImageListFrom = Pictures::ImageListFrom();
@@ -36,18 +37,18 @@ void FrmCambiaTitle::Form_Load() {
     Grids::FillTitles(TitleWindow{this, GridTitles, nullptr, ComboRegistro, &ImageListFrom}, {});
     setWindowTitle(QStringLiteral("Form2"));
     Grids::SortGrid(2, *GridTitles);
-    const int row = main.GridTitles->SelectedRow();
+    const int row = mainTitles.SelectedRow();
     if (row > 0 && row <= GridTitles->Rows()) GridTitles->SetSelectedRow(row);
 }
 
 void FrmCambiaTitle::GridTitles_DblClick() {
-    const int oldRow = main.GridTitles->SelectedRow();
+    const int oldRow = mainTitles.SelectedRow();
     const int newRow = GridTitles->SelectedRow();
     if (oldRow < 1 || newRow < 1) return;
     auto cell = [](const Grid& grid, int row, const char* key) {
         return grid.CellText(row, grid.ColumnIndex(key));
     };
-    const QString oldId = cell(*main.GridTitles, oldRow, "ColTitleId");
+    const QString oldId = cell(mainTitles, oldRow, "ColTitleId");
     TitleMover mover;
     mover.from = oldId.toLongLong();
     mover.into = cell(*GridTitles, newRow, "ColTitleId").toLongLong();
@@ -57,10 +58,7 @@ void FrmCambiaTitle::GridTitles_DblClick() {
     if (!mover.Plan() || mover.steps.empty()) return;
     if (!mover.Run()) return;
     Ask(mover.Summary().toStdString(), Comunes::kAppTitle.toStdString(), Icon::Information);
-    // The main window's file list follows the records: what stayed with the
-    // old title, which is still the one selected there.
-    Grids::FillFiles(oldId, *main.GridFiles);
-    main.mnuDelTitle_Click();
+    moved(oldId);
 }
 
 } // namespace cintal

@@ -2,21 +2,25 @@
 // The window that moves the files of the title selected in the main window
 // to another title, picked from the full list by a double click.
 
-#include "platform/Grid.h"
-#include "platform/IconSet.h"
+#include "widgets/Grid.h"
+#include "widgets/IconSet.h"
 
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDialog>
+#include <functional>
 
 namespace cintal {
-
-class Principal;
 
 class FrmCambiaTitle : public QDialog {
     Q_OBJECT
 public:
-    explicit FrmCambiaTitle(Principal& main);
+    // mainTitles is the main window's title grid, whose selected title gives
+    // its files; moved runs once they have moved, with that title's id, for
+    // the main window to follow: it stands above this window, which can't
+    // reach it.
+    FrmCambiaTitle(QWidget* parent, const Grid& mainTitles,
+                   std::function<void(const QString& oldId)> moved);
 
     void Form_Load();
     void GridTitles_DblClick();
@@ -27,7 +31,8 @@ public:
     IconSet ImageListFrom;
 
 private:
-    Principal& main;
+    const Grid& mainTitles;
+    std::function<void(const QString& oldId)> moved;
 };
 
 } // namespace cintal

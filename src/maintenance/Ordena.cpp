@@ -1,10 +1,10 @@
 #include "maintenance/Ordena.h"
 
 #include "catalogue/Comunes.h"
-#include "platform/Grid.h"
 #include "platform/Spanish.h"
 #include "tape/Prompt.h"
-#include "views/Grids.h"
+#include "widgets/Grid.h"
+#include "widgets/Grids.h"
 
 #include <QApplication>
 #include <QButtonGroup>

@@ -54,7 +54,7 @@ bool Purger::Plan() {
         // The scan keeps extensions in lower case: "LABERINT.SP" is the
         // row's "LABERINT.sp", not a missing file.
         if (!known || finder.Find(dir, r.name).isEmpty())
-            missing.push_back({r.id, known ? Comunes::PathIn(dir, r.name) : QString()});
+            missing.push_back({r.id, known ? Records::PathIn(dir, r.name) : QString()});
         if (++done % 256 == 0) {
             if (progress) progress(done, total);
             Breathe();

@@ -85,16 +85,16 @@ QString Renamer::Rename(const QString& newBase) {
     }
     // Every rename, file first, then the ticked side files in list order.
     std::vector<std::pair<QString, QString>> moves;
-    moves.push_back({file.isEmpty() ? Comunes::PathIn(folder, oldFull) : file,
-                     Comunes::PathIn(folder, newName)});
+    moves.push_back({file.isEmpty() ? Records::PathIn(folder, oldFull) : file,
+                     Records::PathIn(folder, newName)});
     for (const RenameEntry& e : entries)
-        if (e.ticked) moves.push_back({e.source, Comunes::PathIn(e.folder, newBase + e.ending)});
+        if (e.ticked) moves.push_back({e.source, Records::PathIn(e.folder, newBase + e.ending)});
     for (const auto& [from, to] : moves) {
         const QFileInfo target(to);
         const QStringList taken = platform::FolderListing(target.path())
                                       .AllCases(target.fileName(), platform::EntryKind::File);
         const QString there =
-            taken.isEmpty() ? QString() : Comunes::PathIn(target.path(), taken.front());
+            taken.isEmpty() ? QString() : Records::PathIn(target.path(), taken.front());
         // Only a change of case finds the file itself there.
         if (!there.isEmpty() && there != from) {
             Ask("el nombre de archivo ya existe. Especifica otro nombre.", {}, Icon::Critical);

@@ -29,7 +29,7 @@ constexpr SideFile kSideFiles[] = {
 };
 
 QString Join(const QString& dir, const QString& name) {
-    return Comunes::PathIn(dir, name);
+    return Records::PathIn(dir, name);
 }
 
 } // namespace
@@ -174,8 +174,8 @@ QString Reorganiser::AlreadyMoved(const QString& destDir, const QString& fileNam
     // A row that names the file there makes it that row's file.
     const QString name = QFileInfo(there).fileName();
     const qsizetype dot = name.lastIndexOf(u'.');
-    const qint64 index = Comunes::FindPathIndex(destDir);
-    if (index != 0 && (dot < 0 || Comunes::FileInDB(name.left(dot), name.mid(dot + 1), index)))
+    const qint64 index = Records::FindPathIndex(destDir);
+    if (index != 0 && (dot < 0 || Records::FileInDB(name.left(dot), name.mid(dot + 1), index)))
         return {};
     return there;
 }
@@ -255,16 +255,16 @@ void Reorganiser::Plan(const QString& targetFolder, SortBy order,
 bool Reorganiser::PointRow(qint64 fileId, const QString& dir) {
     QuietErrors quiet;
     if (!Store::Begin()) return false;
-    if (Comunes::FindPathIndex(dir) == 0 && !Comunes::AddPath(dir)) {
+    if (Records::FindPathIndex(dir) == 0 && !Records::AddPath(dir)) {
         Store::Rollback();
-        Comunes::ReloadRegisters();
+        Records::ReloadRegisters();
         return false;
     }
-    const qint64 index = Comunes::FindPathIndex(dir);
+    const qint64 index = Records::FindPathIndex(dir);
     if (!Store::Run("UPDATE tFiles SET PathIndex = ? WHERE FileId = ?", {index, fileId}) ||
         !Store::Commit()) {
         Store::Rollback();
-        Comunes::ReloadRegisters();
+        Records::ReloadRegisters();
         return false;
     }
     return true;

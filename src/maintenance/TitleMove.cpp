@@ -49,7 +49,7 @@ bool TitleMover::Plan() {
         const QString extension = TextOf(q.value(2));
         const qint64 index = NumberOf(q.value(3));
         if (paths.Has(index) && !paths.Number(index).isEmpty())
-            s.path = Comunes::PathIn(paths.Dir(index), TextOf(q.value(1)) + "." + extension);
+            s.path = Records::PathIn(paths.Dir(index), TextOf(q.value(1)) + "." + extension);
         s.tape = extension.compare(QLatin1String("tzx"), Qt::CaseInsensitive) == 0;
         steps.push_back(s);
     }

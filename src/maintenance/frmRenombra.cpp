@@ -1,8 +1,8 @@
 #include "maintenance/frmRenombra.h"
 
 #include "catalogue/Records.h"
-#include "platform/Grid.h"
-#include "platform/ScrImage.h"
+#include "widgets/Grid.h"
+#include "widgets/ScrImage.h"
 
 #include <QHBoxLayout>
 #include <QLabel>
@@ -57,7 +57,7 @@ void frmRenombra::Form_Load() {
     const QString dir = GridFiles->CellText(row, GridFiles->ColumnIndex("ColPath"));
     renamer.Load(dir, GridFiles->CellText(row, GridFiles->ColumnIndex("ColFileName")),
                  GridFiles->CellText(row, GridFiles->ColumnIndex("ColPathIndex")).toLongLong());
-    setWindowTitle(Comunes::PathIn(dir, renamer.oldFull));
+    setWindowTitle(Records::PathIn(dir, renamer.oldFull));
     const int title = GridTitles->SelectedRow();
     QString name =
         title > 0 ? GridTitles->CellText(title, GridTitles->ColumnIndex("ColName")) : QString();

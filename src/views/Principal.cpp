@@ -5,13 +5,13 @@
 #include "catalogue/Settings.h"
 #include "catalogue/Store.h"
 #include "catalogue/Titles.h"
-#include "catalogue/frmSplash.h"
 #include "maintenance/Emulators.h"
 #include "platform/PathCase.h"
 #include "platform/Shell.h"
 #include "tape/Content.h"
 #include "tape/Prompt.h"
-#include "views/Pictures.h"
+#include "views/frmSplash.h"
+#include "widgets/Pictures.h"
 
 #include <QApplication>
 #include <QDir>
@@ -235,11 +235,11 @@ bool Principal::Form_Load(const QString& dbPath) {
     splash.show();
     QApplication::processEvents();
 
-    // 4. The shared state and the registers.
+    // 3. The shared state and the registers.
     const QString path = dbPath.isEmpty() ? Comunes::DefaultDbPath() : dbPath;
     if (!OpenCatalogue(path)) return false;
 
-    // 3. The default screen.
+    // 4. The default screen.
     ShowScreen({});
 
     // 5, 6. The grids' columns.
@@ -254,7 +254,7 @@ bool Principal::Form_Load(const QString& dbPath) {
     Grids::FillTitles(Parts(), kOrderByName);
     Grids::Splash = nullptr;
 
-    // 8.
+    // 8. The splash goes.
     splash.close();
     return true;
 }

@@ -1,10 +1,10 @@
 #pragma once
 
-#include "platform/Grid.h"
-#include "platform/IconSet.h"
-#include "platform/PictureBox.h"
-#include "platform/ScrImage.h"
-#include "views/Grids.h"
+#include "widgets/Grid.h"
+#include "widgets/Grids.h"
+#include "widgets/IconSet.h"
+#include "widgets/PictureBox.h"
+#include "widgets/ScrImage.h"
 
 #include <QCheckBox>
 #include <QComboBox>

@@ -16,8 +16,8 @@
 #include "platform/Shell.h"
 #include "tape/Prompt.h"
 #include "tape/TapConvert.h"
-#include "views/Pictures.h"
 #include "views/Principal.h"
+#include "widgets/Pictures.h"
 
 #include <QDir>
 #include <QFileDialog>
@@ -205,7 +205,7 @@ void Principal::AddFileByHand() {
     const QString path = ChooseFile ? ChooseFile(kAddFileFilter) : QString();
     if (path.isEmpty()) return;
     const int failures = Store::Failures();
-    if (Comunes::AddFileToTitle(titleId.toLongLong(), path)) {
+    if (Records::AddFileToTitle(titleId.toLongLong(), path)) {
         Grids::FillFiles(titleId, *GridFiles);
         Tell(QStringLiteral("Archivo Agregado"), Icon::Information);
         PaintTitleRow(Grids::ColourOwnedBack(), Grids::ColourOwnedFore());
@@ -236,7 +236,7 @@ void Principal::mnuDelTitle_Click() {
                 QStringLiteral("Eliminar registro")))
         return;
     const int failures = Store::Failures();
-    Comunes::DelTitleRecord(id.toLongLong());
+    Records::DelTitleRecord(id.toLongLong());
     if (Store::Failures() != failures) return;
     Tell(QStringLiteral("Registro eliminado"), Icon::Information);
     // The combo keeps the order of the load: the item at the row's number goes.
@@ -257,7 +257,7 @@ void Principal::mnuDelFile_Click() {
                 QStringLiteral("Eliminar registro")))
         return;
     const int failures = Store::Failures();
-    Comunes::DelFileRecord(
+    Records::DelFileRecord(
         GridFiles->CellText(row, GridFiles->ColumnIndex("ColFileId")).toLongLong(),
         SelectedTitleCell("ColTitleId").toLongLong(), moreFiles);
     if (Store::Failures() != failures) return;
@@ -283,7 +283,7 @@ void Principal::CmdLimpiaEmpty_Click() {
     QSqlQuery any = Store::NewQuery();
     if (!Store::Exec(any, QStringLiteral("SELECT 1 FROM Titles LIMIT 1")) || !any.next()) return;
     any.finish();
-    if (!Comunes::EmptyTitles() || Store::Failures() != failures) return;
+    if (!Records::EmptyTitles() || Store::Failures() != failures) return;
     Grids::FillTitles(Parts(), kOrderByName);
 }
 
@@ -295,7 +295,7 @@ void Principal::mnuTap2Tzx_Click() {
     if (!ConvertTapToTzx(tap.toStdString(), &made)) return;
     const QString tzx = QString::fromStdString(made);
     const int failures = Store::Failures();
-    Comunes::AddFileToTitle(titleId.toLongLong(), tzx);
+    Records::AddFileToTitle(titleId.toLongLong(), tzx);
     if (Store::Failures() != failures) return;
     Grids::FillFiles(titleId, *GridFiles);
     Tell("Archivo convertido: " + tzx, Icon::Information);

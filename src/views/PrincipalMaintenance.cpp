@@ -13,7 +13,12 @@ void Principal::Command7_Click() {
 
 void Principal::mnuCambiaTitle_Click() {
     if (GridTitles->SelectedRow() < 1 || GridFiles->Rows() < 1) return;
-    FrmCambiaTitle window(*this);
+    FrmCambiaTitle window(this, *GridTitles, [this](const QString& oldId) {
+        // The file list follows the records: what stayed with the old title,
+        // which is still the one selected here.
+        Grids::FillFiles(oldId, *GridFiles);
+        mnuDelTitle_Click();
+    });
     RunModal(window);
 }
 

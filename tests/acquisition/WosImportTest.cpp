@@ -154,7 +154,7 @@ TEST_F(WosTest, EachLineClassGivesItsEstadoAndTheColumnsStayInPlace) {
     // The records as the parser cuts them: the marker and the speech flag
     // behind the visible columns, the marker's blanks standing in for it.
     WosPageInfo info;
-    const QString records = Comunes::ParseWosPage(root + "/games/a.html", &info);
+    const QString records = ParseWosPage(root + "/games/a.html", &info);
     EXPECT_TRUE(info.found && info.table && info.leftOut.empty());
     ASSERT_EQ(records.size(), 6 * 120);
     const std::string tail = " Eng 48K    Arcade ";

@@ -60,24 +60,24 @@ TEST_F(RecordsTest, NewFoldersFillTheFirstGapAndSayWhichNumberTheyTook) {
     Path(1, "/juegos/a");
     Path(4, "/juegos/d");
     Open();
-    ASSERT_TRUE(Comunes::AddPath("/juegos/b"));
-    ASSERT_TRUE(Comunes::AddPath("/juegos/c"));
+    ASSERT_TRUE(Records::AddPath("/juegos/b"));
+    ASSERT_TRUE(Records::AddPath("/juegos/c"));
     EXPECT_EQ(Shown(), (Texts{Box("2"), Box("3")}));
     EXPECT_EQ(S(Comunes::PathTable.Dir(3)), "/juegos/c") << "the register follows at once";
 
     // No gap left: the next number, and nothing said.
-    ASSERT_TRUE(Comunes::AddPath("/JUEGOS/A"));
+    ASSERT_TRUE(Records::AddPath("/JUEGOS/A"));
     EXPECT_EQ(prompt.shown.size(), 2u);
     EXPECT_EQ(Rows("SELECT PathIndex, GameDir FROM Paths ORDER BY PathIndex"),
               (Texts{"1|/juegos/a", "2|/juegos/b", "3|/juegos/c", "4|/juegos/d", "5|/JUEGOS/A"}));
-    EXPECT_EQ(Comunes::FindPathIndex("/Juegos/A"), 1) << "the lowest number wins";
-    EXPECT_EQ(Comunes::FindPathIndex("/juegos/d"), 4);
-    EXPECT_EQ(Comunes::FindPathIndex("/juegos/d/"), 0);
+    EXPECT_EQ(Records::FindPathIndex("/Juegos/A"), 1) << "the lowest number wins";
+    EXPECT_EQ(Records::FindPathIndex("/juegos/d"), 4);
+    EXPECT_EQ(Records::FindPathIndex("/juegos/d/"), 0);
 
     // An empty table counts its first slot as a free one too.
     Sql(db, "DELETE FROM Paths");
     ASSERT_TRUE(Comunes::LoadPaths());
-    ASSERT_TRUE(Comunes::AddPath("/cintas"));
+    ASSERT_TRUE(Records::AddPath("/cintas"));
     EXPECT_EQ(prompt.shown.back().text, "1");
     EXPECT_EQ(Rows("SELECT PathIndex, GameDir FROM Paths"), Texts{"1|/cintas"});
 }
@@ -87,17 +87,17 @@ TEST_F(RecordsTest, PublishersTakeTheNextNumberAndTheFirstComesWithThePlaceholde
     Publisher(2, "Ocean");
     Publisher(5, "Dinamic");
     Open();
-    EXPECT_EQ(Comunes::AddPublisher("  topo SOFT "), 6);
+    EXPECT_EQ(Records::AddPublisher("  topo SOFT "), 6);
     EXPECT_EQ(Rows("SELECT IdPub, PublisherName FROM Publishers WHERE IdPub = 6"),
               Texts{"6|  topo SOFT "});
 
     Sql(db, "DELETE FROM Publishers");
     ASSERT_TRUE(Comunes::LoadPublishers());
-    EXPECT_EQ(Comunes::AddPublisher("Ocean"), 1);
+    EXPECT_EQ(Records::AddPublisher("Ocean"), 1);
     EXPECT_EQ(Rows("SELECT IdPub, PublisherName FROM Publishers ORDER BY IdPub"),
               (Texts{"0|- Desconocido -", "1|Ocean"}));
     ASSERT_TRUE(Comunes::LoadPublishers());
-    EXPECT_EQ(Comunes::AddPublisher("Dinamic"), 2);
+    EXPECT_EQ(Records::AddPublisher("Dinamic"), 2);
     EXPECT_TRUE(prompt.shown.empty());
 }
 
@@ -115,7 +115,7 @@ TEST_F(RecordsTest, AFileAddedByHandCarriesItsTapesTextsOnce) {
     const QString tzx = QDir(folder).filePath("a.b.tzx");
     WriteFile(tzx, QByteArray::fromStdString(tape));
 
-    ASSERT_TRUE(Comunes::AddFileToTitle(t, tzx));
+    ASSERT_TRUE(Records::AddFileToTitle(t, tzx));
     EXPECT_EQ(Rows("SELECT PathIndex, GameDir FROM Paths ORDER BY PathIndex"),
               (Texts{"1|/otra/carpeta", "2|" + S(folder)}));
     const std::string sizeText = std::to_string(tape.size());
@@ -124,17 +124,17 @@ TEST_F(RecordsTest, AFileAddedByHandCarriesItsTapesTextsOnce) {
     EXPECT_EQ(Rows(columns), Texts{std::to_string(t) + "|a.b|tzx|2|0|" + sizeText + "|" +
                                    S(origin.left(50)) + "|Spa|Carga rápida|1|NULL|NULL"});
     EXPECT_EQ(HaveIt(t), 1);
-    EXPECT_TRUE(Comunes::FileInDB("a.b", "tzx", 2));
-    EXPECT_FALSE(Comunes::FileInDB("a.b", "tzx", 1));
+    EXPECT_TRUE(Records::FileInDB("a.b", "tzx", 2));
+    EXPECT_FALSE(Records::FileInDB("a.b", "tzx", 1));
 
     // The same file again changes nothing.
-    EXPECT_FALSE(Comunes::AddFileToTitle(t, tzx));
+    EXPECT_FALSE(Records::AddFileToTitle(t, tzx));
     EXPECT_EQ(Rows("SELECT count(*) FROM tFiles"), Texts{"1"});
 
     // A file that is no tape: its row all the same, with no texts and no language.
     const QString z80 = QDir(folder).filePath("JUEGO.Z80");
     WriteFile(z80, "no es una cinta");
-    ASSERT_TRUE(Comunes::AddFileToTitle(t, z80));
+    ASSERT_TRUE(Records::AddFileToTitle(t, z80));
     EXPECT_EQ(Rows("SELECT Extension, coalesce(Origin, ''), IdLang, coalesce(LoadSchema, ''), "
                    "FileSize FROM tFiles WHERE FileName = 'JUEGO'"),
               Texts{"Z80||NULL||15"});
@@ -152,9 +152,9 @@ TEST_F(RecordsTest, TitlesAreFoundByTheirCleanedNameAndPublisher) {
     Open();
 
     Comunes::CurName = given;
-    EXPECT_EQ(Comunes::FindTitle(3), three);
+    EXPECT_EQ(Records::FindTitle(3), three);
     EXPECT_EQ(S(Comunes::CurName), S(stored));
-    EXPECT_EQ(Comunes::FindTitle(7), 0);
+    EXPECT_EQ(Records::FindTitle(7), 0);
 
     // Letters that Windows-1252 lacks are letters all the same.
     const QString polish =
@@ -164,7 +164,7 @@ TEST_F(RecordsTest, TitlesAreFoundByTheirCleanedNameAndPublisher) {
     // What the name would be after Windows-1252: a title it must not find.
     NewTitle(QStringLiteral("Za?ó?? 'g??l?' ja??, czyli przygody w ?odzi i Gda?"), 3);
     Comunes::CurName = polish;
-    EXPECT_EQ(Comunes::FindTitle(3), pl);
+    EXPECT_EQ(Records::FindTitle(3), pl);
     EXPECT_EQ(S(Comunes::CurName), "Zażółć 'gęślą' jaźń, czyli przygody w Łodzi i Gdań");
 }
 
@@ -178,53 +178,53 @@ TEST_F(RecordsTest, DeletingRowsFollowsTheHaveItRules) {
     NewFile(gone, "di \"hola\"", "tzx", 1);
     Open();
 
-    EXPECT_TRUE(Comunes::DelFileRecord(a, two, true));
+    EXPECT_TRUE(Records::DelFileRecord(a, two, true));
     EXPECT_EQ(HaveIt(two), 1);
-    EXPECT_TRUE(Comunes::DelFileRecord(b, two, false));
+    EXPECT_TRUE(Records::DelFileRecord(b, two, false));
     EXPECT_EQ(HaveIt(two), 0);
     // A row already gone touches nothing, the title included.
     Sql(db, "UPDATE Titles SET HaveIt = 1");
-    EXPECT_FALSE(Comunes::DelFileRecord(b, two, false));
+    EXPECT_FALSE(Records::DelFileRecord(b, two, false));
     EXPECT_EQ(HaveIt(two), 1);
 
-    EXPECT_TRUE(Comunes::DelTitleRecord(gone));
-    EXPECT_FALSE(Comunes::DelTitleRecord(gone));
+    EXPECT_TRUE(Records::DelTitleRecord(gone));
+    EXPECT_FALSE(Records::DelTitleRecord(gone));
     EXPECT_EQ(Rows("SELECT TitleId FROM Titles"), Texts{std::to_string(two)});
     EXPECT_EQ(Rows("SELECT FileName FROM tFiles ORDER BY FileId"),
               (Texts{"huerfano", "di \"hola\""}));
-    EXPECT_TRUE(Comunes::FileInDB("di \"hola\"", "TZX", 1));
+    EXPECT_TRUE(Records::FileInDB("di \"hola\"", "TZX", 1));
     EXPECT_TRUE(prompt.shown.empty());
 }
 
 TEST_F(RecordsTest, AFileAtTheRootLiesInTheFolderSlashAndNoEmptyTextIsAFolder) {
-    EXPECT_EQ(S(Comunes::FolderOf("/juego.tzx")), "/");
-    EXPECT_EQ(S(Comunes::FolderOf("/juegos/juego.tzx")), "/juegos");
-    EXPECT_EQ(S(Comunes::PathIn("/", "juego.tzx")), "/juego.tzx");
-    EXPECT_EQ(S(Comunes::PathIn("/juegos", "juego.tzx")), "/juegos/juego.tzx");
+    EXPECT_EQ(S(Records::FolderOf("/juego.tzx")), "/");
+    EXPECT_EQ(S(Records::FolderOf("/juegos/juego.tzx")), "/juegos");
+    EXPECT_EQ(S(Records::PathIn("/", "juego.tzx")), "/juego.tzx");
+    EXPECT_EQ(S(Records::PathIn("/juegos", "juego.tzx")), "/juegos/juego.tzx");
 
     Create();
     Path(2, "/juegos");
     const qint64 t = NewTitle("En la raíz");
     Open();
     // Number 1 is free: an empty text must not take it for a folder.
-    EXPECT_EQ(Comunes::FindPathIndex(""), 0);
+    EXPECT_EQ(Records::FindPathIndex(""), 0);
 
     // Added by hand from the root; the file has gone meanwhile.
-    ASSERT_TRUE(Comunes::AddFileToTitle(t, "/cintal-perdido.tzx"));
+    ASSERT_TRUE(Records::AddFileToTitle(t, "/cintal-perdido.tzx"));
     EXPECT_EQ(Rows("SELECT PathIndex, GameDir FROM Paths ORDER BY PathIndex"),
               (Texts{"1|/", "2|/juegos"}));
     EXPECT_EQ(Rows("SELECT FileName, Extension, PathIndex FROM tFiles"),
               Texts{"cintal-perdido|tzx|1"});
-    EXPECT_EQ(Comunes::FindPathIndex("/"), 1);
-    EXPECT_EQ(Comunes::FindPathIndex(""), 0);
-    ASSERT_TRUE(Comunes::AddPath("/nueva"));
-    EXPECT_EQ(Comunes::FindPathIndex("/nueva"), 3);
+    EXPECT_EQ(Records::FindPathIndex("/"), 1);
+    EXPECT_EQ(Records::FindPathIndex(""), 0);
+    ASSERT_TRUE(Records::AddPath("/nueva"));
+    EXPECT_EQ(Records::FindPathIndex("/nueva"), 3);
     EXPECT_EQ(Shown(), (Texts{Box("1"), Box("no existe el archivo!!!!!")}));
 
     // An empty register has free slots too.
     Sql(db, "DELETE FROM Paths");
     ASSERT_TRUE(Comunes::LoadPaths());
-    EXPECT_EQ(Comunes::FindPathIndex(""), 0);
+    EXPECT_EQ(Records::FindPathIndex(""), 0);
 }
 
 TEST_F(RecordsTest, AnEventsRowsAreWrittenTogetherOrNotAtAll) {
@@ -241,18 +241,18 @@ TEST_F(RecordsTest, AnEventsRowsAreWrittenTogetherOrNotAtAll) {
     Sql(db, "CREATE TRIGGER lleno BEFORE UPDATE ON Titles "
             "BEGIN SELECT RAISE(ABORT, 'disco lleno'); END");
 
-    EXPECT_FALSE(Comunes::DelFileRecord(f, t, false));
-    EXPECT_FALSE(Comunes::AddFileToTitle(t, tzx));
+    EXPECT_FALSE(Records::DelFileRecord(f, t, false));
+    EXPECT_FALSE(Records::AddFileToTitle(t, tzx));
     const std::string error = Box("Error en el catálogo: disco lleno", "", Icon::Critical);
     EXPECT_EQ(Shown(), (Texts{error, error}));
     EXPECT_EQ(Rows("SELECT FileId, FileName FROM tFiles"), Texts{std::to_string(f) + "|uno"});
     EXPECT_EQ(Rows("SELECT PathIndex, GameDir FROM Paths"), Texts{"1|/juegos"});
-    EXPECT_EQ(Comunes::FindPathIndex(folder), 0) << "the register follows the store";
+    EXPECT_EQ(Records::FindPathIndex(folder), 0) << "the register follows the store";
     EXPECT_EQ(HaveIt(t), 1);
 
     Sql(db, "DROP TRIGGER lleno");
-    EXPECT_TRUE(Comunes::AddFileToTitle(t, tzx));
-    EXPECT_TRUE(Comunes::DelFileRecord(f, t, true));
+    EXPECT_TRUE(Records::AddFileToTitle(t, tzx));
+    EXPECT_TRUE(Records::DelFileRecord(f, t, true));
     EXPECT_EQ(Rows("SELECT FileName, PathIndex FROM tFiles"), Texts{"dos|2"});
     EXPECT_EQ(Rows("SELECT PathIndex, GameDir FROM Paths ORDER BY PathIndex"),
               (Texts{"1|/juegos", "2|" + S(folder)}));

@@ -5,9 +5,9 @@
 #include "cli/Commands.h"
 #include "maintenance/Renamer.h"
 #include "maintenance/frmRenombra.h"
-#include "platform/Grid.h"
 #include "tape/Prompt.h"
-#include "views/Grids.h"
+#include "widgets/Grid.h"
+#include "widgets/Grids.h"
 
 #include <QDir>
 #include <QFileInfo>

@@ -6,9 +6,9 @@
 #include "cli/Commands.h"
 #include "maintenance/Ordena.h"
 #include "maintenance/Reorganiser.h"
-#include "platform/Grid.h"
 #include "tape/Prompt.h"
-#include "views/Grids.h"
+#include "widgets/Grid.h"
+#include "widgets/Grids.h"
 
 #include <QCheckBox>
 #include <QDir>

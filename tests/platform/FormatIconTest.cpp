@@ -1,7 +1,7 @@
 // The file grid's icon set: the keys the grid asks for, found as the store
 // spells them, and a picture for every one.
 
-#include "views/Pictures.h"
+#include "widgets/Pictures.h"
 
 #include <QImage>
 #include <QPixmap>

@@ -1,7 +1,7 @@
 // The screen viewer: the Spectrum's memory layout and colours checked pixel by
 // pixel on screens built here, and what the viewer falls back to.
 
-#include "platform/ScrImage.h"
+#include "widgets/ScrImage.h"
 
 #include <QCoreApplication>
 #include <QElapsedTimer>

@@ -3,10 +3,10 @@
 
 #include "platform/Spanish.h"
 #include "catalogue/Store.h"
-#include "platform/DesktopShell.h"
 #include "platform/ErrorText.h"
 #include "platform/MoveFile.h"
-#include "views/Grids.h"
+#include "widgets/DesktopShell.h"
+#include "widgets/Grids.h"
 
 #include <QAbstractButton>
 #include <QFile>

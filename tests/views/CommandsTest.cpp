@@ -5,8 +5,8 @@
 #include "../catalogue/CatalogueFixture.h"
 #include "../tape/TestSupport.h"
 #include "platform/Shell.h"
-#include "views/ComboAutoComplete.h"
 #include "views/Principal.h"
+#include "widgets/ComboAutoComplete.h"
 
 #include <QApplication>
 #include <QDir>

@@ -1,4 +1,4 @@
-#include "views/ComboAutoComplete.h"
+#include "widgets/ComboAutoComplete.h"
 
 #include <QComboBox>
 #include <QLineEdit>

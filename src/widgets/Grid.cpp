@@ -1,6 +1,6 @@
-#include "platform/Grid.h"
+#include "widgets/Grid.h"
 
-#include "catalogue/Collate.h"
+#include "platform/Ranks.h"
 
 #include <QAbstractTableModel>
 #include <QApplication>
@@ -608,7 +608,7 @@ void Grid::ClearSelection() {
     selectionModel()->setCurrentIndex({}, QItemSelectionModel::NoUpdate);
 }
 
-void Grid::Sort() {
+void Grid::Sort(const SortRanker& rank) {
     std::vector<SortKey> keys;
     for (const SortKey& k : sortKeys)
         if (ColumnAt(k.col)) keys.push_back(k);
@@ -624,7 +624,7 @@ void Grid::Sort() {
             texts.reserve(n);
             for (std::size_t r = 0; r < n; ++r)
                 texts.push_back(store->cells[r * cols + (k.col - 1)].text);
-            ranks = SortRanks(texts);
+            ranks = rank(texts);
         }
         byKey.push_back(&ranks);
     }

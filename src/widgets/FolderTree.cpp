@@ -1,4 +1,4 @@
-#include "platform/FolderTree.h"
+#include "widgets/FolderTree.h"
 
 #include <QFileInfo>
 #include <QHeaderView>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "views/Grids.h"
+#include "catalogue/ProgressSink.h"
 
 #include <QLabel>
 #include <QWidget>

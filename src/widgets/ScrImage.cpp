@@ -1,4 +1,4 @@
-#include "platform/ScrImage.h"
+#include "widgets/ScrImage.h"
 
 #include <QFile>
 #include <QPainter>

@@ -1,6 +1,7 @@
-#include "views/Grids.h"
+#include "widgets/Grids.h"
 
 #include "catalogue/Breathe.h"
+#include "catalogue/Collate.h"
 #include "catalogue/Comunes.h"
 #include "catalogue/Files.h"
 #include "catalogue/Titles.h"
@@ -282,7 +283,7 @@ void SortGrid(int col, Grid& grid) {
     keys.push_back({col, first ? Grid::SortAscending : Grid::SortDescending, Grid::SortText});
     keys.push_back({2, Grid::SortAscending, Grid::SortText});
     QApplication::setOverrideCursor(Qt::WaitCursor);
-    grid.Sort();
+    grid.Sort(SortRanks);
     QApplication::restoreOverrideCursor();
 }
 

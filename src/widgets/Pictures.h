@@ -1,7 +1,7 @@
 #pragma once
 // The pictures Cintal draws for itself: nothing is taken from elsewhere.
 
-#include "platform/IconSet.h"
+#include "widgets/IconSet.h"
 
 #include <QIcon>
 

@@ -1,4 +1,4 @@
-#include "platform/IconSet.h"
+#include "widgets/IconSet.h"
 
 namespace cintal {
 

@@ -1,4 +1,4 @@
-#include "platform/KeyFilter.h"
+#include "widgets/KeyFilter.h"
 
 #include <QKeyEvent>
 

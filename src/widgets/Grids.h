@@ -1,7 +1,8 @@
 #pragma once
 // The procedures shared by every window with a title grid.
 
-#include "platform/Grid.h"
+#include "catalogue/ProgressSink.h"
+#include "widgets/Grid.h"
 
 #include <QColor>
 #include <QString>
@@ -18,14 +19,6 @@ struct TitleWindow {
     Grid* GridFiles = nullptr;
     QComboBox* ComboRegistro = nullptr;
     const IconSet* ImageListFrom = nullptr;
-};
-
-// Where FillTitles shows its progress while the program starts.
-class ProgressSink {
-public:
-    virtual ~ProgressSink() = default;
-    virtual void SetHeading(const QString& text) = 0;
-    virtual void SetCount(const QString& text) = 0;
 };
 
 namespace Grids {

@@ -1,4 +1,4 @@
-#include "platform/QtPrompt.h"
+#include "widgets/QtPrompt.h"
 
 #include <QApplication>
 #include <QMessageBox>

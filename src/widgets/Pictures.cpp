@@ -1,4 +1,4 @@
-#include "views/Pictures.h"
+#include "widgets/Pictures.h"
 
 #include <QFontMetricsF>
 #include <QPainter>

@@ -1,7 +1,7 @@
-#include "catalogue/frmSplash.h"
+#include "views/frmSplash.h"
 
 #include "catalogue/Comunes.h"
-#include "views/Pictures.h"
+#include "widgets/Pictures.h"
 
 #include <QHBoxLayout>
 #include <QKeyEvent>

@@ -6,10 +6,11 @@
 // titles fills, sorts and filters without an object per cell or a signal per
 // row.
 
-#include "platform/IconSet.h"
+#include "widgets/IconSet.h"
 
 #include <QColor>
 #include <QTableView>
+#include <functional>
 #include <optional>
 #include <vector>
 
@@ -87,8 +88,12 @@ public:
     void RemoveRow(int row);
     void ClearSelection();
 
+    // Places each text of a column in the order shown to the user, from 0,
+    // equal texts sharing a place: the grid knows no language of its own.
+    using SortRanker = std::function<std::vector<int>(const std::vector<QString>&)>;
+
     std::vector<SortKey>& SortObject() { return sortKeys; }
-    void Sort();
+    void Sort(const SortRanker& rank);
     // The sort order of a column's texts, one number per row (equal texts
     // share one), from whoever already knows it; kept until a text of the
     // column changes.

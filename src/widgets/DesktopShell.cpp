@@ -1,4 +1,4 @@
-#include "platform/DesktopShell.h"
+#include "widgets/DesktopShell.h"
 
 #include "platform/ErrorText.h"
 
