@@ -4,12 +4,12 @@
 
 #include "platform/KeyFilter.h"
 #include "views/ComboAutoComplete.h"
+#include "views/Pictures.h"
 
 #include <QFileDialog>
 #include <QFontDatabase>
 #include <QGridLayout>
 #include <QHBoxLayout>
-#include <QPainter>
 #include <QVBoxLayout>
 
 namespace cintal {
@@ -22,68 +22,6 @@ constexpr std::array<Box, 4> kCopied = {Box::Title, Box::Publisher, Box::Year, B
 bool MultiLine(Box box) {
     return box == Box::Publisher || box == Box::Author || box == Box::RePublisher ||
            box == Box::Comments;
-}
-
-// The pictures of the small buttons, drawn here.
-enum class Arrow { Left, Right, Up, Down };
-QIcon ArrowPicture(Arrow arrow) {
-    QPixmap pm(16, 16);
-    pm.fill(Qt::transparent);
-    QPainter p(&pm);
-    p.setRenderHint(QPainter::Antialiasing);
-    p.setPen(QPen(QColor(0x1B, 0x5E, 0x20), 1));
-    p.setBrush(QColor(0x43, 0xA0, 0x47));
-    QPolygonF shape;
-    switch (arrow) {
-    case Arrow::Left: // towards the catalogue pane
-        shape << QPointF(2, 8) << QPointF(8, 2.5) << QPointF(8, 5.5) << QPointF(14, 5.5)
-              << QPointF(14, 10.5) << QPointF(8, 10.5) << QPointF(8, 13.5);
-        break;
-    case Arrow::Right: // towards the tape pane
-        shape << QPointF(14, 8) << QPointF(8, 2.5) << QPointF(8, 5.5) << QPointF(2, 5.5)
-              << QPointF(2, 10.5) << QPointF(8, 10.5) << QPointF(8, 13.5);
-        break;
-    case Arrow::Up:
-        p.setBrush(QColor(0x1E, 0x88, 0xE5));
-        p.setPen(QPen(QColor(0x0D, 0x47, 0xA1), 1));
-        shape << QPointF(8, 3) << QPointF(14, 13) << QPointF(2, 13);
-        break;
-    case Arrow::Down:
-        p.setBrush(QColor(0x1E, 0x88, 0xE5));
-        p.setPen(QPen(QColor(0x0D, 0x47, 0xA1), 1));
-        shape << QPointF(2, 3) << QPointF(14, 3) << QPointF(8, 13);
-        break;
-    }
-    p.drawPolygon(shape);
-    return QIcon(pm);
-}
-
-QIcon SavePicture() {
-    QPixmap pm(16, 16);
-    pm.fill(Qt::transparent);
-    QPainter p(&pm);
-    p.setRenderHint(QPainter::Antialiasing);
-    // A cassette with a down arrow: the tape is written.
-    p.setPen(QPen(QColor(0x37, 0x47, 0x4F), 1));
-    p.setBrush(QColor(0x54, 0x6E, 0x7A));
-    p.drawRoundedRect(QRectF(1.5, 4.5, 13, 9), 1.5, 1.5);
-    p.setBrush(Qt::white);
-    p.drawEllipse(QPointF(5, 9), 1.6, 1.6);
-    p.drawEllipse(QPointF(11, 9), 1.6, 1.6);
-    p.setPen(QPen(QColor(0xE5, 0x39, 0x35), 2, Qt::SolidLine, Qt::RoundCap));
-    p.drawLine(QPointF(8, 0.5), QPointF(8, 4));
-    return QIcon(pm);
-}
-
-QIcon DeletePicture() {
-    QPixmap pm(16, 16);
-    pm.fill(Qt::transparent);
-    QPainter p(&pm);
-    p.setRenderHint(QPainter::Antialiasing);
-    p.setPen(QPen(QColor(0xC6, 0x28, 0x28), 2.4, Qt::SolidLine, Qt::RoundCap));
-    p.drawLine(QPointF(4, 4), QPointF(12, 12));
-    p.drawLine(QPointF(12, 4), QPointF(4, 12));
-    return QIcon(pm);
 }
 
 QToolButton* PictureButton(const QIcon& icon, const char* name, QWidget* parent) {
@@ -153,7 +91,7 @@ void Info::BuildLayout() {
         g1->addWidget(LabelInfo[i], i, 0);
         g1->addWidget(dbRows[i], i, 1);
         CommandaDB[box] =
-            PictureButton(ArrowPicture(Arrow::Left),
+            PictureButton(Pictures::ToolPicture(Pictures::Tool::CopyToCatalogue),
                           QStringLiteral("CommandaDB%1").arg(int(box)).toUtf8(), Frame1);
         CommandaDB[box]->setToolTip(QStringLiteral("Copiar desde la cinta"));
         g1->addWidget(CommandaDB[box], i, 2);
@@ -215,16 +153,20 @@ void Info::BuildLayout() {
     left->addLayout(blocksRow, 5);
 
     auto* buttons = new QHBoxLayout;
-    CmdTZXSave = new QPushButton(SavePicture(), QStringLiteral("Guardar Info"), this);
+    CmdTZXSave = new QPushButton(Pictures::ToolPicture(Pictures::Tool::SaveTape),
+                                 QStringLiteral("Guardar Info"), this);
     CmdTZXSave->setObjectName("CmdTZXSave");
     CmdDBSave = new QPushButton(QStringLiteral("Command11"), this);
     CmdDBSave->setObjectName("CmdDBSave");
     CmdDBSave->setVisible(false);
-    Command3 = new QPushButton(DeletePicture(), QStringLiteral("Borra"), this);
+    Command3 = new QPushButton(Pictures::ToolPicture(Pictures::Tool::DeleteBlock),
+                               QStringLiteral("Borra"), this);
     Command3->setObjectName("Command3");
-    CommandSube = PictureButton(ArrowPicture(Arrow::Up), "CommandSube", this);
+    CommandSube =
+        PictureButton(Pictures::ToolPicture(Pictures::Tool::BlockUp), "CommandSube", this);
     CommandSube->setToolTip(QStringLiteral("Subir el bloque"));
-    CommandBaja = PictureButton(ArrowPicture(Arrow::Down), "CommandBaja", this);
+    CommandBaja =
+        PictureButton(Pictures::ToolPicture(Pictures::Tool::BlockDown), "CommandBaja", this);
     CommandBaja->setToolTip(QStringLiteral("Bajar el bloque"));
     CommandExtraer = new QPushButton(QStringLiteral("Extraer"), this);
     CommandExtraer->setObjectName("CommandExtraer");
@@ -312,7 +254,7 @@ void Info::BuildLayout() {
         Label1[label]->setObjectName(QStringLiteral("Label1_%1").arg(label));
         if (std::find(kCopied.begin(), kCopied.end(), b) != kCopied.end()) {
             CommandATZX[b] =
-                PictureButton(ArrowPicture(Arrow::Right),
+                PictureButton(Pictures::ToolPicture(Pictures::Tool::CopyToTape),
                               QStringLiteral("CommandATZX%1").arg(int(b)).toUtf8(), FrameInfo);
             CommandATZX[b]->setToolTip(QStringLiteral("Copiar desde la base de datos"));
             g2->addWidget(CommandATZX[b], line, 0, Qt::AlignTop);
