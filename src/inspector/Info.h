@@ -177,6 +177,7 @@ private:
     void Wire();
     Inspector::BoxTexts Boxes() const;
     void UpdateSaveButton();
+    void MoveSelectedBlock(bool up);
     // The typing limit of a box, 0 for none.
     static int BoxLimit(Box box);
     QString TitleCell(const char* key) const;

@@ -108,15 +108,15 @@ void Info::Command3_Click() {
 }
 
 void Info::CommandSube_Click() {
-    const int select = logic.MoveBlock(GridTZX->SelectedRow(), true, GridTZX->Rows());
-    if (select < 1) return;
-    FillGrid();
-    GridTZX->setFocus();
-    GridTZX->SetSelectedRow(select);
+    MoveSelectedBlock(true);
 }
 
 void Info::CommandBaja_Click() {
-    const int select = logic.MoveBlock(GridTZX->SelectedRow(), false, GridTZX->Rows());
+    MoveSelectedBlock(false);
+}
+
+void Info::MoveSelectedBlock(bool up) {
+    const int select = logic.MoveBlock(GridTZX->SelectedRow(), up, GridTZX->Rows());
     if (select < 1) return;
     FillGrid();
     GridTZX->setFocus();

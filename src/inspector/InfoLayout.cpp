@@ -24,6 +24,17 @@ bool MultiLine(Box box) {
            box == Box::Comments;
 }
 
+// An editable combo takes what is typed without adding it to its list.
+QComboBox* NewCombo(const char* name, bool editable) {
+    auto* combo = new QComboBox;
+    combo->setObjectName(name);
+    if (editable) {
+        combo->setEditable(true);
+        combo->setInsertPolicy(QComboBox::NoInsert);
+    }
+    return combo;
+}
+
 QToolButton* PictureButton(const QIcon& icon, const char* name, QWidget* parent) {
     auto* b = new QToolButton(parent);
     b->setIcon(icon);
@@ -72,18 +83,10 @@ void Info::BuildLayout() {
     TextName = new QLineEdit;
     TextName->setObjectName("TextName");
     TextName->setMaxLength(50);
-    ComboPub = new QComboBox;
-    ComboPub->setObjectName("ComboPub");
-    ComboPub->setEditable(true);
-    ComboPub->setInsertPolicy(QComboBox::NoInsert);
-    ListYear = new QComboBox;
-    ListYear->setObjectName("ListYear");
-    ComboTipo = new QComboBox;
-    ComboTipo->setObjectName("ComboTipo");
-    ComboTipo->setEditable(true);
-    ComboTipo->setInsertPolicy(QComboBox::NoInsert);
-    ComboEstado = new QComboBox;
-    ComboEstado->setObjectName("ComboEstado");
+    ComboPub = NewCombo("ComboPub", true);
+    ListYear = NewCombo("ListYear", false);
+    ComboTipo = NewCombo("ComboTipo", true);
+    ComboEstado = NewCombo("ComboEstado", false);
     QWidget* const dbRows[] = {TextName, ComboPub, ListYear, ComboTipo};
     for (int i = 0; i < 4; ++i) {
         const Box box = kCopied[i];
@@ -220,15 +223,9 @@ void Info::BuildLayout() {
     mono.setStyleHint(QFont::TypeWriter);
     mono.setFixedPitch(true);
     mono.setPointSizeF(8.25);
-    ComboLang = new QComboBox;
-    ComboLang->setObjectName("ComboLang");
-    ComboLang->setEditable(true);
-    ComboLang->setInsertPolicy(QComboBox::NoInsert);
+    ComboLang = NewCombo("ComboLang", true);
     ComboLang->addItems(kLanguages);
-    ComboOrigin = new QComboBox;
-    ComboOrigin->setObjectName("ComboOrigin");
-    ComboOrigin->setEditable(true);
-    ComboOrigin->setInsertPolicy(QComboBox::NoInsert);
+    ComboOrigin = NewCombo("ComboOrigin", true);
     ComboOrigin->addItems(kOrigins);
     int line = 0;
     for (const auto& [b, label] : rows) {
