@@ -5,37 +5,66 @@
 
 namespace cintal {
 
+namespace {
+
+const char* const kFileRowSelect =
+    "SELECT FileId, TitleId, FileName, Extension, PathIndex, Memory, Players, FileSize, Origin, "
+    "IdLang, LoadSchema, HaveIt, Joysticks, AYSound, MultiLoad FROM tFiles ";
+
+FileRow FileRowOf(const QSqlQuery& q) {
+    FileRow r;
+    r.FileId = NumberOf(q.value(0));
+    r.TitleId = NumberOf(q.value(1));
+    r.FileName = TextOf(q.value(2));
+    r.Extension = TextOf(q.value(3));
+    r.PathIndex = NumberOf(q.value(4));
+    r.HasMemory = !q.value(5).isNull();
+    r.Memory = NumberOf(q.value(5));
+    r.HasPlayers = !q.value(6).isNull();
+    r.Players = NumberOf(q.value(6));
+    r.FileSize = NumberOf(q.value(7));
+    r.Origin = TextOf(q.value(8));
+    r.IdLang = TextOf(q.value(9));
+    r.LoadSchema = TextOf(q.value(10));
+    r.HaveIt = YesOf(q.value(11));
+    r.Joysticks = TextOf(q.value(12));
+    r.AYSound = YesOf(q.value(13));
+    r.MultiLoad = YesOf(q.value(14));
+    return r;
+}
+
+} // namespace
+
 bool LoadFileRows(qint64 titleId, std::vector<FileRow>& rows) {
     rows.clear();
     QSqlQuery q = Store::NewQuery();
-    if (!Store::Exec(q,
-                     "SELECT FileId, TitleId, FileName, Extension, PathIndex, Memory, Players, "
-                     "FileSize, Origin, IdLang, LoadSchema, HaveIt, Joysticks, AYSound, MultiLoad "
-                     "FROM tFiles WHERE TitleId = ? ORDER BY FileId",
+    if (!Store::Exec(q, QString::fromLatin1(kFileRowSelect) + "WHERE TitleId = ? ORDER BY FileId",
                      {titleId}))
         return false;
-    while (q.next()) {
-        FileRow r;
-        r.FileId = NumberOf(q.value(0));
-        r.TitleId = NumberOf(q.value(1));
-        r.FileName = TextOf(q.value(2));
-        r.Extension = TextOf(q.value(3));
-        r.PathIndex = NumberOf(q.value(4));
-        r.HasMemory = !q.value(5).isNull();
-        r.Memory = NumberOf(q.value(5));
-        r.HasPlayers = !q.value(6).isNull();
-        r.Players = NumberOf(q.value(6));
-        r.FileSize = NumberOf(q.value(7));
-        r.Origin = TextOf(q.value(8));
-        r.IdLang = TextOf(q.value(9));
-        r.LoadSchema = TextOf(q.value(10));
-        r.HaveIt = YesOf(q.value(11));
-        r.Joysticks = TextOf(q.value(12));
-        r.AYSound = YesOf(q.value(13));
-        r.MultiLoad = YesOf(q.value(14));
-        rows.push_back(std::move(r));
-    }
+    while (q.next())
+        rows.push_back(FileRowOf(q));
     return true;
+}
+
+FileRowSaved SaveTapeFileRow(qint64 fileId, const TapeRowValues& values, FileRow& row) {
+    QSqlQuery q = Store::NewQuery();
+    if (!Store::Exec(q, QString::fromLatin1(kFileRowSelect) + "WHERE FileId = ?", {fileId}))
+        return FileRowSaved::Failed;
+    if (!q.next()) return FileRowSaved::NoRow;
+    row = FileRowOf(q);
+    q.finish();
+    // A tape without a language or a load schema leaves the row's own.
+    if (!Store::Run("UPDATE tFiles SET FileSize = ?, Origin = ?, "
+                    "IdLang = CASE WHEN ? THEN ? ELSE IdLang END, "
+                    "LoadSchema = CASE WHEN ? THEN ? ELSE LoadSchema END WHERE FileId = ?",
+                    {values.fileSize, values.origin, values.lang.isEmpty() ? 0 : 1,
+                     values.lang.left(3), values.schema.isEmpty() ? 0 : 1, values.schema, fileId}))
+        return FileRowSaved::Failed;
+    row.FileSize = values.fileSize;
+    row.Origin = values.origin;
+    if (!values.lang.isEmpty()) row.IdLang = values.lang.left(3);
+    if (!values.schema.isEmpty()) row.LoadSchema = values.schema;
+    return FileRowSaved::Saved;
 }
 
 OriginMark DecodeOrigin(const QString& origin) {

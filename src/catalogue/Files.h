@@ -31,6 +31,19 @@ struct FileRow {
 // failure.
 bool LoadFileRows(qint64 titleId, std::vector<FileRow>& rows);
 
+// What a tape saved from the inspector leaves in its file row: the size and
+// origin always, the language and load schema only when the tape has them.
+struct TapeRowValues {
+    qint64 fileSize = 0;
+    QString origin;
+    QString lang;
+    QString schema;
+};
+enum class FileRowSaved { Saved, NoRow, Failed };
+// Writes them into the row with that key; on Saved, row holds the row as it
+// now stands.
+FileRowSaved SaveTapeFileRow(qint64 fileId, const TapeRowValues& values, FileRow& row);
+
 // How the Origen column reads a release kind: the icon key and the text.
 struct OriginMark {
     QString icon;

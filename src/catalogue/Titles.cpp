@@ -1,7 +1,10 @@
 #include "catalogue/Titles.h"
 
 #include "catalogue/Collate.h"
+#include "catalogue/Comunes.h"
+#include "catalogue/Records.h"
 #include "catalogue/Store.h"
+#include "tape/Prompt.h"
 
 #include <QHash>
 #include <algorithm>
@@ -101,6 +104,67 @@ QString EstadoText(const TitleRow& row) {
                                     QStringLiteral("3"), QStringLiteral("4"), QStringLiteral("5"),
                                     QStringLiteral("6")};
     return texts[row.Estado];
+}
+
+qint64 ResolvePublisher(QString& text, bool* added) {
+    if (added) *added = false;
+    if (text.isEmpty()) return 0;
+    const qint64 known = Comunes::FindPublisher(text);
+    if (known >= 0) return known;
+    if (Ask("¿Desea agregar la compañía a la base de datos?", "Compañía desconocida",
+            Icon::Exclamation, Buttons::YesNo) != Button::Yes)
+        return -1;
+    // The store's failure has been shown.
+    const qint64 id = Records::AddPublisher(text);
+    if (id < 0) return -1;
+    Comunes::LoadPublishers();
+    text = Comunes::PublisherName(id);
+    if (added) *added = true;
+    return id;
+}
+
+TitleSaved SaveTitleRow(qint64 titleId, const TitleFields& fields) {
+    QSqlQuery q = Store::NewQuery();
+    if (!Store::Exec(q, "SELECT TitleId FROM Titles WHERE TitleId = ?", {titleId}))
+        return TitleSaved::Failed;
+    if (!q.next()) return TitleSaved::NoRow;
+    q.finish();
+    // Fixed column names; every value is bound.
+    QString sql = QStringLiteral("UPDATE Titles SET Name = ?, IdPub = ?");
+    QVariantList values{StoredTitleName(fields.name), fields.idPub};
+    if (!fields.year.isEmpty()) {
+        sql += QStringLiteral(", Year = ?");
+        values << fields.year;
+        if (fields.estado >= 0) {
+            sql += QStringLiteral(", Estado = ?");
+            values << fields.estado;
+        }
+    }
+    if (fields.origenInfo >= 0) {
+        sql += QStringLiteral(", OrigenInfo = ?");
+        values << fields.origenInfo;
+    }
+    if (fields.type) {
+        sql += QStringLiteral(", Type = ?");
+        values << LeftChars(*fields.type, 7);
+    }
+    sql += QStringLiteral(" WHERE TitleId = ?");
+    values << titleId;
+    return Store::Run(sql, values) ? TitleSaved::Saved : TitleSaved::Failed;
+}
+
+int TitleOrigenInfo(qint64 titleId) {
+    QSqlQuery q = Store::NewQuery();
+    if (!Store::Exec(q, "SELECT OrigenInfo FROM Titles WHERE TitleId = ?", {titleId}) || !q.next())
+        return -1;
+    return static_cast<int>(NumberOf(q.value(0)));
+}
+
+qint64 TitleIdPub(qint64 titleId) {
+    QSqlQuery q = Store::NewQuery();
+    if (!Store::Exec(q, "SELECT IdPub FROM Titles WHERE TitleId = ?", {titleId}) || !q.next())
+        return 0;
+    return static_cast<qint64>(NumberOf(q.value(0)));
 }
 
 } // namespace cintal

@@ -121,7 +121,7 @@ int InfoCommand(const std::vector<std::string>& args, std::ostream& out, std::os
     // key release writes them back.
     Inspector::BoxTexts boxes = inspector.ShowArchiveInfo();
     for (const auto& [box, text] : sets)
-        boxes[box] = text;
+        boxes[static_cast<Box>(box)] = text;
     inspector.KeyUp(boxes);
     if (inspector.SaveBlocker().isEmpty() && !inspector.AcceptLongTexts()) {
         out << file.toStdString() << ": no se ha modificado\n";

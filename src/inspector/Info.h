@@ -52,27 +52,26 @@ public:
     void OpenFile(const QString& path);
     void ShowArchiveInfo();
     void TextInfo_KeyUp();
-    int TextInfo_KeyPress(int index, int key);
+    int TextInfo_KeyPress(Box box, int key);
     void ComboLang_LostFocus();
     void ComboOrigin_LostFocus();
     void ComboPub_LostFocus();
     void CmdDBSave_Click();
     // True when the tape was written.
     bool CmdTZXSave_Click();
-    void CommandaDB_Click(int index);
-    void CommandATZX_Click(int index);
+    void CommandaDB_Click(Box box);
+    void CommandATZX_Click(Box box);
     void Command3_Click();
     void CommandSube_Click();
     void CommandBaja_Click();
-    // The four add buttons by their attachment type: 1, 5, 2, 3.
-    void AddBlock_Click(int attType);
+    void AddBlock_Click(Attachment type);
     // The preview follows the selected block.
     void GridTZX_SelectionChange();
     void CommandExtraer_Click();
 
     // The text of a box of the tape pane, lines ending in CR LF.
-    QString BoxText(int index) const;
-    void SetBoxText(int index, const QString& text);
+    QString BoxText(Box box) const;
+    void SetBoxText(Box box, const QString& text);
     // The pending flag of the tape pane: true when nothing is pending.
     bool TZXSaveTag() const { return !logic.Pending(); }
 
@@ -98,16 +97,16 @@ public:
     QComboBox* ComboTipo;
     QLabel* Label2;
     QComboBox* ComboEstado;
-    std::map<int, QToolButton*> CommandaDB;
+    std::map<Box, QToolButton*> CommandaDB;
     QString ComboPubTag;
 
     // Tape pane.
     QGroupBox* FrameInfo;
-    std::map<int, QWidget*> TextInfo;
+    std::map<Box, QWidget*> TextInfo;
     std::map<int, QLabel*> Label1;
     QComboBox* ComboLang;
     QComboBox* ComboOrigin;
-    std::map<int, QToolButton*> CommandATZX;
+    std::map<Box, QToolButton*> CommandATZX;
     QGroupBox* Frame2;
     std::array<QRadioButton*, 3> OptDatos;
 
@@ -140,26 +139,36 @@ public:
 
 protected:
     // The compare window is this window reduced, with a second list beside
-    // the blocks: it builds on the same panes and the same logic.
-    Info(Grid* titles, Grid* files, QWidget* parent, bool compareTwin);
+    // the blocks: it builds on the same panes and the same logic, and
+    // differs where these say.
 
     // The file row opened when the window opens.
     virtual int FirstFileRow() const { return 1; }
     // The block (from 1) of the selected row of the block list, 0 for none.
     virtual int SelectedBlock() const { return GridTZX->SelectedRow(); }
+    // The source list, filled and set from the title's cell; the compare
+    // window has none, and so keeps the stored source when it saves.
+    virtual void ShowSource(const QString& estadoCell);
+    // After the block list has its columns.
+    virtual void FitBlockList();
+    // The last step of Form_Load.
+    virtual void Loaded() {}
+    // What closing or another file asks when the tape is pending.
+    virtual QString PendingQuestion() const;
+    // Answering Sí to that question; true when the tape was written.
+    virtual bool SaveOpenTape() { return CmdTZXSave_Click(); }
     // "Guardar Info" from its second step: the save, the read back, the file
     // row. True when the tape was written.
     bool SaveTapeAndRow();
     // Before the open tape goes: asks whether to save what is pending.
     // False when the user stays with it (Cancelar, or a save not done).
     bool SettlePending();
-    // The title's row and cells, with or without its source.
-    void SaveTitle(bool withEstado);
+    // The title's row and cells.
+    void SaveTitle();
 
     Grid* mainTitles;
     Grid* mainFiles;
     Inspector logic;
-    const bool compareTwin;
     QVBoxLayout* leftColumn = nullptr;
     QHBoxLayout* blocksRow = nullptr;
 
@@ -168,6 +177,9 @@ private:
     void Wire();
     Inspector::BoxTexts Boxes() const;
     void UpdateSaveButton();
+    void MoveSelectedBlock(bool up);
+    // The typing limit of a box, 0 for none.
+    static int BoxLimit(Box box);
     QString TitleCell(const char* key) const;
     void SetTitleCell(const char* key, const QString& text, int icon = -1);
 

@@ -1,16 +1,12 @@
 #include "inspector/Inspector.h"
 
 #include "catalogue/Comunes.h"
-#include "catalogue/Records.h"
-#include "catalogue/Store.h"
-#include "catalogue/Titles.h"
 #include "platform/Spanish.h"
 #include "tape/Prompt.h"
 #include "tape/TZXFunct.h"
 
 #include <QFile>
 #include <QFileInfo>
-#include <QSqlQuery>
 
 namespace cintal {
 
@@ -19,8 +15,8 @@ namespace {
 // A length byte holds at most this much of an archive text.
 constexpr int kMaxArchiveText = 255;
 
-std::string* FieldOf(ArchiveInfo& info, int box) {
-    return ArchiveTextFor(info, box);
+std::string* FieldOf(ArchiveInfo& info, Box box) {
+    return ArchiveTextFor(info, static_cast<int>(box));
 }
 
 // Lines of the tape end in a carriage return alone; drops the line feed of
@@ -53,6 +49,33 @@ void Tell(const QString& text, Icon icon, const QString& title = Comunes::kAppTi
 
 } // namespace
 
+const std::array<Inspector::BoxSpec, 11> Inspector::kBoxes = {{
+    {Box::Title, "Título"},
+    {Box::Publisher, "Compañía"},
+    {Box::Author, "Autor"},
+    {Box::Year, "Año"},
+    {Box::Language, "Idioma"},
+    {Box::Type, "Tipo"},
+    {Box::Price, "Precio"},
+    {Box::Protection, "Protección"},
+    {Box::Origin, "Origin"},
+    {Box::RePublisher, "Reeditado por"},
+    {Box::Comments, "Comentarios:"},
+}};
+
+const std::array<Inspector::AttachmentSpec, 4> Inspector::kAttachments = {{
+    {Attachment::Picture, "Añadir una imagen", "Imagen (*.jpg *.jpeg *.gif)", "Afoto"},
+    {Attachment::ZxEdit, "Añadir un documento ZX-Edit", "Documento ZX-Edit (*.zed)", "ZED file"},
+    {Attachment::Screen, "Añadir una pantalla", "Pantalla (*.scr)", ""},
+    {Attachment::Instructions, "Añadir instrucciones", "Texto (*.txt)", ""},
+}};
+
+const Inspector::AttachmentSpec& Inspector::SpecOf(Attachment type) {
+    for (const AttachmentSpec& spec : kAttachments)
+        if (spec.type == type) return spec;
+    return kAttachments.back();
+}
+
 Inspector::Inspector() : tape(std::make_unique<TZXTape>()) {}
 
 void Inspector::Open(const QString& file) {
@@ -66,8 +89,8 @@ void Inspector::Open(const QString& file) {
 
 void Inspector::KeepStoredTexts() {
     stored.clear();
-    for (int box : kBoxes)
-        stored[box] = *FieldOf(tape->ArchiveInfo(), box);
+    for (const BoxSpec& b : kBoxes)
+        stored[b.box] = *FieldOf(tape->ArchiveInfo(), b.box);
 }
 
 QString Inspector::Caption() const {
@@ -124,16 +147,16 @@ Inspector::BoxTexts Inspector::ShowArchiveInfo() {
     PairLoneCarriageReturns(info.iAuthor);
     PairLoneCarriageReturns(info.iComments);
     BoxTexts boxes;
-    for (int box : kBoxes)
-        boxes[box] = Comunes::FromTape(*FieldOf(info, box));
+    for (const BoxSpec& b : kBoxes)
+        boxes[b.box] = Comunes::FromTape(*FieldOf(info, b.box));
     return boxes;
 }
 
 void Inspector::WriteBoxes(const BoxTexts& boxes) {
     ArchiveInfo& info = tape->ArchiveInfo();
-    for (int box : kBoxes) {
-        auto it = boxes.find(box);
-        if (it != boxes.end()) *FieldOf(info, box) = Comunes::ToTape(it->second);
+    for (const BoxSpec& b : kBoxes) {
+        auto it = boxes.find(b.box);
+        if (it != boxes.end()) *FieldOf(info, b.box) = Comunes::ToTape(it->second);
     }
 }
 
@@ -145,7 +168,7 @@ void Inspector::KeyUp(const BoxTexts& boxes) {
     pending = true;
 }
 
-void Inspector::SetField(int box, const QString& text) {
+void Inspector::SetField(Box box, const QString& text) {
     std::string* field = FieldOf(tape->ArchiveInfo(), box);
     if (!field) return;
     std::string value = Comunes::ToTape(text);
@@ -154,7 +177,7 @@ void Inspector::SetField(int box, const QString& text) {
     pending = true;
 }
 
-QString Inspector::Field(int box) const {
+QString Inspector::Field(Box box) const {
     std::string* field = FieldOf(const_cast<TZXTape&>(*tape).ArchiveInfo(), box);
     return field ? Comunes::FromTape(*field) : QString();
 }
@@ -168,36 +191,19 @@ void Inspector::TellAsciiOnly() {
     Tell(QStringLiteral("El formato sólo admite caracteres ASCII."), Icon::Information);
 }
 
-QString Inspector::BoxLabel(int box) {
-    switch (box) {
-    case 0:
-        return QStringLiteral("Título");
-    case 1:
-        return QStringLiteral("Compañía");
-    case 2:
-        return QStringLiteral("Autor");
-    case 3:
-        return QStringLiteral("Año");
-    case 4:
-        return QStringLiteral("Idioma");
-    case 5:
-        return QStringLiteral("Tipo");
-    case 6:
-        return QStringLiteral("Precio");
-    case 7:
-        return QStringLiteral("Protección");
-    case 8:
-        return QStringLiteral("Origin");
-    case 9:
-        return QStringLiteral("Reeditado por");
-    case 255:
-        return QStringLiteral("Comentarios");
-    default:
-        return {};
-    }
+const char* Inspector::BoxCaption(Box box) {
+    for (const BoxSpec& b : kBoxes)
+        if (b.box == box) return b.label;
+    return "";
 }
 
-std::string Inspector::WrittenText(int box) const {
+QString Inspector::BoxLabel(Box box) {
+    QString label = QString::fromUtf8(BoxCaption(box));
+    if (label.endsWith(QLatin1Char(':'))) label.chop(1);
+    return label;
+}
+
+std::string Inspector::WrittenText(Box box) const {
     std::string text = *FieldOf(const_cast<TZXTape&>(*tape).ArchiveInfo(), box);
     DropPairedLineFeeds(text);
     const auto it = stored.find(box);
@@ -218,9 +224,9 @@ int Inspector::WrittenLength(const QString& boxText) {
 }
 
 bool Inspector::AcceptLongTexts() const {
-    for (int box : kBoxes) {
-        if (static_cast<int>(WrittenText(box).size()) <= kMaxArchiveText) continue;
-        const QString text = "El campo " + BoxLabel(box) +
+    for (const BoxSpec& b : kBoxes) {
+        if (static_cast<int>(WrittenText(b.box).size()) <= kMaxArchiveText) continue;
+        const QString text = "El campo " + BoxLabel(b.box) +
                              " tiene más de 255 caracteres; se guardarán los 255 primeros.";
         if (Ask(text.toStdString(), Comunes::kAppTitle.toStdString(), Icon::Exclamation,
                 Buttons::OkCancel) != Button::Ok)
@@ -239,8 +245,8 @@ Inspector::TapeSaved Inspector::SaveTape(std::optional<qint64> fileId) {
     }
     result.attempted = true;
     ArchiveInfo& edited = tape->ArchiveInfo();
-    for (int box : kBoxes)
-        *FieldOf(edited, box) = WrittenText(box);
+    for (const BoxSpec& b : kBoxes)
+        *FieldOf(edited, b.box) = WrittenText(b.box);
     // The engine reads the file again when the user declines: the edits
     // are held aside so that they survive it.
     const auto editedBlocks = tape->BlocksRef();
@@ -261,30 +267,23 @@ Inspector::TapeSaved Inspector::SaveTape(std::optional<qint64> fileId) {
     }
 
     const ArchiveInfo& info = result.written ? tape->ArchiveInfo() : onDisk.ArchiveInfo();
-    const QString origin = Comunes::FromTape(info.iOrigin).left(50);
-    const QString lang = Comunes::FromTape(info.iLang);
-    const QString schema = Comunes::FromTape(info.iSchema);
-    result.fileSize = QFileInfo(path).size();
-    result.loadSchema = schema;
     if (!fileId) return result;
-
-    QSqlQuery q = Store::NewQuery();
-    if (!Store::Exec(q, "SELECT IdLang FROM tFiles WHERE FileId = ?", {*fileId})) return result;
-    if (!q.next()) {
+    TapeRowValues values;
+    values.fileSize = QFileInfo(path).size();
+    values.origin = Comunes::FromTape(info.iOrigin).left(50);
+    values.lang = Comunes::FromTape(info.iLang);
+    values.schema = Comunes::FromTape(info.iSchema);
+    FileRow row;
+    switch (SaveTapeFileRow(*fileId, values, row)) {
+    case FileRowSaved::Saved:
+        result.row = std::move(row);
+        break;
+    case FileRowSaved::NoRow:
         Tell(QStringLiteral("El archivo ya no está en el catálogo"), Icon::Information);
-        return result;
+        break;
+    case FileRowSaved::Failed: // the store has shown its failure
+        break;
     }
-    const QString storedLang = TextOf(q.value(0));
-    q.finish();
-    const bool ok = Store::Run(
-        "UPDATE tFiles SET FileSize = ?, Origin = ?, IdLang = CASE WHEN ? THEN ? ELSE IdLang END, "
-        "LoadSchema = CASE WHEN ? THEN ? ELSE LoadSchema END WHERE FileId = ?",
-        {result.fileSize, origin, lang.isEmpty() ? 0 : 1, lang.left(3), schema.isEmpty() ? 0 : 1,
-         schema, *fileId});
-    if (!ok) return result;
-    result.rowFound = true;
-    result.origin = origin;
-    result.idLang = lang.isEmpty() ? storedLang : lang.left(3);
     return result;
 }
 
@@ -303,7 +302,7 @@ int Inspector::MoveBlock(int row, bool up, int rows) {
     return row < rows ? row + 1 : 0;
 }
 
-QString Inspector::AddBlock(int attType, const QString& file, int selectedRow) {
+QString Inspector::AddBlock(Attachment type, const QString& file, int selectedRow) {
     QFile source(file);
     if (!source.open(QIODevice::ReadOnly))
         return "No se puede añadir " + file + ": no se puede leer el archivo";
@@ -315,11 +314,9 @@ QString Inspector::AddBlock(int attType, const QString& file, int selectedRow) {
         return "No se puede añadir " + file +
                ": sólo se admiten archivos gif, jpg, jpeg, scr, zed y txt, con la extensión en "
                "minúsculas";
-    std::string descr;
-    if (attType == 1) descr = "Afoto";
-    if (attType == 5) descr = "ZED file";
     double before = selectedRow;
-    tape->Blocks().MakeNewBlock(53, file.toStdString(), before, descr, 0, attType);
+    std::string descr = SpecOf(type).descr;
+    tape->Blocks().MakeNewBlock(53, file.toStdString(), before, descr, 0, static_cast<int>(type));
     pending = true;
     return {};
 }
@@ -411,67 +408,6 @@ QString Inspector::ExtractBlock(int block, const QString& target, bool replace) 
     if (!WriteContentFile(target.toStdString(), file->bytes, replace, reason))
         return QString::fromStdString(reason);
     return {};
-}
-
-qint64 ResolvePublisher(QString& text, bool* added) {
-    if (added) *added = false;
-    if (text.isEmpty()) return 0;
-    const qint64 known = Comunes::FindPublisher(text);
-    if (known >= 0) return known;
-    if (Ask("¿Desea agregar la compañía a la base de datos?", "Compañía desconocida",
-            Icon::Exclamation, Buttons::YesNo) != Button::Yes)
-        return -1;
-    // The store's failure has been shown.
-    const qint64 id = Records::AddPublisher(text);
-    if (id < 0) return -1;
-    Comunes::LoadPublishers();
-    text = Comunes::PublisherName(id);
-    if (added) *added = true;
-    return id;
-}
-
-TitleSaved SaveTitleRow(qint64 titleId, const TitleFields& fields) {
-    QSqlQuery q = Store::NewQuery();
-    if (!Store::Exec(q, "SELECT TitleId FROM Titles WHERE TitleId = ?", {titleId}))
-        return TitleSaved::Failed;
-    if (!q.next()) return TitleSaved::NoRow;
-    q.finish();
-    // Fixed column names; every value is bound.
-    QString sql = QStringLiteral("UPDATE Titles SET Name = ?, IdPub = ?");
-    QVariantList values{StoredTitleName(fields.name), fields.idPub};
-    if (!fields.year.isEmpty()) {
-        sql += QStringLiteral(", Year = ?");
-        values << fields.year;
-        if (fields.estado >= 0) {
-            sql += QStringLiteral(", Estado = ?");
-            values << fields.estado;
-        }
-    }
-    if (fields.origenInfo >= 0) {
-        sql += QStringLiteral(", OrigenInfo = ?");
-        values << fields.origenInfo;
-    }
-    if (fields.type) {
-        sql += QStringLiteral(", Type = ?");
-        values << LeftChars(*fields.type, 7);
-    }
-    sql += QStringLiteral(" WHERE TitleId = ?");
-    values << titleId;
-    return Store::Run(sql, values) ? TitleSaved::Saved : TitleSaved::Failed;
-}
-
-int TitleOrigenInfo(qint64 titleId) {
-    QSqlQuery q = Store::NewQuery();
-    if (!Store::Exec(q, "SELECT OrigenInfo FROM Titles WHERE TitleId = ?", {titleId}) || !q.next())
-        return -1;
-    return static_cast<int>(NumberOf(q.value(0)));
-}
-
-qint64 TitleIdPub(qint64 titleId) {
-    QSqlQuery q = Store::NewQuery();
-    if (!Store::Exec(q, "SELECT IdPub FROM Titles WHERE TitleId = ?", {titleId}) || !q.next())
-        return 0;
-    return static_cast<qint64>(NumberOf(q.value(0)));
 }
 
 } // namespace cintal

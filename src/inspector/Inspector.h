@@ -5,6 +5,7 @@
 // row. The inspector window, its compare twin and `cintal-cli info` all work
 // through this class, so that a test can drive it without a window.
 
+#include "catalogue/Files.h"
 #include "tape/Content.h"
 #include "tape/TZXTape.h"
 
@@ -21,13 +22,47 @@
 
 namespace cintal {
 
+// The boxes of the tape pane by the archive text each holds; the values are
+// the texts' ids on the tape.
+enum class Box {
+    Title = 0,
+    Publisher = 1,
+    Author = 2,
+    Year = 3,
+    Language = 4,
+    Type = 5,
+    Price = 6,
+    Protection = 7,
+    Origin = 8,
+    RePublisher = 9,
+    Comments = 255
+};
+
+// What the four add buttons attach before the selected block; the values
+// are the attachment types the engine writes.
+enum class Attachment { Picture = 1, Screen = 2, Instructions = 3, ZxEdit = 5 };
+
 class Inspector {
 public:
-    // The boxes of the tape pane by the kind of text they hold, in the order
-    // in which they are written into the archive information.
-    static constexpr std::array<int, 11> kBoxes = {0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 255};
+    struct BoxSpec {
+        Box box;
+        // As the window shows it; the messages leave out a final colon.
+        const char* label;
+    };
+    // In the order in which the boxes are written into the archive information.
+    static const std::array<BoxSpec, 11> kBoxes;
     // Box texts in the boxes' own form: lines end in CR LF.
-    using BoxTexts = std::map<int, QString>;
+    using BoxTexts = std::map<Box, QString>;
+
+    struct AttachmentSpec {
+        Attachment type;
+        const char* caption; // of the file dialog
+        const char* filter;
+        const char* descr; // the block's description, when it has one
+    };
+    // In the order of the buttons.
+    static const std::array<AttachmentSpec, 4> kAttachments;
+    static const AttachmentSpec& SpecOf(Attachment type);
 
     Inspector();
 
@@ -65,15 +100,16 @@ public:
     // or the pending mark: what the copy arrows do after copying.
     void WriteBoxes(const BoxTexts& boxes);
     // One field, from a combo box losing the focus; a new value is pending.
-    void SetField(int box, const QString& text);
-    QString Field(int box) const;
+    void SetField(Box box, const QString& text);
+    QString Field(Box box) const;
 
     // Whether the ASCII rule lets a typed character code through.
     static bool KeyAllowed(int key, bool asciiOnly);
     // The box shown when it doesn't.
     static void TellAsciiOnly();
-    // The label of a box, as the window shows it, without a final colon.
-    static QString BoxLabel(int box);
+    // The label of a box as the window shows it, and without a final colon.
+    static const char* BoxCaption(Box box);
+    static QString BoxLabel(Box box);
 
     bool Pending() const { return pending; }
     void SetPending(bool on) { pending = on; }
@@ -82,22 +118,18 @@ public:
     // What a save writes for a box: the stored bytes while the text is the
     // one that was read (line ends aside), otherwise the text with its
     // lines ended by a carriage return alone.
-    std::string WrittenText(int box) const;
+    std::string WrittenText(Box box) const;
     // The length that a box's text takes on the tape.
     static int WrittenLength(const QString& boxText);
     // Warns about each text that is too long for its one-byte length and
     // lets the user stop; false when the save must not go on.
     bool AcceptLongTexts() const;
 
-    // What a save of the tape left in its file row, for the file grid.
+    // What a save of the tape did, and left in its file row for the file grid.
     struct TapeSaved {
-        bool attempted = false; // false: refused before the engine was asked
-        bool written = false;   // the file on disk was replaced
-        bool rowFound = false;  // the file row existed and was updated
-        QString loadSchema;     // iSchema as read back, also when empty
-        QString idLang;         // the row's IdLang after the save
-        QString origin;         // the row's Origin after the save
-        qint64 fileSize = 0;
+        bool attempted = false;     // false: refused before the engine was asked
+        bool written = false;       // the file on disk was replaced
+        std::optional<FileRow> row; // the file row as it now stands, when updated
     };
     // "Guardar Info" after the name box went into iName: the tape is saved
     // with the version update, read back, and the file row with that key
@@ -113,10 +145,9 @@ public:
     bool RemoveBlock(int row);
     // Returns the row to select afterwards, or 0 when nothing changes on screen.
     int MoveBlock(int row, bool up, int rows);
-    // The four add buttons by their attachment type (1 picture, 2 screen,
-    // 3 instructions, 5 ZX-Edit document). Empty when the block was added,
+    // One of the four add buttons. Empty when the block was added,
     // otherwise the reason nothing was.
-    QString AddBlock(int attType, const QString& file, int selectedRow);
+    QString AddBlock(Attachment type, const QString& file, int selectedRow);
     // Drops the blocks that add nothing, with the engine's report; returns how many.
     std::int64_t RemoveRedundantBlocks();
 
@@ -147,41 +178,9 @@ private:
     std::unique_ptr<TZXTape> tape;
     std::vector<BlockContent> contents;
     // The texts as the file held them, by box: what an untouched box writes.
-    std::map<int, std::string> stored;
+    std::map<Box, std::string> stored;
     QString path;
     bool pending = false;
 };
-
-// --- The catalogue pane
-
-// The publisher id of a text typed into a publisher box: 0 for an empty text
-// or the placeholder of no publisher. Asks whether to register an unknown
-// publisher; on Yes text becomes the stored name and added tells the window
-// to list the register again. -1 on No, or when the store failed: the title
-// keeps the publisher it had.
-qint64 ResolvePublisher(QString& text, bool* added = nullptr);
-
-// The title's fields as a catalogue pane holds them. estado is -1 when the
-// list has no selection, which keeps the stored value; origenInfo -1 and no
-// type leave their columns alone.
-struct TitleFields {
-    QString name;
-    qint64 idPub = 0;
-    QString year;
-    int estado = -1;
-    int origenInfo = -1;
-    std::optional<QString> type;
-};
-
-enum class TitleSaved { Saved, NoRow, Failed };
-// Writes the title row: name and publisher always, the year only when there
-// is one, and the source with the year; the origin of the record and the
-// type whenever they are given.
-TitleSaved SaveTitleRow(qint64 titleId, const TitleFields& fields);
-
-// The origin of a title's record (OrigenInfo), or -1 when the title is gone.
-int TitleOrigenInfo(qint64 titleId);
-// The title's IdPub as stored, 0 when the title is gone.
-qint64 TitleIdPub(qint64 titleId);
 
 } // namespace cintal

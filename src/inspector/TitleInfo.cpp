@@ -3,7 +3,6 @@
 #include "catalogue/Comunes.h"
 #include "catalogue/Store.h"
 #include "catalogue/Titles.h"
-#include "inspector/Inspector.h"
 #include "inspector/TitlePane.h"
 #include "tape/Prompt.h"
 #include "widgets/ComboAutoComplete.h"

@@ -2,7 +2,7 @@
 
 #include "catalogue/Collate.h"
 #include "catalogue/Comunes.h"
-#include "inspector/Inspector.h"
+#include "catalogue/Titles.h"
 
 #include <algorithm>
 

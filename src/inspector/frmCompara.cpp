@@ -61,9 +61,9 @@ QColor frmCompara::OnlyBColour() {
     return QColor(0xB3, 0xD9, 0xF7);
 }
 
-frmCompara::frmCompara(Grid* titles, Grid* files, QWidget* parent)
-    : Info(titles, files, parent, true) {
+frmCompara::frmCompara(Grid* titles, Grid* files, QWidget* parent) : Info(titles, files, parent) {
     setObjectName("frmCompara");
+    Reduce();
     Command8 = new QPushButton(QStringLiteral("Command8"), this);
     Command8->setObjectName("Command8");
     Command8->setToolTip(QStringLiteral("Quitar los bloques sobrantes"));
@@ -78,7 +78,7 @@ frmCompara::frmCompara(Grid* titles, Grid* files, QWidget* parent)
     ggg9->setMaximumHeight(40);
     fff9 = new QPlainTextEdit(Ruler(), this);
     fff9->setObjectName("fff9");
-    fff9->setFont(TextInfo[255]->font());
+    fff9->setFont(TextInfo[Box::Comments]->font());
     fff9->setMaximumHeight(60);
 
     BuildPair();
@@ -98,6 +98,27 @@ frmCompara::frmCompara(Grid* titles, Grid* files, QWidget* parent)
                                             QString(), QStringLiteral("Archivo TZX (*.tzx)"));
     };
     SetupGridTZX(*GridTZX2);
+}
+
+void frmCompara::Reduce() {
+    for (QWidget* w : std::initializer_list<QWidget*>{ComboEstado, Label2, CmdTZXSave, Command2,
+                                                      Command3, Command5, Command6, CommandExtraer,
+                                                      CommandSube, CommandBaja, Frame2, OptDatos[0],
+                                                      OptDatos[1], OptDatos[2], FramePreview})
+        w->setVisible(false);
+    TextInfo[Box::RePublisher]->setEnabled(true);
+    Label1[9]->setEnabled(true);
+}
+
+void frmCompara::Loaded() {
+    // The labels of the tape pane are greyed, the language's aside.
+    for (int i = 0; i <= 9; ++i)
+        if (Label1.count(i)) Label1[i]->setEnabled(false);
+}
+
+QString frmCompara::PendingQuestion() const {
+    // Its own words, typo and all.
+    return QStringLiteral("¿Guardar cambios en le archivo TZX?");
 }
 
 namespace {

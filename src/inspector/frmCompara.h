@@ -60,9 +60,17 @@ public:
 protected:
     int FirstFileRow() const override;
     int SelectedBlock() const override;
+    void ShowSource(const QString&) override { ComboEstado->clear(); }
+    // The block lists take their widths in FitPositions.
+    void FitBlockList() override {}
+    void Loaded() override;
+    QString PendingQuestion() const override;
+    // There is no name box to copy first.
+    bool SaveOpenTape() override { return SaveTapeAndRow(); }
 
 private:
     void FillCompareList();
+    void Reduce();
     void BuildPair();
     void WrapInScrollArea();
     void FitPositions();

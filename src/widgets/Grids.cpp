@@ -189,14 +189,20 @@ void FillFiles(const QString& titleId, Grid& grid) {
     grid.ClearSelection();
     // The first file decides the colours of every row.
     SetRowColours(rows.front().HaveIt);
-    const IconSet* icons = FormatIcon;
-    auto icon = [icons](const QString& key) { return icons ? icons->ItemIndex(key) : -1; };
-    grid.SetImageList(icons);
+    grid.SetImageList(FormatIcon);
     grid.SetRedraw(false);
     grid.SetDefaultRowHeight(18);
     grid.Clear(false);
     grid.SetRows(static_cast<int>(rows.size()));
+    int i = 0;
+    for (const FileRow& r : rows)
+        WriteFileRow(grid, ++i, r);
+    grid.SetRedraw(true);
+}
 
+void WriteFileRow(Grid& grid, int i, const FileRow& r) {
+    const IconSet* icons = FormatIcon;
+    auto icon = [icons](const QString& key) { return icons ? icons->ItemIndex(key) : -1; };
     const int colFileId = grid.ColumnIndex("ColFileId");
     const int colTitleId = grid.ColumnIndex("ColTitleId");
     const int colFileName = grid.ColumnIndex("ColFileName");
@@ -216,42 +222,36 @@ void FillFiles(const QString& titleId, Grid& grid) {
     const QString yes = QStringLiteral("SÍ"), no = QStringLiteral("NO");
     const int d = Grid::AlignDefault;
 
-    int i = 0;
-    for (const FileRow& r : rows) {
-        ++i;
-        const QString players = r.HasPlayers ? QString::number(r.Players) : QString();
-        auto cell = [&](int col, const QString& text, int align = Grid::AlignDefault,
-                        int image = -1) {
-            grid.CellDetails(i, col, text, align, image, CellBack, CellFore);
-        };
-        cell(colFileId, QString::number(r.FileId), Grid::AlignLeft);
-        cell(colTitleId, QString::number(r.TitleId), Grid::AlignLeft);
-        cell(colFileName, r.FileName + "." + r.Extension);
-        cell(colExtension, r.Extension);
-        cell(colPlayers, players);
-        cell(colJoysticks, r.Joysticks);
-        cell(colLoadSchema, r.LoadSchema);
-        cell(colSize, Number(r.FileSize) + "  ", Grid::AlignRight);
-        cell(colIcono, QString(), d, icon(r.Extension.toUpper()));
-        cell(colPath, Comunes::PathTable.Dir(r.PathIndex), Grid::AlignLeft);
-        cell(colPathIndex, QString::number(r.PathIndex), Grid::AlignLeft);
-        cell(colAYSound, r.AYSound ? yes : no);
-        cell(colMultiLoad, r.MultiLoad ? yes : no);
-        const QString lang = r.IdLang.toUpper();
-        if (icons && icons->KeyExists(lang))
-            cell(colLanguage, lang, Grid::AlignCenter, icon(lang));
-        else
-            cell(colLanguage, r.IdLang, Grid::AlignCenter, icon(QStringLiteral("UNK")));
-        const char* memory = r.HasMemory && r.Memory == 48    ? "M48"
-                             : r.HasMemory && r.Memory == 128 ? "M128"
-                                                              : "ANY";
-        cell(colMemory, QString(), d, icon(QLatin1String(memory)));
-        cell(colPlayers, players, Grid::AlignCenter,
-             icon(r.HasPlayers && r.Players > 1 ? QStringLiteral("2JUG") : QStringLiteral("1JUG")));
-        const OriginMark origin = DecodeOrigin(r.Origin);
-        cell(colOrigin, origin.text, d, icon(origin.icon));
-    }
-    grid.SetRedraw(true);
+    const QString players = r.HasPlayers ? QString::number(r.Players) : QString();
+    auto cell = [&](int col, const QString& text, int align = Grid::AlignDefault, int image = -1) {
+        grid.CellDetails(i, col, text, align, image, CellBack, CellFore);
+    };
+    cell(colFileId, QString::number(r.FileId), Grid::AlignLeft);
+    cell(colTitleId, QString::number(r.TitleId), Grid::AlignLeft);
+    cell(colFileName, r.FileName + "." + r.Extension);
+    cell(colExtension, r.Extension);
+    cell(colPlayers, players);
+    cell(colJoysticks, r.Joysticks);
+    cell(colLoadSchema, r.LoadSchema);
+    cell(colSize, Number(r.FileSize) + "  ", Grid::AlignRight);
+    cell(colIcono, QString(), d, icon(r.Extension.toUpper()));
+    cell(colPath, Comunes::PathTable.Dir(r.PathIndex), Grid::AlignLeft);
+    cell(colPathIndex, QString::number(r.PathIndex), Grid::AlignLeft);
+    cell(colAYSound, r.AYSound ? yes : no);
+    cell(colMultiLoad, r.MultiLoad ? yes : no);
+    const QString lang = r.IdLang.toUpper();
+    if (icons && icons->KeyExists(lang))
+        cell(colLanguage, lang, Grid::AlignCenter, icon(lang));
+    else
+        cell(colLanguage, r.IdLang, Grid::AlignCenter, icon(QStringLiteral("UNK")));
+    const char* memory = r.HasMemory && r.Memory == 48    ? "M48"
+                         : r.HasMemory && r.Memory == 128 ? "M128"
+                                                          : "ANY";
+    cell(colMemory, QString(), d, icon(QLatin1String(memory)));
+    cell(colPlayers, players, Grid::AlignCenter,
+         icon(r.HasPlayers && r.Players > 1 ? QStringLiteral("2JUG") : QStringLiteral("1JUG")));
+    const OriginMark origin = DecodeOrigin(r.Origin);
+    cell(colOrigin, origin.text, d, icon(origin.icon));
 }
 
 int FilterHaveIt(Grid& grid) {

@@ -12,6 +12,8 @@ class QComboBox;
 
 namespace cintal {
 
+struct FileRow;
+
 // What FillTitles needs of the window whose grid it fills.
 struct TitleWindow {
     QWidget* window = nullptr;
@@ -45,6 +47,8 @@ void SetupGridTitles(Grid& grid);
 void SetupGridFiles(Grid& grid);
 // titleId is the text of a key number, as read from a cell.
 void FillFiles(const QString& titleId, Grid& grid);
+// One file row, in the colours of the row being written.
+void WriteFileRow(Grid& grid, int row, const FileRow& file);
 void FillTitles(const TitleWindow& frm, const QString& clause);
 int FilterHaveIt(Grid& grid);
 void SortGrid(int col, Grid& grid);

@@ -638,6 +638,43 @@ QIcon ToolPicture(Tool tool) {
             p.drawRect(QRectF(6.6, 0.5, 2.8, 5));
             p.drawPolygon(QPolygonF({QPointF(3.8, 5.2), QPointF(12.2, 5.2), QPointF(8, 10)}));
         });
+    case Tool::CopyToCatalogue: // towards the catalogue pane
+    case Tool::CopyToTape:      // towards the tape pane
+        return Make([tool](QPainter& p) {
+            const double tip = tool == Tool::CopyToCatalogue ? 2 : 14, tail = 16 - tip;
+            p.setPen(QPen(QColor(0x1B, 0x5E, 0x20), 1));
+            p.setBrush(QColor(0x43, 0xA0, 0x47));
+            p.drawPolygon(
+                QPolygonF({QPointF(tip, 8), QPointF(8, 2.5), QPointF(8, 5.5), QPointF(tail, 5.5),
+                           QPointF(tail, 10.5), QPointF(8, 10.5), QPointF(8, 13.5)}));
+        });
+    case Tool::BlockUp:
+    case Tool::BlockDown:
+        return Make([tool](QPainter& p) {
+            p.setPen(QPen(QColor(0x0D, 0x47, 0xA1), 1));
+            p.setBrush(QColor(0x1E, 0x88, 0xE5));
+            if (tool == Tool::BlockUp)
+                p.drawPolygon(QPolygonF({QPointF(8, 3), QPointF(14, 13), QPointF(2, 13)}));
+            else
+                p.drawPolygon(QPolygonF({QPointF(2, 3), QPointF(14, 3), QPointF(8, 13)}));
+        });
+    case Tool::SaveTape: // a cassette with a down stroke: the tape is written
+        return Make([](QPainter& p) {
+            p.setPen(QPen(QColor(0x37, 0x47, 0x4F), 1));
+            p.setBrush(QColor(0x54, 0x6E, 0x7A));
+            p.drawRoundedRect(QRectF(1.5, 4.5, 13, 9), 1.5, 1.5);
+            p.setBrush(Qt::white);
+            p.drawEllipse(QPointF(5, 9), 1.6, 1.6);
+            p.drawEllipse(QPointF(11, 9), 1.6, 1.6);
+            p.setPen(QPen(QColor(0xE5, 0x39, 0x35), 2, Qt::SolidLine, Qt::RoundCap));
+            p.drawLine(QPointF(8, 0.5), QPointF(8, 4));
+        });
+    case Tool::DeleteBlock: // a red cross
+        return Make([](QPainter& p) {
+            p.setPen(QPen(QColor(0xC6, 0x28, 0x28), 2.4, Qt::SolidLine, Qt::RoundCap));
+            p.drawLine(QPointF(4, 4), QPointF(12, 12));
+            p.drawLine(QPointF(12, 4), QPointF(4, 12));
+        });
     }
     return {};
 }

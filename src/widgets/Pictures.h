@@ -16,7 +16,24 @@ IconSet FormatIcon();
 QIcon AppIcon();
 
 // The pictures of the main window's buttons, by the button's name.
-enum class Tool { Search, Modify, Reorder, Options, Empty, Compare, ImportWeb, ImportFrom };
+// The inspector's: the copy arrows between its panes, the block moves, the
+// tape's save and the block's removal.
+enum class Tool {
+    Search,
+    Modify,
+    Reorder,
+    Options,
+    Empty,
+    Compare,
+    ImportWeb,
+    ImportFrom,
+    CopyToCatalogue,
+    CopyToTape,
+    BlockUp,
+    BlockDown,
+    SaveTape,
+    DeleteBlock
+};
 QIcon ToolPicture(Tool tool);
 
 } // namespace cintal::Pictures

@@ -130,7 +130,7 @@ TEST_F(InfoTest, OpensTheFirstFileWhateverItIsAndShowsTheTitleAndTheTapeOfAnothe
 
     // A key in the year box, then the other file: asked first; No lets the change go.
     info->GridFiles->SetSelectedRow(1);
-    Type(info->TextInfo[3], Qt::Key_5, "5");
+    Type(info->TextInfo[Box::Year], Qt::Key_5, "5");
     EXPECT_FALSE(info->TZXSaveTag());
     prompt.Answer(Button::No);
     info->GridFiles->SetSelectedRow(2);
@@ -142,8 +142,8 @@ TEST_F(InfoTest, OpensTheFirstFileWhateverItIsAndShowsTheTitleAndTheTapeOfAnothe
     EXPECT_EQ(Blocks(), (Texts{"1|Bloque estandar|11|34", "2|Bloque estandar|35|81",
                                "3|Pausa/detención|82|84", "4|Inicio de grupo|85|91",
                                "5|Final de grupo|92|92", "6|Info de archivo|93|145"}));
-    EXPECT_EQ(info->BoxText(0), "Juego");
-    EXPECT_EQ(info->BoxText(3), "1986");
+    EXPECT_EQ(info->BoxText(Box::Title), "Juego");
+    EXPECT_EQ(info->BoxText(Box::Year), "1986");
     EXPECT_EQ(info->ComboLang->currentText(), "Spanish");
     EXPECT_EQ(info->ComboOrigin->currentText(), "");
 
@@ -152,7 +152,7 @@ TEST_F(InfoTest, OpensTheFirstFileWhateverItIsAndShowsTheTitleAndTheTapeOfAnothe
     info->GridFiles->SetSelectedRow(1);
     EXPECT_EQ(Shown(), Texts{Box("no existe el archivo!!!!!")});
     EXPECT_EQ(info->CmdTZXSave->toolTip(), "El archivo no existe");
-    EXPECT_EQ(info->BoxText(0), "");
+    EXPECT_EQ(info->BoxText(Box::Title), "");
 }
 
 TEST_F(InfoTest, TheYearAndSourceOfTheTitleRowPickTheirItems) {
@@ -212,18 +212,18 @@ TEST_F(InfoTest, OnlyAsciiCanBeTypedIntoTheTapeBoxes) {
     const std::string ascii =
         Box("El formato sólo admite caracteres ASCII.", "Cintal", Icon::Information);
     for (int key : {13, 8, 3, 22, 24, 32, int('a'), 127})
-        EXPECT_EQ(info->TextInfo_KeyPress(0, key), key) << key;
+        EXPECT_EQ(info->TextInfo_KeyPress(Box::Title, key), key) << key;
     EXPECT_TRUE(prompt.shown.empty());
     for (int key : {128, 233, 1, 26}) {
         prompt.shown.clear();
-        EXPECT_EQ(info->TextInfo_KeyPress(5, key), 0) << key;
+        EXPECT_EQ(info->TextInfo_KeyPress(Box::Type, key), 0) << key;
         EXPECT_EQ(Shown(), Texts{ascii}) << key;
     }
 
     // Typed for real: the letter doesn't appear, the release still writes
     // the boxes and marks the tape pending. A cursor key does as much.
     prompt.shown.clear();
-    auto* name = static_cast<QLineEdit*>(info->TextInfo[0]);
+    auto* name = static_cast<QLineEdit*>(info->TextInfo[Box::Title]);
     name->setFocus();
     name->setCursorPosition(5);
     Type(name, Qt::Key_unknown, QStringLiteral("é"));
@@ -256,27 +256,28 @@ TEST_F(InfoTest, LinesEndInCarriageReturnsOnTheTapeAndInPairsInTheBoxes) {
     Open("Juego");
     // Shown: every lone CR gets its LF, in the box and in the field, the
     // last line too.
-    EXPECT_EQ(info->BoxText(255), "Uno\r\nDos\r\n");
+    EXPECT_EQ(info->BoxText(Box::Comments), "Uno\r\nDos\r\n");
     EXPECT_EQ(Field(&ArchiveInfo::iComments), "Uno\r\nDos\r\n");
-    EXPECT_EQ(static_cast<QPlainTextEdit*>(info->TextInfo[255])->toPlainText(), "Uno\nDos\n");
+    EXPECT_EQ(static_cast<QPlainTextEdit*>(info->TextInfo[Box::Comments])->toPlainText(),
+              "Uno\nDos\n");
 
     // Enter in the comments gives a new line, one CR in the field.
-    auto* comments = static_cast<QPlainTextEdit*>(info->TextInfo[255]);
+    auto* comments = static_cast<QPlainTextEdit*>(info->TextInfo[Box::Comments]);
     comments->setFocus();
     comments->moveCursor(QTextCursor::End);
     Type(comments, Qt::Key_T, "T");
     Type(comments, Qt::Key_Return, "\r");
     Type(comments, Qt::Key_R, "r");
-    EXPECT_EQ(info->BoxText(255), "Uno\r\nDos\r\nT\r\nr");
+    EXPECT_EQ(info->BoxText(Box::Comments), "Uno\r\nDos\r\nT\r\nr");
     EXPECT_EQ(Field(&ArchiveInfo::iComments), "Uno\rDos\rT\rr");
     EXPECT_TRUE(prompt.shown.empty());
 
     // Pairs already there are shown as they are; the author is cleaned too.
-    info->SetBoxText(2, "A\r\nB");
+    info->SetBoxText(Box::Author, "A\r\nB");
     info->TextInfo_KeyUp();
     EXPECT_EQ(Field(&ArchiveInfo::iAuthor), "A\rB");
     info->ShowArchiveInfo();
-    EXPECT_EQ(info->BoxText(2), "A\r\nB");
+    EXPECT_EQ(info->BoxText(Box::Author), "A\r\nB");
     EXPECT_EQ(Field(&ArchiveInfo::iAuthor), "A\r\nB");
 }
 
@@ -287,8 +288,8 @@ TEST_F(InfoTest, GuardarInfoRewritesTheTapeItsFileRowAndTheFileGrid) {
     Put("juego.tzx", old);
     Open("Juego");
 
-    info->SetBoxText(0, "Juego Nuevo");
-    info->SetBoxText(7, "");
+    info->SetBoxText(Box::Title, "Juego Nuevo");
+    info->SetBoxText(Box::Protection, "");
     info->TextInfo_KeyUp();
     info->ComboOrigin->setEditText("Type-In");
     info->ComboOrigin_LostFocus();
@@ -314,7 +315,8 @@ TEST_F(InfoTest, GuardarInfoRewritesTheTapeItsFileRowAndTheFileGrid) {
     EXPECT_EQ(Blocks().front(), "1|Info de archivo|11|" + std::to_string(10 + archive.size()));
     EXPECT_TRUE(info->TZXSaveTag());
 
-    // The row: origin, language cut to three, the schema kept where it was emptied.
+    // The row: origin, language cut to three, the schema kept where it was
+    // emptied; the file list shows the row as the main window's would.
     EXPECT_EQ(
         Sql(db, "SELECT Origin, IdLang, LoadSchema, FileSize FROM tFiles WHERE FileId = ?", {f}),
         (std::vector<QVariantList>{{"Type-In", "Eng", "Normal", qint64(expected.size())}}));
@@ -322,7 +324,7 @@ TEST_F(InfoTest, GuardarInfoRewritesTheTapeItsFileRowAndTheFileGrid) {
     EXPECT_EQ(info->GridFiles->CellIcon(1, info->GridFiles->ColumnIndex("ColOrigin")),
               frm.FormatIcon.ItemIndex("OT"));
     EXPECT_EQ(S(FileCell("ColLanguage")), "ENG");
-    EXPECT_EQ(S(FileCell("ColLoadSchema")), "");
+    EXPECT_EQ(S(FileCell("ColLoadSchema")), "Normal");
     EXPECT_EQ(FileCell("ColSize"), QLocale().toString(qint64(expected.size())) + "  ");
 
     // Closing refills the main window's files and saves the title as it stands.
@@ -402,12 +404,12 @@ TEST_F(InfoTest, ClosingWithAPendingTapeAsksAndCancelKeepsTheWindow) {
     // A copy by arrow, a language chosen or a block removal is as much an
     // edit as a key; a copy that changes nothing isn't.
     Open("Juego");
-    info->CommandATZX_Click(0);
+    info->CommandATZX_Click(Box::Title);
     info->ComboLang->setEditText("");
     info->ComboLang_LostFocus();
     EXPECT_TRUE(info->TZXSaveTag());
     for (const std::function<void()>& edit :
-         std::vector<std::function<void()>>{[&] { info->CommandATZX_Click(5); },
+         std::vector<std::function<void()>>{[&] { info->CommandATZX_Click(Box::Type); },
                                             [&] {
                                                 info->ComboLang->setEditText("German");
                                                 info->ComboLang_LostFocus();
@@ -427,12 +429,12 @@ TEST_F(InfoTest, ClosingWithAPendingTapeAsksAndCancelKeepsTheWindow) {
     prompt.shown.clear();
 
     Open("Juego");
-    info->SetBoxText(0, "Otro");
+    info->SetBoxText(Box::Title, "Otro");
     info->TextInfo_KeyUp();
     prompt.Answer(Button::Cancel);
     EXPECT_FALSE(info->Form_Unload());
     EXPECT_EQ(Shown(), Texts{question});
-    EXPECT_EQ(info->BoxText(0), "Otro");
+    EXPECT_EQ(info->BoxText(Box::Title), "Otro");
     EXPECT_FALSE(info->TZXSaveTag());
     prompt.Answer(Button::No);
     EXPECT_TRUE(info->Form_Unload());
@@ -440,7 +442,7 @@ TEST_F(InfoTest, ClosingWithAPendingTapeAsksAndCancelKeepsTheWindow) {
 
     prompt.shown.clear();
     Open("Juego");
-    info->SetBoxText(0, "Otro");
+    info->SetBoxText(Box::Title, "Otro");
     info->TextInfo_KeyUp();
     prompt.Answer(Button::Yes);
     EXPECT_TRUE(info->Form_Unload());
@@ -455,7 +457,7 @@ TEST_F(InfoTest, ANewerVersionRefusedKeepsTheFileAndStoresWhatItHolds) {
     const Bytes tape = Tape({Archive({{0, "Juego"}, {4, "French"}}), Pause(10)}, 1, 20);
     Put("juego.tzx", tape);
     Open("Juego");
-    info->SetBoxText(0, "Cambiado");
+    info->SetBoxText(Box::Title, "Cambiado");
     info->TextInfo_KeyUp();
     prompt.Answer(Button::No);
     info->CmdTZXSave_Click();
@@ -468,7 +470,7 @@ TEST_F(InfoTest, ANewerVersionRefusedKeepsTheFileAndStoresWhatItHolds) {
     EXPECT_EQ(Sql(db, "SELECT IdLang, Origin, FileSize FROM tFiles WHERE FileId = ?", {f}),
               (std::vector<QVariantList>{{"Fre", "", qint64(tape.size())}}));
     // The edit stays, on screen and in memory, and is still pending.
-    EXPECT_EQ(info->BoxText(0), "Cambiado");
+    EXPECT_EQ(info->BoxText(Box::Title), "Cambiado");
     EXPECT_EQ(Field(&ArchiveInfo::iName), "Cambiado");
     EXPECT_FALSE(info->TZXSaveTag());
     prompt.shown.clear();
@@ -483,7 +485,7 @@ TEST_F(InfoTest, LongTextsAndAFileRowGoneAreToldBeforeAndAfterSaving) {
     const Bytes tape = Tape({Pause(10)}, 1, 13);
     Put("juego.tzx", tape);
     Open("Juego");
-    info->SetBoxText(2, QString(300, 'a'));
+    info->SetBoxText(Box::Author, QString(300, 'a'));
     info->TextInfo_KeyUp();
     const std::string warning =
         Box("El campo Autor tiene más de 255 caracteres; se guardarán los 255 primeros.", "Cintal",
@@ -497,7 +499,7 @@ TEST_F(InfoTest, LongTextsAndAFileRowGoneAreToldBeforeAndAfterSaving) {
     prompt.Answer(Button::Cancel);
     EXPECT_FALSE(info->Form_Unload());
     EXPECT_EQ(Shown(), (Texts{warning, question, warning}));
-    EXPECT_EQ(info->BoxText(2), QString(300, 'a'));
+    EXPECT_EQ(info->BoxText(Box::Author), QString(300, 'a'));
     EXPECT_FALSE(info->TZXSaveTag());
 
     prompt.shown.clear();
@@ -520,15 +522,15 @@ TEST_F(InfoTest, TextsTheUserDidNotTouchAreWrittenAsTheyWereRead) {
         Tape({Archive({{0, "Juego"}, {2, "Ana\r\nLuis"}, {255, comments}}), Pause(10)}, 1, 13);
     Put("juego.tzx", tape);
     Open("Juego");
-    EXPECT_EQ(info->BoxText(255).size(), 260);
+    EXPECT_EQ(info->BoxText(Box::Comments).size(), 260);
     info->CmdTZXSave_Click();
     EXPECT_TRUE(prompt.shown.empty());
     EXPECT_TRUE(SameBytes(ReadFile(S(Disk("juego.tzx"))), tape));
 
     // Typing elsewhere leaves the author's pair alone; the comments take
     // characters up to 255 bytes as the tape counts them.
-    Type(info->TextInfo[0], Qt::Key_End, QString());
-    auto* box = static_cast<QPlainTextEdit*>(info->TextInfo[255]);
+    Type(info->TextInfo[Box::Title], Qt::Key_End, QString());
+    auto* box = static_cast<QPlainTextEdit*>(info->TextInfo[Box::Comments]);
     box->setFocus();
     box->moveCursor(QTextCursor::End);
     for (int i = 0; i < 6; ++i)
@@ -555,7 +557,7 @@ TEST_F(InfoTest, AnotherFileWhileTheTapeIsPendingAsksFirst) {
         return 0;
     };
     info->GridFiles->SetSelectedRow(rowOf("juego.tzx"));
-    info->SetBoxText(0, "Nuevo");
+    info->SetBoxText(Box::Title, "Nuevo");
     info->TextInfo_KeyUp();
 
     // Cancelar: the tape and its row stay.
@@ -563,7 +565,7 @@ TEST_F(InfoTest, AnotherFileWhileTheTapeIsPendingAsksFirst) {
     info->GridFiles->SetSelectedRow(rowOf("copia.tzx"));
     EXPECT_EQ(info->GridFiles->SelectedRow(), rowOf("juego.tzx"));
     EXPECT_EQ(info->TextPath->text(), Disk("juego.tzx"));
-    EXPECT_EQ(info->BoxText(0), "Nuevo");
+    EXPECT_EQ(info->BoxText(Box::Title), "Nuevo");
     EXPECT_FALSE(info->TZXSaveTag());
 
     // Sí: the open tape and its own row are saved, then the other opens.
@@ -605,7 +607,7 @@ TEST_F(InfoTest, FilesThatAreNotWholeTapesAreNeverWritten) {
     const Bytes cut = Tape({Pause(10), B({0x19, 0x10, 0, 0})}, 1, 13);
     Put("cortada.tzx", cut);
     Open("Juego");
-    info->SetBoxText(0, "Nombre");
+    info->SetBoxText(Box::Title, "Nombre");
     info->TextInfo_KeyUp();
     info->CmdTZXSave_Click(); // the window's guard is bypassed: the engine refuses
     EXPECT_TRUE(SameBytes(ReadFile(S(Disk("juego.z80"))), "Z80 snapshot bytes"));
@@ -673,7 +675,7 @@ TEST_F(InfoTest, BlockCommandsChangeTheListInMemoryAndTheSelectionFollows) {
         return scr;
     };
     g->SetSelectedRow(2);
-    info->AddBlock_Click(2);
+    info->AddBlock_Click(Attachment::Screen);
     EXPECT_EQ(offered, "Pantalla (*.scr)");
     EXPECT_EQ(g->Rows(), 4);
     EXPECT_EQ(S(g->CellText(2, g->ColumnIndex("ColTipoBloque"))), "Info personalizada");
@@ -682,13 +684,13 @@ TEST_F(InfoTest, BlockCommandsChangeTheListInMemoryAndTheSelectionFollows) {
 
     // Cancel adds nothing; a name the engine wouldn't take is refused aloud.
     info->ChooseFile = [](const QString&, const QString&) { return QString(); };
-    info->AddBlock_Click(1);
+    info->AddBlock_Click(Attachment::Picture);
     const QString upper = Disk("PANTALLA.SCR");
     test::WriteFile(S(upper), Filler(10));
     info->ChooseFile = [&](const QString&, const QString&) { return upper; };
-    info->AddBlock_Click(2);
+    info->AddBlock_Click(Attachment::Screen);
     info->ChooseFile = [&](const QString&, const QString&) { return Disk("no-esta.jpg"); };
-    info->AddBlock_Click(1);
+    info->AddBlock_Click(Attachment::Picture);
     EXPECT_EQ(g->Rows(), 4);
     EXPECT_EQ(
         Shown(),
@@ -708,14 +710,14 @@ TEST_F(InfoTest, ArrowsCopyOneFieldBetweenThePanes) {
              13));
     Open("Juego");
 
-    for (int index : {0, 1, 3, 5})
+    for (auto index : {Box::Title, Box::Publisher, Box::Year, Box::Type})
         info->CommandaDB_Click(index);
     EXPECT_EQ(info->TextName->text(), "Cinta");
     EXPECT_EQ(info->ComboPub->currentText(), "Ocean");
     EXPECT_EQ(info->ListYear->currentText(), "1984");
     EXPECT_EQ(info->ComboTipo->currentText(), "Arcade");
-    info->SetBoxText(3, "1970");
-    info->CommandaDB_Click(3);
+    info->SetBoxText(Box::Year, "1970");
+    info->CommandaDB_Click(Box::Year);
     EXPECT_EQ(Shown(), Texts{Box("El año 1970 no está en la lista", "Cintal", Icon::Information)});
     EXPECT_EQ(info->ListYear->currentText(), "1984");
 
@@ -723,7 +725,7 @@ TEST_F(InfoTest, ArrowsCopyOneFieldBetweenThePanes) {
     info->ComboPub->setEditText("Dinamic");
     info->ListYear->setCurrentIndex(1);
     info->ComboTipo->setEditText("Puzzle");
-    for (int index : {0, 1, 3, 5})
+    for (auto index : {Box::Title, Box::Publisher, Box::Year, Box::Type})
         info->CommandATZX_Click(index);
     EXPECT_EQ(Field(&ArchiveInfo::iName), "Nombre");
     EXPECT_EQ(Field(&ArchiveInfo::iPublisher), "Dinamic");

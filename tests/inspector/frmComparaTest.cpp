@@ -103,7 +103,7 @@ TEST_F(frmComparaTest, Command8DropsRedundantBlocksInMemoryOnly) {
 
 TEST_F(frmComparaTest, ClosingAsksInItsOwnWordsAndSavesTheTitleWithoutItsSource) {
     Open();
-    window->SetBoxText(0, "Juego Nuevo");
+    window->SetBoxText(Box::Title, "Juego Nuevo");
     window->TextInfo_KeyUp();
     window->TextName->setText("Juego 2");
     const std::string question =
