@@ -1,5 +1,4 @@
 #include "platform/DesktopShell.h"
-#include "platform/Memory.h"
 #include "platform/QtPrompt.h"
 #include "platform/Spanish.h"
 #include "tape/Prompt.h"
@@ -9,7 +8,6 @@
 #include <QApplication>
 
 int main(int argc, char** argv) {
-    cintal::KeepFreedMemory();
     QApplication app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Cintal"));
     QApplication::setWindowIcon(cintal::Pictures::AppIcon());

@@ -7,14 +7,12 @@
 #include "catalogue/Store.h"
 #include "catalogue/Titles.h"
 #include "platform/KeyFilter.h"
-#include "platform/PathCase.h"
 #include "platform/Spanish.h"
 #include "tape/Prompt.h"
 #include "views/ComboAutoComplete.h"
 #include "views/Grids.h"
 
 #include <QCloseEvent>
-#include <QDir>
 #include <QFileDialog>
 #include <QFontDatabase>
 #include <QGridLayout>
@@ -486,10 +484,6 @@ void Info::Wire() {
     }
 }
 
-QString Info::TitleCell(const char* key) const {
-    return TitlePane::SelectedCell(mainTitles, key);
-}
-
 void Info::SetTitleCell(const char* key, const QString& text, int icon) {
     TitlePane::SetSelectedCell(mainTitles, key, text, icon);
 }
@@ -508,22 +502,20 @@ void Info::Form_Load() {
                                  GridTZX->verticalScrollBar()->sizeHint().width());
     Grids::SetupGridFiles(*GridFiles);
 
-    setProperty("Tag", TitleCell("ColTitleId"));
-    bool isNumber = false;
-    const int estado = TitleCell("ColEstado").toInt(&isNumber);
+    const TitleRef title = TitlePane::SelectedTitle(mainTitles);
+    setProperty("Tag", title.TitleId);
     if (!compareTwin)
-        ComboEstado->setCurrentIndex(isNumber && estado >= 0 && estado <= 5 ? estado : -1);
-    TextName->setText(TitleCell("ColName"));
-    TitlePane::ShowPublisher(ComboPub, TitleCell("ColPublisher"),
-                             TitleCell("ColTitleId").toLongLong());
-    ComboTipo->setEditText(TitleCell("ColType"));
-    const int year = TitlePane::YearValue(TitleCell("ColYear"));
+        ComboEstado->setCurrentIndex(title.Estado >= 0 && title.Estado <= 5 ? title.Estado : -1);
+    TextName->setText(title.Name);
+    TitlePane::ShowPublisher(ComboPub, title.Publisher, title.TitleId);
+    ComboTipo->setEditText(title.Type);
+    const int year = TitlePane::YearValue(title.Year);
     if (year >= 1980 && year <= 2030)
         ListYear->setCurrentIndex(year - 1980 + 1);
     else if (year == 0)
         ListYear->setCurrentIndex(0);
 
-    Grids::FillFiles(property("Tag").toString(), *GridFiles);
+    Grids::FillFiles(property("Tag").toLongLong(), *GridFiles);
     const int first = FirstFileRow();
     if (first >= 1 && first <= GridFiles->Rows()) {
         GridFiles->SetSelectedRow(first);
@@ -549,16 +541,8 @@ void Info::GridFiles_SelectionChange() {
         return;
     }
     openRow = row;
-    const QString dir = GridFiles->CellText(row, GridFiles->ColumnIndex("ColPath"));
-    const QString name = GridFiles->CellText(row, GridFiles->ColumnIndex("ColFileName"));
-    // The collection was made where case doesn't count: the file on disk
-    // may say ".TZX" where the catalogue says "tzx".
-    QString path = dir.isEmpty() ? name : QDir(dir).filePath(name);
-    if (!dir.isEmpty()) {
-        const QString found = platform::FindEntry(dir, name);
-        if (!found.isEmpty()) path = found;
-    }
-    OpenFile(path);
+    const FileRef file = Grids::FileAt(*GridFiles, row);
+    OpenFile(file.Dir.isEmpty() ? file.FileName : file.Path());
 }
 
 void Info::OpenFile(const QString& path) {
@@ -744,7 +728,7 @@ void Info::CmdDBSave_Click() {
 
 void Info::SaveTitle(bool withEstado) {
     ComboPub_LostFocus();
-    const QString titleId = TitleCell("ColTitleId");
+    const qint64 titleId = TitlePane::SelectedTitle(mainTitles).TitleId;
     if (!TextName->text().isEmpty()) {
         TitleFields fields;
         fields.name = TextName->text();
@@ -752,7 +736,7 @@ void Info::SaveTitle(bool withEstado) {
         fields.year = ListYear->currentText();
         fields.estado = withEstado ? ComboEstado->currentIndex() : -1;
         const int failures = Store::Failures();
-        const TitleSaved saved = SaveTitleRow(titleId.toLongLong(), fields);
+        const TitleSaved saved = SaveTitleRow(titleId, fields);
         if (saved == TitleSaved::NoRow || Store::Failures() != failures) return;
         // A list without a selection keeps the stored source, here too.
         if (fields.estado >= 0)
@@ -776,8 +760,7 @@ bool Info::SaveTapeAndRow() {
     // The open file's row: while the user moves to another file, the
     // selection already stands on that one.
     const int row = openRow;
-    const qint64 fileId =
-        row > 0 ? GridFiles->CellText(row, GridFiles->ColumnIndex("ColFileId")).toLongLong() : 0;
+    const qint64 fileId = Grids::FileAt(*GridFiles, row).FileId;
     const Inspector::TapeSaved saved = logic.SaveTape(fileId);
     if (!saved.attempted) return false;
     if (saved.written) {
@@ -925,7 +908,7 @@ bool Info::SettlePending() {
 
 bool Info::Form_Unload() {
     if (!SettlePending()) return false;
-    if (mainFiles) Grids::FillFiles(property("Tag").toString(), *mainFiles);
+    if (mainFiles) Grids::FillFiles(property("Tag").toLongLong(), *mainFiles);
     // The compare window never writes the title's source.
     SaveTitle(!compareTwin);
     return true;

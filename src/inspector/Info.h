@@ -168,7 +168,6 @@ private:
     void Wire();
     Inspector::BoxTexts Boxes() const;
     void UpdateSaveButton();
-    QString TitleCell(const char* key) const;
     void SetTitleCell(const char* key, const QString& text, int icon = -1);
 
     bool closing = false;

@@ -44,22 +44,19 @@ void FrmCambiaTitle::GridTitles_DblClick() {
     const int oldRow = main.GridTitles->SelectedRow();
     const int newRow = GridTitles->SelectedRow();
     if (oldRow < 1 || newRow < 1) return;
-    auto cell = [](const Grid& grid, int row, const char* key) {
-        return grid.CellText(row, grid.ColumnIndex(key));
-    };
-    const QString oldId = cell(*main.GridTitles, oldRow, "ColTitleId");
+    const TitleRef into = Grids::TitleAt(*GridTitles, newRow);
     TitleMover mover;
-    mover.from = oldId.toLongLong();
-    mover.into = cell(*GridTitles, newRow, "ColTitleId").toLongLong();
-    mover.name = cell(*GridTitles, newRow, "ColName");
-    mover.year = cell(*GridTitles, newRow, "ColYear");
-    mover.publisher = cell(*GridTitles, newRow, "ColPublisher");
+    mover.from = Grids::TitleAt(*main.GridTitles, oldRow).TitleId;
+    mover.into = into.TitleId;
+    mover.name = into.Name;
+    mover.year = into.Year;
+    mover.publisher = into.Publisher;
     if (!mover.Plan() || mover.steps.empty()) return;
     if (!mover.Run()) return;
     Ask(mover.Summary().toStdString(), Comunes::kAppTitle.toStdString(), Icon::Information);
     // The main window's file list follows the records: what stayed with the
     // old title, which is still the one selected there.
-    Grids::FillFiles(oldId, *main.GridFiles);
+    Grids::FillFiles(mover.from, *main.GridFiles);
     main.mnuDelTitle_Click();
 }
 
