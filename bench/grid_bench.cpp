@@ -6,7 +6,6 @@
 #include "catalogue/Settings.h"
 #include "catalogue/Store.h"
 #include "catalogue/Titles.h"
-#include "platform/Memory.h"
 #include "tape/Prompt.h"
 #include "views/Principal.h"
 #include "widgets/Grids.h"
@@ -262,7 +261,6 @@ BENCHMARK(BM_StartUp)->Unit(benchmark::kMillisecond)->Iterations(3);
 } // namespace
 
 int main(int argc, char** argv) {
-    KeepFreedMemory(); // as the program does
     qputenv("QT_QPA_PLATFORM",
             qgetenv("QT_QPA_PLATFORM").isEmpty() ? "offscreen" : qgetenv("QT_QPA_PLATFORM"));
     QApplication app(argc, argv);

@@ -1,5 +1,4 @@
 #include "platform/FileSync.h"
-#include "platform/Memory.h"
 #include "platform/Spanish.h"
 #include "tape/Prompt.h"
 #include "views/Principal.h"
@@ -10,7 +9,6 @@
 #include <QApplication>
 
 int main(int argc, char** argv) {
-    cintal::KeepFreedMemory();
     cintal::UseFileSync();
     QApplication app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Cintal"));

@@ -46,10 +46,6 @@ int Info::BoxLimit(Box box) {
     }
 }
 
-QString Info::TitleCell(const char* key) const {
-    return TitlePane::SelectedCell(mainTitles, key);
-}
-
 void Info::SetTitleCell(const char* key, const QString& text, int icon) {
     TitlePane::SetSelectedCell(mainTitles, key, text, icon);
 }
@@ -62,19 +58,19 @@ void Info::Form_Load() {
     FitBlockList();
     Grids::SetupGridFiles(*GridFiles);
 
-    setProperty("Tag", TitleCell("ColTitleId"));
-    ShowSource(TitleCell("ColEstado"));
-    TextName->setText(TitleCell("ColName"));
-    TitlePane::ShowPublisher(ComboPub, TitleCell("ColPublisher"),
-                             TitleCell("ColTitleId").toLongLong());
-    ComboTipo->setEditText(TitleCell("ColType"));
-    const int year = TitlePane::YearValue(TitleCell("ColYear"));
+    const TitleRef title = TitlePane::SelectedTitle(mainTitles);
+    setProperty("Tag", title.TitleId);
+    ShowSource(title.Estado);
+    TextName->setText(title.Name);
+    TitlePane::ShowPublisher(ComboPub, title.Publisher, title.TitleId);
+    ComboTipo->setEditText(title.Type);
+    const int year = TitlePane::YearValue(title.Year);
     if (year >= 1980 && year <= 2030)
         ListYear->setCurrentIndex(year - 1980 + 1);
     else if (year == 0)
         ListYear->setCurrentIndex(0);
 
-    Grids::FillFiles(property("Tag").toString(), *GridFiles);
+    Grids::FillFiles(property("Tag").toLongLong(), *GridFiles);
     const int first = FirstFileRow();
     if (first >= 1 && first <= GridFiles->Rows()) {
         GridFiles->SetSelectedRow(first);
@@ -86,12 +82,10 @@ void Info::Form_Load() {
     Loaded();
 }
 
-void Info::ShowSource(const QString& estadoCell) {
+void Info::ShowSource(int estado) {
     ComboEstado->clear();
     ComboEstado->addItems(kEstados);
-    bool isNumber = false;
-    const int estado = estadoCell.toInt(&isNumber);
-    ComboEstado->setCurrentIndex(isNumber && estado >= 0 && estado <= 5 ? estado : -1);
+    ComboEstado->setCurrentIndex(estado >= 0 && estado <= 5 ? estado : -1);
 }
 
 void Info::FitBlockList() {
@@ -111,16 +105,8 @@ void Info::GridFiles_SelectionChange() {
         return;
     }
     openRow = row;
-    const QString dir = GridFiles->CellText(row, GridFiles->ColumnIndex("ColPath"));
-    const QString name = GridFiles->CellText(row, GridFiles->ColumnIndex("ColFileName"));
-    // The collection was made where case doesn't count: the file on disk
-    // may say ".TZX" where the catalogue says "tzx".
-    QString path = dir.isEmpty() ? name : QDir(dir).filePath(name);
-    if (!dir.isEmpty()) {
-        const QString found = platform::FindEntry(dir, name);
-        if (!found.isEmpty()) path = found;
-    }
-    OpenFile(path);
+    const FileRef file = Grids::FileAt(*GridFiles, row);
+    OpenFile(file.Dir.isEmpty() ? file.FileName : file.Path());
 }
 
 void Info::OpenFile(const QString& path) {
@@ -210,7 +196,7 @@ void Info::CmdDBSave_Click() {
 
 void Info::SaveTitle() {
     ComboPub_LostFocus();
-    const QString titleId = TitleCell("ColTitleId");
+    const qint64 titleId = TitlePane::SelectedTitle(mainTitles).TitleId;
     if (!TextName->text().isEmpty()) {
         TitleFields fields;
         fields.name = TextName->text();
@@ -218,7 +204,7 @@ void Info::SaveTitle() {
         fields.year = ListYear->currentText();
         fields.estado = ComboEstado->currentIndex();
         const int failures = Store::Failures();
-        const TitleSaved saved = SaveTitleRow(titleId.toLongLong(), fields);
+        const TitleSaved saved = SaveTitleRow(titleId, fields);
         if (saved == TitleSaved::NoRow || Store::Failures() != failures) return;
         // A list without a selection keeps the stored source, here too.
         if (fields.estado >= 0)
@@ -242,8 +228,7 @@ bool Info::SaveTapeAndRow() {
     // The open file's row: while the user moves to another file, the
     // selection already stands on that one.
     const int row = openRow;
-    const qint64 fileId =
-        row > 0 ? GridFiles->CellText(row, GridFiles->ColumnIndex("ColFileId")).toLongLong() : 0;
+    const qint64 fileId = Grids::FileAt(*GridFiles, row).FileId;
     const Inspector::TapeSaved saved = logic.SaveTape(fileId);
     if (!saved.attempted) return false;
     if (saved.written) {
@@ -323,7 +308,7 @@ QString Info::PendingQuestion() const {
 
 bool Info::Form_Unload() {
     if (!SettlePending()) return false;
-    if (mainFiles) Grids::FillFiles(property("Tag").toString(), *mainFiles);
+    if (mainFiles) Grids::FillFiles(property("Tag").toLongLong(), *mainFiles);
     SaveTitle();
     return true;
 }

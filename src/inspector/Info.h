@@ -148,7 +148,7 @@ protected:
     virtual int SelectedBlock() const { return GridTZX->SelectedRow(); }
     // The source list, filled and set from the title's cell; the compare
     // window has none, and so keeps the stored source when it saves.
-    virtual void ShowSource(const QString& estadoCell);
+    virtual void ShowSource(int estado);
     // After the block list has its columns.
     virtual void FitBlockList();
     // The last step of Form_Load.
@@ -180,7 +180,6 @@ private:
     void MoveSelectedBlock(bool up);
     // The typing limit of a box, 0 for none.
     static int BoxLimit(Box box);
-    QString TitleCell(const char* key) const;
     void SetTitleCell(const char* key, const QString& text, int icon = -1);
 
     bool closing = false;

@@ -92,15 +92,14 @@ void TitleInfo::Form_Load() {
     TitlePane::FillYears(ListYear);
     Grids::SetupGridFiles(*GridFiles);
 
-    const QString titleId = TitlePane::SelectedCell(mainTitles, "ColTitleId");
-    setProperty("Tag", titleId);
-    TextName->setText(TitlePane::SelectedCell(mainTitles, "ColName"));
-    TitlePane::ShowPublisher(ComboPub, TitlePane::SelectedCell(mainTitles, "ColPublisher"),
-                             titleId.toLongLong());
-    ComboTipo->setEditText(TitlePane::SelectedCell(mainTitles, "ColType"));
+    const TitleRef title = TitlePane::SelectedTitle(mainTitles);
+    setProperty("Tag", title.TitleId);
+    TextName->setText(title.Name);
+    TitlePane::ShowPublisher(ComboPub, title.Publisher, title.TitleId);
+    ComboTipo->setEditText(title.Type);
     shownType = ComboTipo->currentText();
     // Every year the window stores, it shows again.
-    const int year = TitlePane::YearValue(TitlePane::SelectedCell(mainTitles, "ColYear"));
+    const int year = TitlePane::YearValue(title.Year);
     if (year >= kFirstYear) {
         ListYear->setCurrentIndex(ListYear->findText(QString::number(year)));
         ListYear->setEditText(QString::number(year));
@@ -108,9 +107,9 @@ void TitleInfo::Form_Load() {
         ListYear->setCurrentIndex(0);
     }
     // Where the record came from, as the catalogue keeps it.
-    const int origen = TitleOrigenInfo(titleId.toLongLong());
+    const int origen = TitleOrigenInfo(title.TitleId);
     vbalCboEx1->setCurrentIndex(origen >= 0 && origen < kOrigins.size() ? origen : -1);
-    Grids::FillFiles(titleId, *GridFiles);
+    Grids::FillFiles(title.TitleId, *GridFiles);
     setWindowTitle("Título: " + TextName->text());
 }
 
@@ -136,7 +135,7 @@ bool TitleInfo::Form_Unload() {
         fields.origenInfo = vbalCboEx1->currentIndex();
         if (ComboTipo->currentText() != shownType) fields.type = ComboTipo->currentText();
         const int failures = Store::Failures();
-        const TitleSaved saved = SaveTitleRow(property("Tag").toString().toLongLong(), fields);
+        const TitleSaved saved = SaveTitleRow(property("Tag").toLongLong(), fields);
         if (saved == TitleSaved::NoRow || Store::Failures() != failures) return true;
         TitlePane::SetSelectedCell(mainTitles, "ColPublisher", ComboPub->currentText());
         TitlePane::SetSelectedCell(mainTitles, "ColPubId", ComboPubTag);

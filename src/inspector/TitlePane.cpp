@@ -55,9 +55,8 @@ QString PublisherLostFocus(QComboBox* combo) {
     return QString::number(id);
 }
 
-QString SelectedCell(const Grid* titles, const char* key) {
-    const int row = titles ? titles->SelectedRow() : 0;
-    return row > 0 ? titles->CellText(row, titles->ColumnIndex(key)) : QString();
+TitleRef SelectedTitle(const Grid* titles) {
+    return titles ? Grids::SelectedTitle(*titles) : TitleRef();
 }
 
 void SetSelectedCell(Grid* titles, const char* key, const QString& text, int icon) {

@@ -3,6 +3,7 @@
 // publisher box and the cells of the main window's title row.
 
 #include "widgets/Grid.h"
+#include "widgets/Grids.h"
 
 #include <QComboBox>
 #include <QString>
@@ -23,8 +24,8 @@ void ShowPublisher(QComboBox* combo, const QString& name, qint64 titleId);
 // publisher stays and the box shows it. Returns the id as text, "0" for none.
 QString PublisherLostFocus(QComboBox* combo);
 
-// The text of a cell of the selected title row, empty without a selection.
-QString SelectedCell(const Grid* titles, const char* key);
+// The selected title row, empty (id 0) without a selection.
+TitleRef SelectedTitle(const Grid* titles);
 // Writes a cell of the selected title row, keeping the row's colours.
 void SetSelectedCell(Grid* titles, const char* key, const QString& text, int icon = -1);
 

@@ -1,11 +1,9 @@
 #include "inspector/frmCompara.h"
 
 #include "catalogue/Comunes.h"
-#include "platform/PathCase.h"
 #include "tape/Prompt.h"
 #include "widgets/Grids.h"
 
-#include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QGridLayout>
@@ -254,9 +252,8 @@ void frmCompara::WrapInScrollArea() {
 }
 
 int frmCompara::FirstFileRow() const {
-    const int col = GridFiles->ColumnIndex("ColExtension");
     for (int row = 1; row <= GridFiles->Rows(); ++row)
-        if (GridFiles->CellText(row, col).toLower() == QLatin1String("tzx")) return row;
+        if (Grids::FileAt(*GridFiles, row).Extension.toLower() == QLatin1String("tzx")) return row;
     return 1;
 }
 
@@ -275,18 +272,12 @@ int frmCompara::SelectedBlock() const {
 void frmCompara::FillCompareList() {
     filling = true;
     ComboCompara->clear();
-    const int colExt = GridFiles->ColumnIndex("ColExtension");
-    const int colPath = GridFiles->ColumnIndex("ColPath");
-    const int colName = GridFiles->ColumnIndex("ColFileName");
     for (int row = 1; row <= GridFiles->Rows(); ++row) {
-        if (GridFiles->CellText(row, colExt).toLower() != QLatin1String("tzx")) continue;
-        const QString dir = GridFiles->CellText(row, colPath);
-        const QString name = GridFiles->CellText(row, colName);
-        QString path = dir.isEmpty() ? name : QDir(dir).filePath(name);
-        const QString found = dir.isEmpty() ? QString() : platform::FindEntry(dir, name);
-        if (!found.isEmpty()) path = found;
+        const FileRef file = Grids::FileAt(*GridFiles, row);
+        if (file.Extension.toLower() != QLatin1String("tzx")) continue;
+        const QString path = file.Dir.isEmpty() ? file.FileName : file.Path();
         // Two tapes of one name in different folders: the folder tells them apart.
-        ComboCompara->addItem(name + " (" + QFileInfo(dir).fileName() + ")", path);
+        ComboCompara->addItem(file.FileName + " (" + QFileInfo(file.Dir).fileName() + ")", path);
     }
     ComboCompara->addItem(QStringLiteral("Otro archivo..."), kOtherFile);
     ComboCompara->setCurrentIndex(-1);

@@ -60,7 +60,7 @@ public:
 protected:
     int FirstFileRow() const override;
     int SelectedBlock() const override;
-    void ShowSource(const QString&) override { ComboEstado->clear(); }
+    void ShowSource(int) override { ComboEstado->clear(); }
     // The block lists take their widths in FitPositions.
     void FitBlockList() override {}
     void Loaded() override;

@@ -11,7 +11,7 @@
 namespace cintal {
 
 FrmCambiaTitle::FrmCambiaTitle(QWidget* parent, const Grid& mainTitles,
-                               std::function<void(const QString& oldId)> moved)
+                               std::function<void(qint64 oldId)> moved)
     : QDialog(parent), mainTitles(mainTitles), moved(std::move(moved)) {
     setObjectName("FrmCambiaTitle");
     setWindowTitle(QStringLiteral("Form2"));
@@ -45,20 +45,17 @@ void FrmCambiaTitle::GridTitles_DblClick() {
     const int oldRow = mainTitles.SelectedRow();
     const int newRow = GridTitles->SelectedRow();
     if (oldRow < 1 || newRow < 1) return;
-    auto cell = [](const Grid& grid, int row, const char* key) {
-        return grid.CellText(row, grid.ColumnIndex(key));
-    };
-    const QString oldId = cell(mainTitles, oldRow, "ColTitleId");
+    const TitleRef into = Grids::TitleAt(*GridTitles, newRow);
     TitleMover mover;
-    mover.from = oldId.toLongLong();
-    mover.into = cell(*GridTitles, newRow, "ColTitleId").toLongLong();
-    mover.name = cell(*GridTitles, newRow, "ColName");
-    mover.year = cell(*GridTitles, newRow, "ColYear");
-    mover.publisher = cell(*GridTitles, newRow, "ColPublisher");
+    mover.from = Grids::TitleAt(mainTitles, oldRow).TitleId;
+    mover.into = into.TitleId;
+    mover.name = into.Name;
+    mover.year = into.Year;
+    mover.publisher = into.Publisher;
     if (!mover.Plan() || mover.steps.empty()) return;
     if (!mover.Run()) return;
     Ask(mover.Summary().toStdString(), Comunes::kAppTitle.toStdString(), Icon::Information);
-    moved(oldId);
+    moved(mover.from);
 }
 
 } // namespace cintal

@@ -20,7 +20,7 @@ public:
     // the main window to follow: it stands above this window, which can't
     // reach it.
     FrmCambiaTitle(QWidget* parent, const Grid& mainTitles,
-                   std::function<void(const QString& oldId)> moved);
+                   std::function<void(qint64 oldId)> moved);
 
     void Form_Load();
     void GridTitles_DblClick();
@@ -32,7 +32,7 @@ public:
 
 private:
     const Grid& mainTitles;
-    std::function<void(const QString& oldId)> moved;
+    std::function<void(qint64 oldId)> moved;
 };
 
 } // namespace cintal

@@ -159,18 +159,15 @@ SortBy Ordena::Order() const {
 
 std::vector<ReorgTitle> Ordena::ListedTitles() {
     std::vector<ReorgTitle> titles;
-    const int colId = GridTitles->ColumnIndex("ColTitleId");
-    const int colName = GridTitles->ColumnIndex("ColName");
-    const int colYear = GridTitles->ColumnIndex("ColYear");
-    const int colPub = GridTitles->ColumnIndex("ColPublisher");
     // What the main window lists: a hidden row is filtered out.
     for (int row = 1; row <= GridTitles->Rows(); ++row) {
         if (!GridTitles->RowVisible(row)) continue;
+        const TitleRef listed = Grids::TitleAt(*GridTitles, row);
         ReorgTitle t;
-        t.TitleId = GridTitles->CellText(row, colId).toLongLong();
-        t.name = GridTitles->CellText(row, colName);
-        t.year = GridTitles->CellText(row, colYear);
-        t.publisher = GridTitles->CellText(row, colPub);
+        t.TitleId = listed.TitleId;
+        t.name = listed.Name;
+        t.year = listed.Year;
+        t.publisher = listed.Publisher;
         LoadReorgFiles(t);
         titles.push_back(std::move(t));
     }
@@ -226,8 +223,7 @@ void Ordena::CommandOrdenar_Click() {
         if (GridTitles->RowVisible(row)) last = row;
     if (last) {
         GridTitles->SetSelectedRow(last);
-        Grids::FillFiles(GridTitles->CellText(last, GridTitles->ColumnIndex("ColTitleId")),
-                         *GridFiles);
+        Grids::FillFiles(Grids::TitleAt(*GridTitles, last).TitleId, *GridFiles);
     }
     QApplication::restoreOverrideCursor();
 }

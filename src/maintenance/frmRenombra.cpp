@@ -2,6 +2,7 @@
 
 #include "catalogue/Records.h"
 #include "widgets/Grid.h"
+#include "widgets/Grids.h"
 #include "widgets/ScrImage.h"
 
 #include <QHBoxLayout>
@@ -54,13 +55,10 @@ frmRenombra::frmRenombra(Grid* titles, Grid* files, QWidget* parent)
 void frmRenombra::Form_Load() {
     const int row = GridFiles->SelectedRow();
     if (row < 1) return;
-    const QString dir = GridFiles->CellText(row, GridFiles->ColumnIndex("ColPath"));
-    renamer.Load(dir, GridFiles->CellText(row, GridFiles->ColumnIndex("ColFileName")),
-                 GridFiles->CellText(row, GridFiles->ColumnIndex("ColPathIndex")).toLongLong());
-    setWindowTitle(Records::PathIn(dir, renamer.oldFull));
-    const int title = GridTitles->SelectedRow();
-    QString name =
-        title > 0 ? GridTitles->CellText(title, GridTitles->ColumnIndex("ColName")) : QString();
+    const FileRef file = Grids::FileAt(*GridFiles, row);
+    renamer.Load(file.Dir, file.FileName, file.PathIndex);
+    setWindowTitle(Records::PathIn(file.Dir, renamer.oldFull));
+    QString name = Grids::SelectedTitle(*GridTitles).Name;
     Text1->setText(name.replace(QStringLiteral(": "), QStringLiteral(" - ")));
     for (const RenameEntry& e : renamer.entries) {
         auto* item = new QListWidgetItem(e.label, List1);
@@ -79,14 +77,7 @@ void frmRenombra::Command1_Click() {
             List1->item(i)->checkState() == Qt::Checked;
     Tag = renamer.Rename(Text1->text());
     if (Tag == Renamer::kFallido) return;
-    const int row = GridFiles->SelectedRow();
-    const int col = GridFiles->ColumnIndex("ColFileName");
-    const QColor back = GridFiles->CellBackColor(row, col);
-    const QColor fore = GridFiles->CellForeColor(row, col);
-    GridFiles->CellDetails(row, col, Tag, GridFiles->CellAlignment(row, col),
-                           GridFiles->CellIcon(row, col),
-                           back.isValid() ? std::optional<QColor>(back) : std::nullopt,
-                           fore.isValid() ? std::optional<QColor>(fore) : std::nullopt);
+    Grids::RenameFile(*GridFiles, GridFiles->SelectedRow(), Tag);
     if (BuscaPantalla) BuscaPantalla();
     accept();
 }

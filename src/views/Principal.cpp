@@ -6,7 +6,6 @@
 #include "catalogue/Store.h"
 #include "catalogue/Titles.h"
 #include "maintenance/Emulators.h"
-#include "platform/PathCase.h"
 #include "platform/Shell.h"
 #include "tape/Content.h"
 #include "tape/Prompt.h"
@@ -289,14 +288,12 @@ void Principal::GridTitles_SelectionChange() {
         return;
     }
     ImgCaratula->ClearPicture();
-    auto cell = [&](const char* key) {
-        return GridTitles->CellText(row, GridTitles->ColumnIndex(key));
-    };
-    LabelNombre->setText(cell("ColName"));
-    LabelCompany->setText(cell("ColPublisher"));
-    LabelYear->setText(cell("ColYear"));
-    LabelType->setText(cell("ColType"));
-    Grids::FillFiles(cell("ColTitleId"), *GridFiles);
+    const TitleRef title = Grids::TitleAt(*GridTitles, row);
+    LabelNombre->setText(title.Name);
+    LabelCompany->setText(title.Publisher);
+    LabelYear->setText(title.Year);
+    LabelType->setText(title.Type);
+    Grids::FillFiles(title.TitleId, *GridFiles);
     ComboRegistro->setEditText(LabelNombre->text());
     BuscaPantalla();
     BuscaCaratula();
@@ -304,11 +301,7 @@ void Principal::GridTitles_SelectionChange() {
     BuscaCodeSheet();
     CmdModify->setEnabled(true);
     // Comparing needs a tape to start from.
-    bool tape = false;
-    const int colExt = GridFiles->ColumnIndex("ColExtension");
-    for (int r = 1; r <= GridFiles->Rows() && !tape; ++r)
-        tape = GridFiles->CellText(r, colExt).toLower() == QLatin1String("tzx");
-    Command2->setEnabled(tape);
+    Command2->setEnabled(Grids::HasTape(*GridFiles));
 }
 
 void Principal::ForgetTitle() {
@@ -332,12 +325,8 @@ void Principal::ForgetTitle() {
 }
 
 bool Principal::ShowScreenFromFiles() {
-    const int colPath = GridFiles->ColumnIndex("ColPath");
-    const int colName = GridFiles->ColumnIndex("ColFileName");
     for (int row = 1; row <= GridFiles->Rows(); ++row) {
-        const QString dir = GridFiles->CellText(row, colPath);
-        if (dir.isEmpty()) continue;
-        const QString path = platform::FindEntry(dir, GridFiles->CellText(row, colName));
+        const QString path = Grids::FileAt(*GridFiles, row).Path();
         if (path.isEmpty()) continue;
         // Only the head of each file is read: a title of many files still
         // selects at once.
@@ -381,14 +370,13 @@ void Principal::MarkOption(int option, bool found) {
 
 void Principal::BuscaPantalla() {
     const QString base = SideBaseName(LabelNombre->text());
-    const int colPath = GridFiles->ColumnIndex("ColPath");
     if (GridFiles->Rows() == 0) {
         ShowScreen({});
         return;
     }
     for (int row = 1; row <= GridFiles->Rows(); ++row) {
         const QString path =
-            FindSideFile(GridFiles->CellText(row, colPath), SideKind::Screen, base);
+            FindSideFile(Grids::FileAt(*GridFiles, row).Dir, SideKind::Screen, base);
         if (!path.isEmpty()) {
             ShowScreen(path);
             MarkOption(0, true);
@@ -404,11 +392,10 @@ void Principal::BuscaPantalla() {
 
 void Principal::LookupSideFile(int option, int kind) {
     const QString base = SideBaseName(LabelNombre->text());
-    const int colPath = GridFiles->ColumnIndex("ColPath");
     QRadioButton* o = OptDatos[static_cast<std::size_t>(option)];
     for (int row = 1; row <= GridFiles->Rows(); ++row) {
         const QString path =
-            FindSideFile(GridFiles->CellText(row, colPath), static_cast<SideKind>(kind), base);
+            FindSideFile(Grids::FileAt(*GridFiles, row).Dir, static_cast<SideKind>(kind), base);
         if (!path.isEmpty()) {
             MarkOption(option, true);
             // Another option is showing: this picture waits for its click.
@@ -481,15 +468,9 @@ void Principal::ImgCaratula_DblClick() {
 }
 
 void Principal::GridFiles_DblClick() {
-    const int row = GridFiles->SelectedRow();
-    if (row < 1) return;
-    const QString dir = GridFiles->CellText(row, GridFiles->ColumnIndex("ColPath"));
     // A file whose folder is unknown has no path to open.
-    if (dir.isEmpty()) return;
-    // The catalogue keeps the scanned extension in lower case; the disk may not.
-    const QString name = GridFiles->CellText(row, GridFiles->ColumnIndex("ColFileName"));
-    const QString found = platform::FindEntry(dir, name);
-    Emulators::OpenFile(found.isEmpty() ? QDir(dir).filePath(name) : found);
+    const QString path = Grids::SelectedFile(*GridFiles).Path();
+    if (!path.isEmpty()) Emulators::OpenFile(path);
 }
 
 } // namespace cintal

@@ -119,8 +119,6 @@ private:
     void LookupSideFile(int option, int kind);
     void OpenAddress(const QString& address);
     void PaintTitleRow(const QColor& back, const QColor& fore);
-    QString SelectedTitleCell(const char* key) const;
-    QString SelectedFilePath() const;
     void ShowScreen(const QString& path);
     // Shows the first screen found inside the title's files; false if none.
     bool ShowScreenFromFiles();

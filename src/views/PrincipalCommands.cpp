@@ -12,7 +12,6 @@
 #include "inspector/frmCompara.h"
 #include "maintenance/Ordena.h"
 #include "maintenance/frmRenombra.h"
-#include "platform/PathCase.h"
 #include "platform/Shell.h"
 #include "tape/Prompt.h"
 #include "tape/TapConvert.h"
@@ -111,22 +110,6 @@ void Principal::BuildCommands() {
     };
 }
 
-QString Principal::SelectedTitleCell(const char* key) const {
-    const int row = GridTitles->SelectedRow();
-    return row > 0 ? GridTitles->CellText(row, GridTitles->ColumnIndex(key)) : QString();
-}
-
-// The selected file on disk, found ignoring case; empty when its folder is unknown.
-QString Principal::SelectedFilePath() const {
-    const int row = GridFiles->SelectedRow();
-    if (row < 1) return {};
-    const QString dir = GridFiles->CellText(row, GridFiles->ColumnIndex("ColPath"));
-    if (dir.isEmpty()) return {};
-    const QString name = GridFiles->CellText(row, GridFiles->ColumnIndex("ColFileName"));
-    const QString found = platform::FindEntry(dir, name);
-    return found.isEmpty() ? QDir(dir).filePath(name) : found;
-}
-
 void Principal::PaintTitleRow(const QColor& back, const QColor& fore) {
     const int row = GridTitles->SelectedRow();
     if (row < 1) return;
@@ -174,11 +157,7 @@ void Principal::mnuRenombra_Click() {
 void Principal::CmdModify_Click() {
     // Without a title there is no record to show.
     if (GridTitles->SelectedRow() < 1) return;
-    bool tape = false;
-    const int col = GridFiles->ColumnIndex("ColExtension");
-    for (int row = 1; row <= GridFiles->Rows() && !tape; ++row)
-        tape = GridFiles->CellText(row, col).toLower() == QLatin1String("tzx");
-    if (tape) {
+    if (Grids::HasTape(*GridFiles)) {
         Info window(GridTitles, GridFiles, this);
         // The name may have changed: the panel and the side files follow it.
         connect(&window, &Info::TitleRowSaved, this, &Principal::GridTitles_SelectionChange);
@@ -200,12 +179,12 @@ void Principal::Command2_Click() {
 }
 
 void Principal::AddFileByHand() {
-    const QString titleId = SelectedTitleCell("ColTitleId");
-    if (titleId.isEmpty()) return;
+    const qint64 titleId = Grids::SelectedTitle(*GridTitles).TitleId;
+    if (!titleId) return;
     const QString path = ChooseFile ? ChooseFile(kAddFileFilter) : QString();
     if (path.isEmpty()) return;
     const int failures = Store::Failures();
-    if (Records::AddFileToTitle(titleId.toLongLong(), path)) {
+    if (Records::AddFileToTitle(titleId, path)) {
         Grids::FillFiles(titleId, *GridFiles);
         Tell(QStringLiteral("Archivo Agregado"), Icon::Information);
         PaintTitleRow(Grids::ColourOwnedBack(), Grids::ColourOwnedFore());
@@ -230,13 +209,13 @@ void Principal::MnuTipShop_Click() {
 void Principal::mnuDelTitle_Click() {
     const int row = GridTitles->SelectedRow();
     if (row < 1) return;
-    const QString id = SelectedTitleCell("ColTitleId");
-    const QString name = SelectedTitleCell("ColName");
-    if (!AskYes("¿Desea eliminar la entrada \"" + id + " - " + name + "\"?", Icon::Critical,
-                QStringLiteral("Eliminar registro")))
+    const TitleRef title = Grids::TitleAt(*GridTitles, row);
+    if (!AskYes("¿Desea eliminar la entrada \"" + QString::number(title.TitleId) + " - " +
+                    title.Name + "\"?",
+                Icon::Critical, QStringLiteral("Eliminar registro")))
         return;
     const int failures = Store::Failures();
-    Records::DelTitleRecord(id.toLongLong());
+    Records::DelTitleRecord(title.TitleId);
     if (Store::Failures() != failures) return;
     Tell(QStringLiteral("Registro eliminado"), Icon::Information);
     // The combo keeps the order of the load: the item at the row's number goes.
@@ -251,17 +230,14 @@ void Principal::mnuDelFile_Click() {
     // A file is deleted for its title, never for none.
     if (row < 1 || GridTitles->SelectedRow() < 1) return;
     const bool moreFiles = GridFiles->Rows() > 1;
-    const QString dir = GridFiles->CellText(row, GridFiles->ColumnIndex("ColPath"));
-    const QString name = GridFiles->CellText(row, GridFiles->ColumnIndex("ColFileName"));
-    if (!AskYes("¿Desea eliminar la entrada \"" + QDir(dir).filePath(name) + "\"?", Icon::Critical,
-                QStringLiteral("Eliminar registro")))
+    const FileRef file = Grids::FileAt(*GridFiles, row);
+    if (!AskYes("¿Desea eliminar la entrada \"" + QDir(file.Dir).filePath(file.FileName) + "\"?",
+                Icon::Critical, QStringLiteral("Eliminar registro")))
         return;
     const int failures = Store::Failures();
-    Records::DelFileRecord(
-        GridFiles->CellText(row, GridFiles->ColumnIndex("ColFileId")).toLongLong(),
-        SelectedTitleCell("ColTitleId").toLongLong(), moreFiles);
+    Records::DelFileRecord(file.FileId, Grids::SelectedTitle(*GridTitles).TitleId, moreFiles);
     if (Store::Failures() != failures) return;
-    const QString path = SelectedFilePath();
+    const QString path = file.Path();
     if (AskYes(QStringLiteral("¿Eliminar también físicamente el archivo del disco duro?"),
                Icon::Critical, QStringLiteral("Eliminar registro"))) {
         // No path is built from an unknown folder; the answer is the same.
@@ -288,14 +264,14 @@ void Principal::CmdLimpiaEmpty_Click() {
 }
 
 void Principal::mnuTap2Tzx_Click() {
-    const QString tap = SelectedFilePath();
-    const QString titleId = SelectedTitleCell("ColTitleId");
-    if (tap.isEmpty() || titleId.isEmpty()) return;
+    const QString tap = Grids::SelectedFile(*GridFiles).Path();
+    const qint64 titleId = Grids::SelectedTitle(*GridTitles).TitleId;
+    if (tap.isEmpty() || !titleId) return;
     std::string made;
     if (!ConvertTapToTzx(tap.toStdString(), &made)) return;
     const QString tzx = QString::fromStdString(made);
     const int failures = Store::Failures();
-    Records::AddFileToTitle(titleId.toLongLong(), tzx);
+    Records::AddFileToTitle(titleId, tzx);
     if (Store::Failures() != failures) return;
     Grids::FillFiles(titleId, *GridFiles);
     Tell("Archivo convertido: " + tzx, Icon::Information);

@@ -13,7 +13,7 @@ void Principal::Command7_Click() {
 
 void Principal::mnuCambiaTitle_Click() {
     if (GridTitles->SelectedRow() < 1 || GridFiles->Rows() < 1) return;
-    FrmCambiaTitle window(this, *GridTitles, [this](const QString& oldId) {
+    FrmCambiaTitle window(this, *GridTitles, [this](qint64 oldId) {
         // The file list follows the records: what stayed with the old title,
         // which is still the one selected here.
         Grids::FillFiles(oldId, *GridFiles);

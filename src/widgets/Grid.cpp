@@ -11,12 +11,7 @@
 #include <QStyleOptionHeader>
 #include <QStyledItemDelegate>
 #include <algorithm>
-#include <new>
 #include <numeric>
-
-#if defined(__linux__)
-#include <sys/mman.h>
-#endif
 
 namespace cintal {
 
@@ -52,42 +47,7 @@ struct Cell {
 
 using Column = Grid::Column;
 
-// The cells of a large grid take tens of MB at once. Taken from the system in
-// huge pages where it offers them, they cost a few faults instead of one per
-// 4 KB page, and on a virtual machine each fault is dear.
-template <class T> struct BigBlocks {
-    using value_type = T;
-    static constexpr std::size_t kBig = std::size_t(4) << 20;
-    BigBlocks() = default;
-    template <class U> BigBlocks(const BigBlocks<U>&) {}
-    T* allocate(std::size_t n) {
-        const std::size_t bytes = n * sizeof(T);
-#if defined(__linux__)
-        if (bytes >= kBig) {
-            void* p =
-                mmap(nullptr, bytes, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
-            if (p == MAP_FAILED) throw std::bad_alloc();
-            madvise(p, bytes, MADV_HUGEPAGE);
-            return static_cast<T*>(p);
-        }
-#endif
-        return static_cast<T*>(::operator new(bytes));
-    }
-    void deallocate(T* p, std::size_t n) {
-#if defined(__linux__)
-        if (n * sizeof(T) >= kBig) {
-            munmap(p, n * sizeof(T));
-            return;
-        }
-#endif
-        ::operator delete(p);
-    }
-    template <class U> bool operator==(const BigBlocks<U>&) const {
-        return true;
-    }
-};
-
-using Cells = std::vector<Cell, BigBlocks<Cell>>;
+using Cells = std::vector<Cell>;
 
 Qt::Alignment QtAlign(int code) {
     switch (code) {
@@ -109,6 +69,7 @@ public:
     std::vector<Column> columns;
     Cells cells; // row-major, every row, shown or not
     std::vector<char> visible;
+    std::vector<QVariant> payload; // each row's own, as SetRowData left it
     int rows = 0;
     // What the view was last told: the shown rows in order, and where each
     // row stands among them (-1 when hidden). While painting is off the
@@ -190,8 +151,7 @@ public:
         if (o != Qt::Horizontal || section < 0 || section >= Cols()) return {};
         const Column& col = columns[static_cast<std::size_t>(section)];
         if (role == Qt::DisplayRole) return col.header;
-        if (role == Qt::TextAlignmentRole)
-            return QVariant::fromValue(QtAlign(col.align));
+        if (role == Qt::TextAlignmentRole) return QVariant::fromValue(QtAlign(col.align));
         if (role == Qt::DecorationRole && col.icon >= 0 && images && *images)
             return (*images)->Icon(col.icon);
         return {};
@@ -340,6 +300,7 @@ void Grid::Clear(bool removeColumns) {
     store->rows = 0;
     store->cells.clear();
     store->visible.clear();
+    store->payload.clear();
     if (removeColumns) store->columns.clear();
     store->ranks.assign(store->columns.size(), {});
     Publish();
@@ -355,6 +316,7 @@ void Grid::SetRows(int rows) {
     store->ranks.assign(store->columns.size(), {});
     store->cells.resize(static_cast<std::size_t>(rows) * store->columns.size());
     store->visible.resize(static_cast<std::size_t>(rows), 1);
+    store->payload.resize(static_cast<std::size_t>(rows));
     Publish();
 }
 
@@ -544,6 +506,16 @@ void Grid::SetSortRanks(int col, std::vector<int> ranks) {
     store->ranks[static_cast<std::size_t>(col - 1)] = std::move(ranks);
 }
 
+void Grid::SetRowData(int row, QVariant data) {
+    if (row >= 1 && row <= store->rows)
+        store->payload[static_cast<std::size_t>(row - 1)] = std::move(data);
+}
+
+QVariant Grid::RowData(int row) const {
+    return row >= 1 && row <= store->rows ? store->payload[static_cast<std::size_t>(row - 1)]
+                                          : QVariant();
+}
+
 bool Grid::RowVisible(int row) const {
     return row >= 1 && row <= store->rows && store->visible[static_cast<std::size_t>(row - 1)];
 }
@@ -598,6 +570,7 @@ void Grid::RemoveRow(int row) {
     for (std::vector<int>& r : store->ranks)
         if (!r.empty()) r.erase(r.begin() + row - 1);
     store->visible.erase(store->visible.begin() + row - 1);
+    store->payload.erase(store->payload.begin() + row - 1);
     --store->rows;
     // A title below the removed row moves up with its row.
     Publish(selected > row ? selected - 1 : selected);
@@ -659,6 +632,7 @@ void Grid::Sort(const SortRanker& rank) {
         if (order[i] == i) continue;
         std::move(rowAt(i), rowAt(i + 1), held.begin());
         const char heldVisible = store->visible[i];
+        QVariant heldData = std::move(store->payload[i]);
         for (std::size_t c = 0; c < cols; ++c)
             heldRanks[c] = store->ranks[c].empty() ? 0 : store->ranks[c][i];
         std::size_t to = i;
@@ -668,12 +642,14 @@ void Grid::Sort(const SortRanker& rank) {
             if (from == i) {
                 std::move(held.begin(), held.end(), rowAt(to));
                 store->visible[to] = heldVisible;
+                store->payload[to] = std::move(heldData);
                 for (std::size_t c = 0; c < cols; ++c)
                     if (!store->ranks[c].empty()) store->ranks[c][to] = heldRanks[c];
                 break;
             }
             std::move(rowAt(from), rowAt(from + 1), rowAt(to));
             store->visible[to] = store->visible[from];
+            store->payload[to] = std::move(store->payload[from]);
             for (std::vector<int>& r : store->ranks)
                 if (!r.empty()) r[to] = r[from];
             to = from;

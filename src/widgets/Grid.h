@@ -10,6 +10,7 @@
 
 #include <QColor>
 #include <QTableView>
+#include <QVariant>
 #include <functional>
 #include <optional>
 #include <vector>
@@ -77,6 +78,12 @@ public:
     QColor CellForeColor(int row, int col) const;
     void SetCellBackColor(int row, int col, const QColor& c);
     void SetCellForeColor(int row, int col, const QColor& c);
+
+    // What a row stands for (its owner's ids and paths), kept beside its
+    // cells and moving with them through sorts and removals, so that a
+    // handler reads them as they are instead of parsing the texts shown.
+    void SetRowData(int row, QVariant data);
+    QVariant RowData(int row) const;
 
     bool RowVisible(int row) const;
     void SetRowVisible(int row, bool visible);

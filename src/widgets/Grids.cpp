@@ -5,17 +5,27 @@
 #include "catalogue/Comunes.h"
 #include "catalogue/Files.h"
 #include "catalogue/Titles.h"
+#include "platform/PathCase.h"
 #include "platform/Spanish.h"
 
 #include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
+#include <QDir>
 #include <QElapsedTimer>
 #include <QLocale>
 #include <QPalette>
 #include <QStringListModel>
 
-namespace cintal::Grids {
+namespace cintal {
+
+QString FileRef::Path() const {
+    if (Dir.isEmpty()) return {};
+    const QString found = platform::FindEntry(Dir, FileName);
+    return found.isEmpty() ? QDir(Dir).filePath(FileName) : found;
+}
+
+namespace Grids {
 
 QColor ColourOwnedBack() {
     return QApplication::palette().color(QPalette::Base);
@@ -107,6 +117,7 @@ void FillTitles(const TitleWindow& frm, const QString& clause) {
                              CellBack, CellFore);
         grid.CellDetails(i, colTitleId, QString::number(r.TitleId), Grid::AlignDefault, -1,
                          CellBack, CellFore);
+        grid.SetRowData(i, r.TitleId);
         grid.CellDetails(i, colName, r.Name, Grid::AlignDefault, -1, CellBack, CellFore);
         grid.CellDetails(i, colYear, r.Year, Grid::AlignDefault, -1, CellBack, CellFore);
         grid.CellDetails(i, colPublisher, Comunes::PublisherName(r.IdPub), Grid::AlignDefault, -1,
@@ -178,9 +189,9 @@ void SetupGridFiles(Grid& grid) {
     grid.SetColumnTextHidden(grid.ColumnIndex("ColMemory"), true);
 }
 
-void FillFiles(const QString& titleId, Grid& grid) {
+void FillFiles(qint64 titleId, Grid& grid) {
     std::vector<FileRow> rows;
-    if (!LoadFileRows(titleId.toLongLong(), rows)) return;
+    if (!LoadFileRows(titleId, rows)) return;
     if (rows.empty()) {
         grid.Clear(false);
         grid.SetRedraw(true);
@@ -226,16 +237,23 @@ void WriteFileRow(Grid& grid, int i, const FileRow& r) {
     auto cell = [&](int col, const QString& text, int align = Grid::AlignDefault, int image = -1) {
         grid.CellDetails(i, col, text, align, image, CellBack, CellFore);
     };
+    const FileRef file{r.FileId,
+                       r.TitleId,
+                       r.PathIndex,
+                       Comunes::PathTable.Dir(r.PathIndex),
+                       r.FileName + "." + r.Extension,
+                       r.Extension};
+    grid.SetRowData(i, QVariant::fromValue(file));
     cell(colFileId, QString::number(r.FileId), Grid::AlignLeft);
     cell(colTitleId, QString::number(r.TitleId), Grid::AlignLeft);
-    cell(colFileName, r.FileName + "." + r.Extension);
+    cell(colFileName, file.FileName);
     cell(colExtension, r.Extension);
     cell(colPlayers, players);
     cell(colJoysticks, r.Joysticks);
     cell(colLoadSchema, r.LoadSchema);
     cell(colSize, Number(r.FileSize) + "  ", Grid::AlignRight);
     cell(colIcono, QString(), d, icon(r.Extension.toUpper()));
-    cell(colPath, Comunes::PathTable.Dir(r.PathIndex), Grid::AlignLeft);
+    cell(colPath, file.Dir, Grid::AlignLeft);
     cell(colPathIndex, QString::number(r.PathIndex), Grid::AlignLeft);
     cell(colAYSound, r.AYSound ? yes : no);
     cell(colMultiLoad, r.MultiLoad ? yes : no);
@@ -274,6 +292,52 @@ int FilterHaveIt(Grid& grid) {
     return shown;
 }
 
+TitleRef TitleAt(const Grid& titles, int row) {
+    TitleRef t;
+    if (row < 1 || row > titles.Rows()) return t;
+    auto text = [&](const char* key) { return titles.CellText(row, titles.ColumnIndex(key)); };
+    t.TitleId = titles.RowData(row).toLongLong();
+    t.Name = text("ColName");
+    t.Year = text("ColYear");
+    t.Publisher = text("ColPublisher");
+    t.Type = text("ColType");
+    bool isNumber = false;
+    const int estado = text("ColEstado").toInt(&isNumber);
+    if (isNumber) t.Estado = estado;
+    return t;
+}
+
+FileRef FileAt(const Grid& files, int row) {
+    return files.RowData(row).value<FileRef>();
+}
+
+TitleRef SelectedTitle(const Grid& titles) {
+    return TitleAt(titles, titles.SelectedRow());
+}
+
+FileRef SelectedFile(const Grid& files) {
+    return FileAt(files, files.SelectedRow());
+}
+
+void RenameFile(Grid& files, int row, const QString& fileName) {
+    FileRef file = FileAt(files, row);
+    if (!file.FileId) return;
+    file.FileName = fileName;
+    files.SetRowData(row, QVariant::fromValue(file));
+    const int col = files.ColumnIndex("ColFileName");
+    const QColor back = files.CellBackColor(row, col);
+    const QColor fore = files.CellForeColor(row, col);
+    files.CellDetails(row, col, fileName, files.CellAlignment(row, col), files.CellIcon(row, col),
+                      back.isValid() ? std::optional<QColor>(back) : std::nullopt,
+                      fore.isValid() ? std::optional<QColor>(fore) : std::nullopt);
+}
+
+bool HasTape(const Grid& files) {
+    for (int row = 1; row <= files.Rows(); ++row)
+        if (FileAt(files, row).Extension.toLower() == QLatin1String("tzx")) return true;
+    return false;
+}
+
 void SortGrid(int col, Grid& grid) {
     auto& keys = grid.SortObject();
     keys.clear();
@@ -287,4 +351,6 @@ void SortGrid(int col, Grid& grid) {
     QApplication::restoreOverrideCursor();
 }
 
-} // namespace cintal::Grids
+} // namespace Grids
+
+} // namespace cintal

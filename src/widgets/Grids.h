@@ -23,6 +23,31 @@ struct TitleWindow {
     const IconSet* ImageListFrom = nullptr;
 };
 
+// A title row as its handlers read it: the id the fill kept beside the
+// cells, and the texts as the grid shows them now (an edit writes the cells).
+struct TitleRef {
+    qint64 TitleId = 0;
+    QString Name;
+    QString Year;
+    QString Publisher;
+    QString Type;
+    int Estado = -1; // -1 when the title has none
+};
+
+// A file row as its handlers read it, kept beside the cells by the fill.
+struct FileRef {
+    qint64 FileId = 0;
+    qint64 TitleId = 0;
+    qint64 PathIndex = 0;
+    QString Dir;      // empty when the catalogue doesn't know the folder
+    QString FileName; // with its extension
+    QString Extension;
+    // The file on disk, found ignoring case: the catalogue keeps the scanned
+    // extension in lower case, the disk may not. The catalogued name in its
+    // folder when nothing matches; empty when the folder is unknown.
+    QString Path() const;
+};
+
 namespace Grids {
 
 // The colours of the row being written.
@@ -45,12 +70,22 @@ inline ProgressSink* Splash = nullptr;
 
 void SetupGridTitles(Grid& grid);
 void SetupGridFiles(Grid& grid);
-// titleId is the text of a key number, as read from a cell.
-void FillFiles(const QString& titleId, Grid& grid);
-// One file row, in the colours of the row being written.
+void FillFiles(qint64 titleId, Grid& grid);
+// One file row, in the colours of the row being written, with its ids and
+// path kept beside the cells.
 void WriteFileRow(Grid& grid, int row, const FileRow& file);
 void FillTitles(const TitleWindow& frm, const QString& clause);
 int FilterHaveIt(Grid& grid);
+// Empty (id 0) for no row.
+TitleRef TitleAt(const Grid& titles, int row);
+FileRef FileAt(const Grid& files, int row);
+// The selected row's, empty when none is selected.
+TitleRef SelectedTitle(const Grid& titles);
+FileRef SelectedFile(const Grid& files);
+// A renamed file: its row shows the new name, and its path follows it.
+void RenameFile(Grid& files, int row, const QString& fileName);
+// Whether any of the title's files is a tape.
+bool HasTape(const Grid& files);
 void SortGrid(int col, Grid& grid);
 
 // "Cintal 1.0.404 beta  - N programas hallados / M mostrados."

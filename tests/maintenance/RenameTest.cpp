@@ -123,7 +123,7 @@ TEST_F(RenameTest, TheWindowAndTheCommandLine) {
     titles.CellDetails(1, titles.ColumnIndex("ColName"), "Knight: Lore");
     titles.SetRedraw(true);
     titles.SetSelectedRow(1);
-    Grids::FillFiles("1", files);
+    Grids::FillFiles(1, files);
     files.SetSelectedRow(2); // the row of folder a
     ASSERT_EQ(S(a), S(files.CellText(2, files.ColumnIndex("ColPath"))));
     ScriptedPrompt prompt;

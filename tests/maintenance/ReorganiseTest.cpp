@@ -403,7 +403,7 @@ TEST_F(ReorganiseTest, TheWindowMovesOnlyTheTitlesTheMainWindowLists) {
     const qint64 ids[2] = {shown, hidden};
     const char* names[2] = {"Visible", "Oculto"};
     for (int row = 1; row <= 2; ++row) {
-        titles.CellDetails(row, titles.ColumnIndex("ColTitleId"), QString::number(ids[row - 1]));
+        titles.SetRowData(row, ids[row - 1]);
         titles.CellDetails(row, titles.ColumnIndex("ColName"), names[row - 1]);
         titles.CellDetails(row, titles.ColumnIndex("ColYear"), "1984");
         titles.CellDetails(row, titles.ColumnIndex("ColPublisher"), "Opera Soft");
