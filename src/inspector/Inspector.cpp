@@ -1,5 +1,6 @@
 #include "inspector/Inspector.h"
 
+#include "catalogue/Ask.h"
 #include "catalogue/Comunes.h"
 #include "catalogue/Records.h"
 #include "catalogue/Store.h"
@@ -44,11 +45,6 @@ void PairLoneCarriageReturns(std::string& text) {
         if (text[i] == '\r' && (i + 1 == text.size() || text[i + 1] != '\n')) out += '\n';
     }
     text.swap(out);
-}
-
-void Tell(const QString& text, Icon icon, const QString& title = Comunes::kAppTitle,
-          Buttons buttons = Buttons::Ok) {
-    Ask(text.toStdString(), title.toStdString(), icon, buttons);
 }
 
 } // namespace
@@ -165,7 +161,8 @@ bool Inspector::KeyAllowed(int key, bool asciiOnly) {
 }
 
 void Inspector::TellAsciiOnly() {
-    Tell(QStringLiteral("El formato sólo admite caracteres ASCII."), Icon::Information);
+    Ask(QStringLiteral("El formato sólo admite caracteres ASCII."), Comunes::kAppTitle,
+        Icon::Information);
 }
 
 QString Inspector::BoxLabel(int box) {
@@ -271,7 +268,8 @@ Inspector::TapeSaved Inspector::SaveTape(std::optional<qint64> fileId) {
     QSqlQuery q = Store::NewQuery();
     if (!Store::Exec(q, "SELECT IdLang FROM tFiles WHERE FileId = ?", {*fileId})) return result;
     if (!q.next()) {
-        Tell(QStringLiteral("El archivo ya no está en el catálogo"), Icon::Information);
+        Ask(QStringLiteral("El archivo ya no está en el catálogo"), Comunes::kAppTitle,
+            Icon::Information);
         return result;
     }
     const QString storedLang = TextOf(q.value(0));

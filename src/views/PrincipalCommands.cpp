@@ -3,6 +3,7 @@
 #include "acquisition/BuscarDirs.h"
 #include "acquisition/FrmAgregarDesde.h"
 #include "acquisition/FrmWosIn.h"
+#include "catalogue/Ask.h"
 #include "catalogue/Comunes.h"
 #include "catalogue/Records.h"
 #include "catalogue/Store.h"
@@ -30,15 +31,6 @@ const QString Principal::kAddFileFilter = QStringLiteral(
     "(*.slt)|*.slt|Archivo sp (*.sp)|*.sp|");
 
 namespace {
-
-void Tell(const QString& text, Icon icon = Icon::None, const QString& title = {},
-          Buttons buttons = Buttons::Ok) {
-    Ask(text.toStdString(), title.toStdString(), icon, buttons);
-}
-
-bool AskYes(const QString& text, Icon icon, const QString& title = {}) {
-    return Ask(text.toStdString(), title.toStdString(), icon, Buttons::YesNo) == Button::Yes;
-}
 
 // "Description (*.x)|*.x|..." as the desktop's dialog wants it.
 QString QtFilter(const QString& filter) {
@@ -207,16 +199,16 @@ void Principal::AddFileByHand() {
     const int failures = Store::Failures();
     if (Comunes::AddFileToTitle(titleId.toLongLong(), path)) {
         Grids::FillFiles(titleId, *GridFiles);
-        Tell(QStringLiteral("Archivo Agregado"), Icon::Information);
+        Ask(QStringLiteral("Archivo Agregado"), {}, Icon::Information);
         PaintTitleRow(Grids::ColourOwnedBack(), Grids::ColourOwnedFore());
     } else if (Store::Failures() == failures) {
-        Tell(QStringLiteral("Ya existe"));
+        Ask(QStringLiteral("Ya existe"));
     }
 }
 
 void Principal::OpenAddress(const QString& address) {
     if (!Shell::Current().Open(address))
-        Tell("No se puede abrir el navegador para " + address, Icon::Exclamation);
+        Ask("No se puede abrir el navegador para " + address, {}, Icon::Exclamation);
 }
 
 void Principal::mnuInfoseek_Click() {
@@ -232,13 +224,13 @@ void Principal::mnuDelTitle_Click() {
     if (row < 1) return;
     const QString id = SelectedTitleCell("ColTitleId");
     const QString name = SelectedTitleCell("ColName");
-    if (!AskYes("¿Desea eliminar la entrada \"" + id + " - " + name + "\"?", Icon::Critical,
-                QStringLiteral("Eliminar registro")))
+    if (Ask("¿Desea eliminar la entrada \"" + id + " - " + name + "\"?",
+            QStringLiteral("Eliminar registro"), Icon::Critical, Buttons::YesNo) != Button::Yes)
         return;
     const int failures = Store::Failures();
     Comunes::DelTitleRecord(id.toLongLong());
     if (Store::Failures() != failures) return;
-    Tell(QStringLiteral("Registro eliminado"), Icon::Information);
+    Ask(QStringLiteral("Registro eliminado"), {}, Icon::Information);
     // The combo keeps the order of the load: the item at the row's number goes.
     ComboRegistro->removeItem(row - 1);
     GridTitles->RemoveRow(row);
@@ -253,8 +245,8 @@ void Principal::mnuDelFile_Click() {
     const bool moreFiles = GridFiles->Rows() > 1;
     const QString dir = GridFiles->CellText(row, GridFiles->ColumnIndex("ColPath"));
     const QString name = GridFiles->CellText(row, GridFiles->ColumnIndex("ColFileName"));
-    if (!AskYes("¿Desea eliminar la entrada \"" + QDir(dir).filePath(name) + "\"?", Icon::Critical,
-                QStringLiteral("Eliminar registro")))
+    if (Ask("¿Desea eliminar la entrada \"" + QDir(dir).filePath(name) + "\"?",
+            QStringLiteral("Eliminar registro"), Icon::Critical, Buttons::YesNo) != Button::Yes)
         return;
     const int failures = Store::Failures();
     Comunes::DelFileRecord(
@@ -262,22 +254,24 @@ void Principal::mnuDelFile_Click() {
         SelectedTitleCell("ColTitleId").toLongLong(), moreFiles);
     if (Store::Failures() != failures) return;
     const QString path = SelectedFilePath();
-    if (AskYes(QStringLiteral("¿Eliminar también físicamente el archivo del disco duro?"),
-               Icon::Critical, QStringLiteral("Eliminar registro"))) {
+    if (Ask(QStringLiteral("¿Eliminar también físicamente el archivo del disco duro?"),
+            QStringLiteral("Eliminar registro"), Icon::Critical, Buttons::YesNo) == Button::Yes) {
         // No path is built from an unknown folder; the answer is the same.
         if (path.isEmpty())
-            Tell(QStringLiteral("Archivo borrado"), Icon::Information);
+            Ask(QStringLiteral("Archivo borrado"), {}, Icon::Information);
         else
             DeleteFileFromDisk(path);
     } else {
-        Tell(QStringLiteral("Registro eliminado"), Icon::Information);
+        Ask(QStringLiteral("Registro eliminado"), {}, Icon::Information);
     }
     GridFiles->RemoveRow(row);
     if (!moreFiles) PaintTitleRow(Grids::ColourMissingBack, Grids::ColourMissingFore);
 }
 
 void Principal::CmdLimpiaEmpty_Click() {
-    if (!AskYes(QStringLiteral("esto borrará la base de datos"), Icon::Exclamation)) return;
+    if (Ask(QStringLiteral("esto borrará la base de datos"), {}, Icon::Exclamation,
+            Buttons::YesNo) != Button::Yes)
+        return;
     const int failures = Store::Failures();
     // No titles, nothing to empty: the window stays as it is.
     QSqlQuery any = Store::NewQuery();
@@ -298,7 +292,7 @@ void Principal::mnuTap2Tzx_Click() {
     Comunes::AddFileToTitle(titleId.toLongLong(), tzx);
     if (Store::Failures() != failures) return;
     Grids::FillFiles(titleId, *GridFiles);
-    Tell("Archivo convertido: " + tzx, Icon::Information);
+    Ask("Archivo convertido: " + tzx, {}, Icon::Information);
 }
 
 } // namespace cintal
