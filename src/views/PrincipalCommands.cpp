@@ -196,13 +196,17 @@ void Principal::AddFileByHand() {
     if (titleId.isEmpty()) return;
     const QString path = ChooseFile ? ChooseFile(kAddFileFilter) : QString();
     if (path.isEmpty()) return;
-    const int failures = Store::Failures();
-    if (Comunes::AddFileToTitle(titleId.toLongLong(), path)) {
+    switch (Comunes::AddFileToTitle(titleId.toLongLong(), path)) {
+    case Comunes::RecordChange::Done:
         Grids::FillFiles(titleId, *GridFiles);
         Ask(QStringLiteral("Archivo Agregado"), {}, Icon::Information);
         PaintTitleRow(Grids::ColourOwnedBack(), Grids::ColourOwnedFore());
-    } else if (Store::Failures() == failures) {
+        break;
+    case Comunes::RecordChange::Unchanged:
         Ask(QStringLiteral("Ya existe"));
+        break;
+    case Comunes::RecordChange::Failed:
+        break;
     }
 }
 
@@ -227,9 +231,7 @@ void Principal::mnuDelTitle_Click() {
     if (Ask("¿Desea eliminar la entrada \"" + id + " - " + name + "\"?",
             QStringLiteral("Eliminar registro"), Icon::Critical, Buttons::YesNo) != Button::Yes)
         return;
-    const int failures = Store::Failures();
-    Comunes::DelTitleRecord(id.toLongLong());
-    if (Store::Failures() != failures) return;
+    if (Comunes::DelTitleRecord(id.toLongLong()) == Comunes::RecordChange::Failed) return;
     Ask(QStringLiteral("Registro eliminado"), {}, Icon::Information);
     // The combo keeps the order of the load: the item at the row's number goes.
     ComboRegistro->removeItem(row - 1);
@@ -248,11 +250,11 @@ void Principal::mnuDelFile_Click() {
     if (Ask("¿Desea eliminar la entrada \"" + QDir(dir).filePath(name) + "\"?",
             QStringLiteral("Eliminar registro"), Icon::Critical, Buttons::YesNo) != Button::Yes)
         return;
-    const int failures = Store::Failures();
-    Comunes::DelFileRecord(
-        GridFiles->CellText(row, GridFiles->ColumnIndex("ColFileId")).toLongLong(),
-        SelectedTitleCell("ColTitleId").toLongLong(), moreFiles);
-    if (Store::Failures() != failures) return;
+    if (Comunes::DelFileRecord(
+            GridFiles->CellText(row, GridFiles->ColumnIndex("ColFileId")).toLongLong(),
+            SelectedTitleCell("ColTitleId").toLongLong(),
+            moreFiles) == Comunes::RecordChange::Failed)
+        return;
     const QString path = SelectedFilePath();
     if (Ask(QStringLiteral("¿Eliminar también físicamente el archivo del disco duro?"),
             QStringLiteral("Eliminar registro"), Icon::Critical, Buttons::YesNo) == Button::Yes) {
@@ -272,12 +274,11 @@ void Principal::CmdLimpiaEmpty_Click() {
     if (Ask(QStringLiteral("esto borrará la base de datos"), {}, Icon::Exclamation,
             Buttons::YesNo) != Button::Yes)
         return;
-    const int failures = Store::Failures();
     // No titles, nothing to empty: the window stays as it is.
     QSqlQuery any = Store::NewQuery();
     if (!Store::Exec(any, QStringLiteral("SELECT 1 FROM Titles LIMIT 1")) || !any.next()) return;
     any.finish();
-    if (!Comunes::EmptyTitles() || Store::Failures() != failures) return;
+    if (!Comunes::EmptyTitles()) return;
     Grids::FillTitles(Parts(), kOrderByName);
 }
 
@@ -288,9 +289,8 @@ void Principal::mnuTap2Tzx_Click() {
     std::string made;
     if (!ConvertTapToTzx(tap.toStdString(), &made)) return;
     const QString tzx = QString::fromStdString(made);
-    const int failures = Store::Failures();
-    Comunes::AddFileToTitle(titleId.toLongLong(), tzx);
-    if (Store::Failures() != failures) return;
+    // A file already there is shown as converted all the same.
+    if (Comunes::AddFileToTitle(titleId.toLongLong(), tzx) == Comunes::RecordChange::Failed) return;
     Grids::FillFiles(titleId, *GridFiles);
     Ask("Archivo convertido: " + tzx, {}, Icon::Information);
 }

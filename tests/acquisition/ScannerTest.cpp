@@ -220,7 +220,7 @@ TEST_F(ScanTest, FilesWithoutInformationTakeTheirNameAndFilesAddedByHandAreOmitt
     Title("A mano", "", 0, "", 0, 0);
     Open();
     const QString hand = Put("MANO.TZX", Named("Otro nombre", "Otra"));
-    ASSERT_TRUE(Comunes::AddFileToTitle(1, hand));
+    ASSERT_EQ(Comunes::AddFileToTitle(1, hand), Comunes::RecordChange::Done);
     const Bytes bare = Tape();
     Put("sin info.tzx", bare);
     Put("basura.tzx", "esto no es una cinta");

@@ -115,7 +115,7 @@ TEST_F(RecordsTest, AFileAddedByHandCarriesItsTapesTextsOnce) {
     const QString tzx = QDir(folder).filePath("a.b.tzx");
     WriteFile(tzx, QByteArray::fromStdString(tape));
 
-    ASSERT_TRUE(Comunes::AddFileToTitle(t, tzx));
+    ASSERT_EQ(Comunes::AddFileToTitle(t, tzx), Comunes::RecordChange::Done);
     EXPECT_EQ(Rows("SELECT PathIndex, GameDir FROM Paths ORDER BY PathIndex"),
               (Texts{"1|/otra/carpeta", "2|" + S(folder)}));
     const std::string sizeText = std::to_string(tape.size());
@@ -128,13 +128,13 @@ TEST_F(RecordsTest, AFileAddedByHandCarriesItsTapesTextsOnce) {
     EXPECT_FALSE(Comunes::FileInDB("a.b", "tzx", 1));
 
     // The same file again changes nothing.
-    EXPECT_FALSE(Comunes::AddFileToTitle(t, tzx));
+    EXPECT_EQ(Comunes::AddFileToTitle(t, tzx), Comunes::RecordChange::Unchanged);
     EXPECT_EQ(Rows("SELECT count(*) FROM tFiles"), Texts{"1"});
 
     // A file that is no tape: its row all the same, with no texts and no language.
     const QString z80 = QDir(folder).filePath("JUEGO.Z80");
     WriteFile(z80, "no es una cinta");
-    ASSERT_TRUE(Comunes::AddFileToTitle(t, z80));
+    ASSERT_EQ(Comunes::AddFileToTitle(t, z80), Comunes::RecordChange::Done);
     EXPECT_EQ(Rows("SELECT Extension, coalesce(Origin, ''), IdLang, coalesce(LoadSchema, ''), "
                    "FileSize FROM tFiles WHERE FileName = 'JUEGO'"),
               Texts{"Z80||NULL||15"});
@@ -178,17 +178,17 @@ TEST_F(RecordsTest, DeletingRowsFollowsTheHaveItRules) {
     NewFile(gone, "di \"hola\"", "tzx", 1);
     Open();
 
-    EXPECT_TRUE(Comunes::DelFileRecord(a, two, true));
+    EXPECT_EQ(Comunes::DelFileRecord(a, two, true), Comunes::RecordChange::Done);
     EXPECT_EQ(HaveIt(two), 1);
-    EXPECT_TRUE(Comunes::DelFileRecord(b, two, false));
+    EXPECT_EQ(Comunes::DelFileRecord(b, two, false), Comunes::RecordChange::Done);
     EXPECT_EQ(HaveIt(two), 0);
     // A row already gone touches nothing, the title included.
     Sql(db, "UPDATE Titles SET HaveIt = 1");
-    EXPECT_FALSE(Comunes::DelFileRecord(b, two, false));
+    EXPECT_EQ(Comunes::DelFileRecord(b, two, false), Comunes::RecordChange::Unchanged);
     EXPECT_EQ(HaveIt(two), 1);
 
-    EXPECT_TRUE(Comunes::DelTitleRecord(gone));
-    EXPECT_FALSE(Comunes::DelTitleRecord(gone));
+    EXPECT_EQ(Comunes::DelTitleRecord(gone), Comunes::RecordChange::Done);
+    EXPECT_EQ(Comunes::DelTitleRecord(gone), Comunes::RecordChange::Unchanged);
     EXPECT_EQ(Rows("SELECT TitleId FROM Titles"), Texts{std::to_string(two)});
     EXPECT_EQ(Rows("SELECT FileName FROM tFiles ORDER BY FileId"),
               (Texts{"huerfano", "di \"hola\""}));
@@ -210,7 +210,7 @@ TEST_F(RecordsTest, AFileAtTheRootLiesInTheFolderSlashAndNoEmptyTextIsAFolder) {
     EXPECT_EQ(Comunes::FindPathIndex(""), 0);
 
     // Added by hand from the root; the file has gone meanwhile.
-    ASSERT_TRUE(Comunes::AddFileToTitle(t, "/cintal-perdido.tzx"));
+    ASSERT_EQ(Comunes::AddFileToTitle(t, "/cintal-perdido.tzx"), Comunes::RecordChange::Done);
     EXPECT_EQ(Rows("SELECT PathIndex, GameDir FROM Paths ORDER BY PathIndex"),
               (Texts{"1|/", "2|/juegos"}));
     EXPECT_EQ(Rows("SELECT FileName, Extension, PathIndex FROM tFiles"),
@@ -241,8 +241,8 @@ TEST_F(RecordsTest, AnEventsRowsAreWrittenTogetherOrNotAtAll) {
     Sql(db, "CREATE TRIGGER lleno BEFORE UPDATE ON Titles "
             "BEGIN SELECT RAISE(ABORT, 'disco lleno'); END");
 
-    EXPECT_FALSE(Comunes::DelFileRecord(f, t, false));
-    EXPECT_FALSE(Comunes::AddFileToTitle(t, tzx));
+    EXPECT_EQ(Comunes::DelFileRecord(f, t, false), Comunes::RecordChange::Failed);
+    EXPECT_EQ(Comunes::AddFileToTitle(t, tzx), Comunes::RecordChange::Failed);
     const std::string error = Box("Error en el catálogo: disco lleno", "", Icon::Critical);
     EXPECT_EQ(Shown(), (Texts{error, error}));
     EXPECT_EQ(Rows("SELECT FileId, FileName FROM tFiles"), Texts{std::to_string(f) + "|uno"});
@@ -251,8 +251,8 @@ TEST_F(RecordsTest, AnEventsRowsAreWrittenTogetherOrNotAtAll) {
     EXPECT_EQ(HaveIt(t), 1);
 
     Sql(db, "DROP TRIGGER lleno");
-    EXPECT_TRUE(Comunes::AddFileToTitle(t, tzx));
-    EXPECT_TRUE(Comunes::DelFileRecord(f, t, true));
+    EXPECT_EQ(Comunes::AddFileToTitle(t, tzx), Comunes::RecordChange::Done);
+    EXPECT_EQ(Comunes::DelFileRecord(f, t, true), Comunes::RecordChange::Done);
     EXPECT_EQ(Rows("SELECT FileName, PathIndex FROM tFiles"), Texts{"dos|2"});
     EXPECT_EQ(Rows("SELECT PathIndex, GameDir FROM Paths ORDER BY PathIndex"),
               (Texts{"1|/juegos", "2|" + S(folder)}));
