@@ -13,7 +13,7 @@
 namespace cintal::test {
 namespace {
 
-class RecordsTest : public CatalogueTest, protected Tzx {
+class RecordsTest : public CatalogueTest, protected Tzx, protected ScriptedBoxes {
 protected:
     void Open() {
         QString reason;
@@ -28,29 +28,9 @@ protected:
             {title, name, ext, path});
         return Sql(db, "SELECT max(FileId) FROM tFiles")[0][0].toLongLong();
     }
-    // Each row as its cells joined by "|", NULL shown as "NULL".
-    std::vector<std::string> Rows(const QString& sql) {
-        std::vector<std::string> out;
-        for (const QVariantList& row : Sql(db, sql)) {
-            QStringList cells;
-            for (const QVariant& v : row)
-                cells << (v.isNull() ? QStringLiteral("NULL") : v.toString());
-            out.push_back(S(cells.join('|')));
-        }
-        return out;
-    }
-    std::vector<std::string> Shown() const {
-        std::vector<std::string> out;
-        for (const Message& m : prompt.shown)
-            out.push_back(Box(m.text, m.title, m.icon, m.buttons));
-        return out;
-    }
     int HaveIt(qint64 title) {
         return Sql(db, "SELECT HaveIt FROM Titles WHERE TitleId = ?", {title})[0][0].toInt();
     }
-
-    ScriptedPrompt prompt;
-    PromptScope scope{prompt};
 };
 
 using Texts = std::vector<std::string>;
