@@ -157,11 +157,12 @@ bool CheckSideFiles(const QString& demo, int counts[4]) {
         return false;
     std::set<QString> found;
     std::set<qint64> titles[4];
+    constexpr SideKind kKinds[4] = {SideKind::Screen, SideKind::Inlay, SideKind::Map,
+                                    SideKind::CodeSheet};
     while (q.next()) {
         const QString base = SideBaseName(TextOf(q.value(1)));
         for (int kind = 0; kind < 4; ++kind) {
-            const QString path =
-                FindSideFile(TextOf(q.value(2)), static_cast<SideKind>(kind), base);
+            const QString path = FindSideFile(TextOf(q.value(2)), kKinds[kind], base);
             if (path.isEmpty()) continue;
             found.insert(QFileInfo(path).canonicalFilePath());
             titles[kind].insert(NumberOf(q.value(0)));

@@ -3,6 +3,8 @@
 #include "catalogue/Store.h"
 #include "platform/PathCase.h"
 
+#include <algorithm>
+
 namespace cintal {
 
 namespace {
@@ -89,18 +91,39 @@ QString SideBaseName(const QString& titleName) {
     return base;
 }
 
+const std::vector<SideFile>& SideFiles() {
+    static const std::vector<SideFile> kinds = {
+        {SideKind::Screen, "Scrshot", ".scr", 1},
+        {SideKind::Pokes, "Pokes", ".pok", 2},
+        {SideKind::InfoText, "Info", ".txt", 3},
+        {SideKind::InfoDoc, "Info", ".doc", 0},
+        {SideKind::InfoPdf, "Info", ".pdf", 0},
+        {SideKind::Inlay, "Inlay", ".jpg", 4},
+        {SideKind::Map, "Map", "_Map.jpg", 6},
+        {SideKind::CodeSheet, "Codesheet", "_Codesheet.jpg", 5},
+    };
+    return kinds;
+}
+
+std::vector<SideFile> RenamedSideFiles() {
+    std::vector<SideFile> listed;
+    for (const SideFile& s : SideFiles())
+        if (s.renameRank > 0) listed.push_back(s);
+    std::sort(listed.begin(), listed.end(),
+              [](const SideFile& a, const SideFile& b) { return a.renameRank < b.renameRank; });
+    return listed;
+}
+
+const QStringList& SideFolders() {
+    static const QStringList folders = {"Scrshot", "Info", "Pokes", "Map", "Inlay", "Codesheet"};
+    return folders;
+}
+
 QString FindSideFile(const QString& fileDir, SideKind kind, const QString& baseName) {
-    switch (kind) {
-    case SideKind::Screen:
-        return platform::FindInFolders(fileDir, QStringLiteral("Scrshot"), baseName + ".scr");
-    case SideKind::Inlay:
-        return platform::FindInFolders(fileDir, QStringLiteral("Inlay"), baseName + ".jpg");
-    case SideKind::Map:
-        return platform::FindInFolders(fileDir, QStringLiteral("Map"), baseName + "_Map.jpg");
-    case SideKind::CodeSheet:
-        return platform::FindInFolders(fileDir, QStringLiteral("Codesheet"),
-                                       baseName + "_Codesheet.jpg");
-    }
+    for (const SideFile& s : SideFiles())
+        if (s.kind == kind)
+            return platform::FindInFolders(fileDir, QString::fromLatin1(s.folder),
+                                           baseName + QLatin1String(s.ending));
     return {};
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 #include <vector>
 
 namespace cintal {
@@ -51,8 +52,25 @@ struct OriginMark {
 };
 OriginMark DecodeOrigin(const QString& origin);
 
-// The side files of a title, found by name beside one of its files.
-enum class SideKind { Screen, Inlay, Map, CodeSheet };
+// The side files of a title or of one file: below its folder, in a side
+// folder, named by a base name and an ending. The reorganiser moves every
+// kind, the renamer the ones it ranks, and the main window shows the screen,
+// the inlay, the map and the code sheet.
+enum class SideKind { Screen, Pokes, InfoText, InfoDoc, InfoPdf, Inlay, Map, CodeSheet };
+
+struct SideFile {
+    SideKind kind;
+    const char* folder; // as the reorganiser makes it; found in any case
+    const char* ending; // after the base name; the renamer lists it in lower case
+    int renameRank;     // place in the renamer's list; 0 when it isn't there
+};
+
+// Every kind, in the order the reorganiser moves them.
+const std::vector<SideFile>& SideFiles();
+// The kinds the renamer lists, in its order.
+std::vector<SideFile> RenamedSideFiles();
+// The side folders, in the order the reorganiser makes them.
+const QStringList& SideFolders();
 
 // The title's name as side files are named: ": " becomes " - ", "?" goes.
 QString SideBaseName(const QString& titleName);

@@ -93,13 +93,13 @@ bool AddPath(const QString& dir) {
     return LoadPaths();
 }
 
-qint64 FileRowOf(const QString& name, const QString& extension, qint64 pathIndex) {
+std::optional<qint64> FileRowOf(const QString& name, const QString& extension, qint64 pathIndex) {
     // The store compares names ignoring case, the disk may not: "Ninja.tzx"
     // and "NINJA.TZX" in one folder are two files with a row each.
     QSqlQuery* q = Store::Cached("SELECT FileId, FileName, Extension FROM tFiles WHERE "
                                  "FileName = ? AND Extension = ? AND PathIndex = ? ORDER BY FileId",
                                  {name, extension, pathIndex});
-    if (!q) return 0;
+    if (!q) return std::nullopt;
     qint64 found = 0;
     std::vector<std::pair<qint64, QString>> others;
     while (found == 0 && q->next()) {
@@ -124,34 +124,35 @@ qint64 FileRowOf(const QString& name, const QString& extension, qint64 pathIndex
 }
 
 bool FileInDB(const QString& name, const QString& extension, qint64 pathIndex) {
-    return FileRowOf(name, extension, pathIndex) != 0;
+    return FileRowOf(name, extension, pathIndex).value_or(0) != 0;
 }
 
-bool AddFileToTitle(qint64 titleId, const QString& path) {
+RecordChange AddFileToTitle(qint64 titleId, const QString& path) {
     CurTape = std::make_unique<TZXTape>();
-    // The folder, the file's row and the title's mark stand or fall together.
-    if (!Store::Begin()) {
+    // A failure before the transaction, or in AddPath, has nothing left to
+    // roll back.
+    auto stopped = [] {
         CurTape.reset();
-        return false;
-    }
+        return RecordChange::Failed;
+    };
+    auto failed = [&] {
+        Failed();
+        return stopped();
+    };
+    // The folder, the file's row and the title's mark stand or fall together.
+    if (!Store::Begin()) return stopped();
     const std::string p = path.toStdString();
     const QString folder = FolderOf(path);
-    if (FindPathIndex(folder) == 0 && !AddPath(folder)) {
-        CurTape.reset();
-        return false;
-    }
+    if (FindPathIndex(folder) == 0 && !AddPath(folder)) return stopped();
     const qint64 pathIndex = FindPathIndex(folder);
     const QString name = QString::fromStdString(FileNameOf(p));
     const QString extension = QString::fromStdString(ExtensionOf(p));
-    const int failures = Store::Failures();
-    if (FileInDB(name, extension, pathIndex)) {
+    const std::optional<qint64> known = FileRowOf(name, extension, pathIndex);
+    if (!known) return failed();
+    if (*known != 0) {
         CurTape.reset();
         if (!Store::Commit()) Failed();
-        return false;
-    }
-    if (Store::Failures() != failures) {
-        CurTape.reset();
-        return Failed();
+        return RecordChange::Unchanged;
     }
     CurTape->FileName = p;
     CurTape->ReadTape();
@@ -166,8 +167,9 @@ bool AddFileToTitle(qint64 titleId, const QString& path) {
                     lang.isEmpty() ? QVariant() : QVariant(lang.left(3)),
                     FromTape(info.iSchema)}) &&
         Store::Run("UPDATE Titles SET HaveIt = 1 WHERE TitleId = ?", {titleId}) && Store::Commit();
+    if (!ok) return failed();
     CurTape.reset();
-    return ok ? true : Failed();
+    return RecordChange::Done;
 }
 
 qint64 FindTitle(qint64 idPub) {
@@ -180,24 +182,31 @@ qint64 FindTitle(qint64 idPub) {
     return id;
 }
 
-bool DelFileRecord(qint64 fileId, qint64 titleId, bool moreFiles) {
-    if (!Store::Begin()) return false;
+RecordChange DelFileRecord(qint64 fileId, qint64 titleId, bool moreFiles) {
+    auto failed = [] {
+        Failed();
+        return RecordChange::Failed;
+    };
+    if (!Store::Begin()) return RecordChange::Failed;
     QSqlQuery q = Store::NewQuery();
-    if (!Store::Exec(q, "DELETE FROM tFiles WHERE FileId = ?", {fileId})) return Failed();
+    if (!Store::Exec(q, "DELETE FROM tFiles WHERE FileId = ?", {fileId})) return failed();
     if (q.numRowsAffected() < 1) {
         q.finish();
         if (!Store::Commit()) Failed();
-        return false;
+        return RecordChange::Unchanged;
     }
     if (!moreFiles && !Store::Run("UPDATE Titles SET HaveIt = 0 WHERE TitleId = ?", {titleId}))
-        return Failed();
-    return Store::Commit() ? true : Failed();
+        return failed();
+    return Store::Commit() ? RecordChange::Done : failed();
 }
 
-bool DelTitleRecord(qint64 titleId) {
+RecordChange DelTitleRecord(qint64 titleId) {
     QSqlQuery q = Store::NewQuery();
-    if (!Store::Exec(q, "DELETE FROM Titles WHERE TitleId = ?", {titleId})) return Failed();
-    return q.numRowsAffected() > 0;
+    if (!Store::Exec(q, "DELETE FROM Titles WHERE TitleId = ?", {titleId})) {
+        Failed();
+        return RecordChange::Failed;
+    }
+    return q.numRowsAffected() > 0 ? RecordChange::Done : RecordChange::Unchanged;
 }
 
 bool EmptyTitles() {

@@ -3,8 +3,13 @@
 // registers growing with them.
 
 #include <QString>
+#include <optional>
 
 namespace cintal::Records {
+
+// What a change to one record came to. Failed has been reported, and nothing
+// of the change stays; Unchanged means there was nothing to do.
+enum class RecordChange { Done, Unchanged, Failed };
 
 // A new publisher row; the caller reloads the register. On an empty table
 // the placeholder "- Desconocido -" takes IdPub 0, the slot of no publisher,
@@ -26,13 +31,12 @@ qint64 FindPathIndex(const QString& dir);
 bool AddPath(const QString& dir);
 
 // Adds the file at path to the title: its folder, its row and the title's
-// HaveIt in one transaction. False if it was in the catalogue already, or the
-// store failed (which has been reported, and nothing of the file stays).
-bool AddFileToTitle(qint64 titleId, const QString& path);
+// HaveIt in one transaction. Unchanged when it was in the catalogue already.
+RecordChange AddFileToTitle(qint64 titleId, const QString& path);
 
 // The FileId of the row that stands for the file of that name (as the disk
-// spells it) in the folder; 0 when none does or the store failed.
-qint64 FileRowOf(const QString& name, const QString& extension, qint64 pathIndex);
+// spells it) in the folder; 0 when none does, nothing after a store failure.
+std::optional<qint64> FileRowOf(const QString& name, const QString& extension, qint64 pathIndex);
 bool FileInDB(const QString& name, const QString& extension, qint64 pathIndex);
 
 // The title named CurName (cleaned, and left cleaned there) with that
@@ -40,9 +44,9 @@ bool FileInDB(const QString& name, const QString& extension, qint64 pathIndex);
 qint64 FindTitle(qint64 idPub);
 
 // Deletes the file row and, without moreFiles, marks the title as not held:
-// both or neither.
-bool DelFileRecord(qint64 fileId, qint64 titleId, bool moreFiles);
-bool DelTitleRecord(qint64 titleId);
+// both or neither. Unchanged when the row was gone already.
+RecordChange DelFileRecord(qint64 fileId, qint64 titleId, bool moreFiles);
+RecordChange DelTitleRecord(qint64 titleId);
 
 // Deletes every title; files, folders and publishers stay. False after a
 // store failure.

@@ -116,14 +116,17 @@ int Add(const std::vector<std::string>& args, std::ostream& out, std::ostream& e
         return 1;
     }
     q.finish();
-    const int failures = Store::Failures();
-    if (Records::AddFileToTitle(titleId, path)) {
+    switch (Records::AddFileToTitle(titleId, path)) {
+    case Records::RecordChange::Done:
         out << "Archivo Agregado\n";
         return 0;
+    case Records::RecordChange::Unchanged:
+        out << "Ya existe\n";
+        return 1;
+    case Records::RecordChange::Failed:
+        break;
     }
-    if (Store::Failures() != failures) return 2;
-    out << "Ya existe\n";
-    return 1;
+    return 2;
 }
 
 int Scan(const std::vector<std::string>& args, std::ostream& out, std::ostream& err) {

@@ -61,11 +61,8 @@ std::optional<qint64> FileRowOf(const QString& path) {
     const std::string p = path.toStdString();
     const qint64 pathIndex = Records::FindPathIndex(QString::fromStdString(DirOf(p)));
     if (pathIndex == 0) return 0;
-    const int failures = Store::Failures();
-    const qint64 id = Records::FileRowOf(QString::fromStdString(FileNameOf(p)),
-                                         QString::fromStdString(ExtensionOf(p)), pathIndex);
-    if (Store::Failures() != failures) return std::nullopt;
-    return id;
+    return Records::FileRowOf(QString::fromStdString(FileNameOf(p)),
+                              QString::fromStdString(ExtensionOf(p)), pathIndex);
 }
 
 } // namespace
@@ -113,9 +110,8 @@ int InfoCommand(const std::vector<std::string>& args, std::ostream& out, std::os
                 << reason.toStdString() << "\n";
             return 2;
         }
-        const int failures = Store::Failures();
         fileId = FileRowOf(path);
-        if (Store::Failures() != failures) return 2;
+        if (!fileId) return 2;
     }
     // As the window does: the boxes show the fields, the user types, the
     // key release writes them back.

@@ -96,7 +96,7 @@ int Merge(const std::vector<std::string>& args, std::ostream& out, std::ostream&
         out << "El título " << mover.from << " se conserva\n";
         return 1;
     }
-    if (!Records::DelTitleRecord(mover.from)) return 2;
+    if (Records::DelTitleRecord(mover.from) != Records::RecordChange::Done) return 2;
     out << "Título " << mover.from << " borrado\n";
     return 0;
 }

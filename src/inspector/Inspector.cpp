@@ -1,5 +1,6 @@
 #include "inspector/Inspector.h"
 
+#include "catalogue/Ask.h"
 #include "catalogue/Comunes.h"
 #include "platform/Spanish.h"
 #include "tape/Prompt.h"
@@ -40,11 +41,6 @@ void PairLoneCarriageReturns(std::string& text) {
         if (text[i] == '\r' && (i + 1 == text.size() || text[i + 1] != '\n')) out += '\n';
     }
     text.swap(out);
-}
-
-void Tell(const QString& text, Icon icon, const QString& title = Comunes::kAppTitle,
-          Buttons buttons = Buttons::Ok) {
-    Ask(text.toStdString(), title.toStdString(), icon, buttons);
 }
 
 } // namespace
@@ -188,7 +184,8 @@ bool Inspector::KeyAllowed(int key, bool asciiOnly) {
 }
 
 void Inspector::TellAsciiOnly() {
-    Tell(QStringLiteral("El formato sólo admite caracteres ASCII."), Icon::Information);
+    Ask(QStringLiteral("El formato sólo admite caracteres ASCII."), Comunes::kAppTitle,
+        Icon::Information);
 }
 
 const char* Inspector::BoxCaption(Box box) {
@@ -279,7 +276,7 @@ Inspector::TapeSaved Inspector::SaveTape(std::optional<qint64> fileId) {
         result.row = std::move(row);
         break;
     case FileRowSaved::NoRow:
-        Tell(QStringLiteral("El archivo ya no está en el catálogo"), Icon::Information);
+        Ask(QStringLiteral("El archivo ya no está en el catálogo"), Comunes::kAppTitle, Icon::Information);
         break;
     case FileRowSaved::Failed: // the store has shown its failure
         break;

@@ -1,5 +1,6 @@
 #include "maintenance/Purge.h"
 
+#include "catalogue/Ask.h"
 #include "catalogue/Breathe.h"
 #include "catalogue/Comunes.h"
 #include "catalogue/Records.h"
@@ -18,10 +19,6 @@ namespace {
 // The paths shown with the question: enough to recognise a missing drive,
 // few enough for a box.
 constexpr std::size_t kShownPaths = 20;
-
-void Tell(const QString& text, Icon icon = Icon::None) {
-    Ask(text.toStdString(), Comunes::kAppTitle.toStdString(), icon, Buttons::Ok);
-}
 
 } // namespace
 
@@ -85,7 +82,7 @@ bool Purger::Run() {
 }
 
 void Purger::Interactive() {
-    Tell(QStringLiteral("esto borrará las referencias a archivos inexistentes"));
+    Ask(QStringLiteral("esto borrará las referencias a archivos inexistentes"), Comunes::kAppTitle);
     if (!Plan()) return;
     if (total == 0) return;
     if (!missing.empty()) {
@@ -108,7 +105,8 @@ void Purger::Interactive() {
         if (CurrentPrompt().Show(m) != Button::Yes) return;
         if (!Run()) return;
     }
-    Tell(QStringLiteral("acabado: %1 referencias borradas").arg(Number(deleted)));
+    Ask(QStringLiteral("acabado: %1 referencias borradas").arg(Number(deleted)),
+        Comunes::kAppTitle);
 }
 
 } // namespace cintal

@@ -1,6 +1,7 @@
 #include "maintenance/Renamer.h"
 
 #include "catalogue/Comunes.h"
+#include "catalogue/Files.h"
 #include "catalogue/Records.h"
 #include "catalogue/Store.h"
 #include "maintenance/Reorganiser.h"
@@ -13,23 +14,6 @@
 
 namespace cintal {
 
-namespace {
-
-struct SideKind {
-    const char* folder;
-    const char* ending;
-};
-constexpr SideKind kKinds[] = {
-    {"scrshot", ".scr"},
-    {"pokes", ".pok"},
-    {"info", ".txt"},
-    {"Inlay", ".jpg"},
-    {"Codesheet", "_codesheet.jpg"},
-    {"Map", "_map.jpg"},
-};
-
-} // namespace
-
 void Renamer::Load(const QString& dir, const QString& fullName, qint64 index) {
     folder = dir;
     oldFull = fullName;
@@ -39,17 +23,17 @@ void Renamer::Load(const QString& dir, const QString& fullName, qint64 index) {
     extension = dot < 0 ? QString() : fullName.mid(dot + 1);
     entries.clear();
     screenFile.clear();
-    for (const SideKind& k : kKinds) {
-        const QString found =
-            platform::FindInFolders(folder, QString::fromLatin1(k.folder), oldBase + k.ending);
+    for (const SideFile& k : RenamedSideFiles()) {
+        const QString found = platform::FindInFolders(folder, QString::fromLatin1(k.folder),
+                                                      oldBase + QLatin1String(k.ending));
         if (found.isEmpty()) continue;
         RenameEntry e;
-        e.label = oldBase + k.ending;
+        e.label = oldBase + QString::fromLatin1(k.ending).toLower();
         e.source = found;
         e.folder = QFileInfo(found).path();
         e.ending = QFileInfo(found).fileName().mid(oldBase.size());
         entries.push_back(e);
-        if (QLatin1String(k.ending) == QLatin1String(".scr")) screenFile = found;
+        if (k.kind == SideKind::Screen) screenFile = found;
     }
 }
 

@@ -17,17 +17,6 @@ namespace cintal {
 
 namespace {
 
-// The side files beside a file, in the order they move: folder, the ending
-// after the title's name.
-struct SideFile {
-    const char* folder;
-    const char* ending;
-};
-constexpr SideFile kSideFiles[] = {
-    {"Scrshot", ".scr"}, {"Pokes", ".pok"}, {"Info", ".txt"},    {"Info", ".doc"},
-    {"Info", ".pdf"},    {"Inlay", ".jpg"}, {"Map", "_Map.jpg"}, {"Codesheet", "_Codesheet.jpg"},
-};
-
 QString Join(const QString& dir, const QString& name) {
     return Records::PathIn(dir, name);
 }
@@ -50,11 +39,6 @@ QString ReorgStep::Text() const {
         return QStringLiteral("ya está en %1: se corrige su fila").arg(dest);
     }
     return {};
-}
-
-const QStringList& Reorganiser::SideFolders() {
-    static const QStringList folders = {"Scrshot", "Info", "Pokes", "Map", "Inlay", "Codesheet"};
-    return folders;
 }
 
 QString Reorganiser::Target(const QString& parent, const QString& subFolder) {
@@ -203,7 +187,7 @@ void Reorganiser::Plan(const QString& targetFolder, SortBy order,
             sideDirs.insert(side, ResolveFolder(dest, side, i));
         const QString base = SideBaseName(title.name);
         for (const ReorgFile& file : title.files) {
-            for (const SideFile& s : kSideFiles) {
+            for (const SideFile& s : SideFiles()) {
                 // "SCRSHOT" and "ScrShot" may stand side by side: both are looked in.
                 const QString name = QString::fromLatin1(s.folder);
                 QStringList folders;
@@ -216,8 +200,8 @@ void Reorganiser::Plan(const QString& targetFolder, SortBy order,
                 // Taken once all are read: reading one may move the others.
                 for (const QString& f : std::as_const(folders))
                     inside.push_back(&listings.find(f).value());
-                const auto [at, found] = platform::FolderListing::FindIn(inside, base + s.ending,
-                                                                         platform::EntryKind::File);
+                const auto [at, found] = platform::FolderListing::FindIn(
+                    inside, base + QLatin1String(s.ending), platform::EntryKind::File);
                 // A side file that isn't there is no fault: most titles lack some.
                 if (at >= 0) PlanMove(Join(folders[at], found), sideDirs.value(name), true, 0, i);
             }

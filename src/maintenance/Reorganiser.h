@@ -74,8 +74,6 @@ public:
     // The folder of a title below target, by the order chosen.
     static QString DestFolder(SortBy order, const QString& name, const QString& year,
                               const QString& publisher);
-    // The six side folders, in the order they are made.
-    static const QStringList& SideFolders();
 
     // Works out every step for the titles. Reads the disk, never writes it.
     void Plan(const QString& target, SortBy order, const std::vector<ReorgTitle>& titles);

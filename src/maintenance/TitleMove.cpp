@@ -1,5 +1,6 @@
 #include "maintenance/TitleMove.h"
 
+#include "catalogue/Ask.h"
 #include "catalogue/Breathe.h"
 #include "catalogue/Comunes.h"
 #include "catalogue/Records.h"
@@ -14,14 +15,6 @@
 #include <QSqlQuery>
 
 namespace cintal {
-
-namespace {
-
-void Tell(const QString& text, Icon icon = Icon::None) {
-    Ask(text.toStdString(), Comunes::kAppTitle.toStdString(), icon, Buttons::Ok);
-}
-
-} // namespace
 
 bool TitleMover::LoadTarget() {
     QSqlQuery q = Store::NewQuery();
@@ -60,7 +53,7 @@ bool TitleMover::Run() {
     moved = 0;
     failures.clear();
     if (from == into) {
-        Tell(QStringLiteral("Elija otro título"), Icon::Exclamation);
+        Ask(QStringLiteral("Elija otro título"), Comunes::kAppTitle, Icon::Exclamation);
         return false;
     }
     for (const Step& s : steps) {
@@ -75,7 +68,7 @@ bool TitleMover::Run() {
                                                                      QFileInfo(s.path).fileName());
         const std::string path = found.toStdString();
         if (found.isEmpty()) {
-            Tell(QStringLiteral("No existe el archivo"));
+            Ask(QStringLiteral("No existe el archivo"), Comunes::kAppTitle);
             ++moved;
             continue;
         }

@@ -3,6 +3,7 @@
 #include "acquisition/BuscarDirs.h"
 #include "acquisition/FrmAgregarDesde.h"
 #include "acquisition/FrmWosIn.h"
+#include "catalogue/Ask.h"
 #include "catalogue/Comunes.h"
 #include "catalogue/Records.h"
 #include "catalogue/Store.h"
@@ -29,15 +30,6 @@ const QString Principal::kAddFileFilter = QStringLiteral(
     "(*.slt)|*.slt|Archivo sp (*.sp)|*.sp|");
 
 namespace {
-
-void Tell(const QString& text, Icon icon = Icon::None, const QString& title = {},
-          Buttons buttons = Buttons::Ok) {
-    Ask(text.toStdString(), title.toStdString(), icon, buttons);
-}
-
-bool AskYes(const QString& text, Icon icon, const QString& title = {}) {
-    return Ask(text.toStdString(), title.toStdString(), icon, Buttons::YesNo) == Button::Yes;
-}
 
 // "Description (*.x)|*.x|..." as the desktop's dialog wants it.
 QString QtFilter(const QString& filter) {
@@ -183,19 +175,23 @@ void Principal::AddFileByHand() {
     if (!titleId) return;
     const QString path = ChooseFile ? ChooseFile(kAddFileFilter) : QString();
     if (path.isEmpty()) return;
-    const int failures = Store::Failures();
-    if (Records::AddFileToTitle(titleId, path)) {
+    switch (Records::AddFileToTitle(titleId, path)) {
+    case Records::RecordChange::Done:
         Grids::FillFiles(titleId, *GridFiles);
-        Tell(QStringLiteral("Archivo Agregado"), Icon::Information);
+        Ask(QStringLiteral("Archivo Agregado"), {}, Icon::Information);
         PaintTitleRow(Grids::ColourOwnedBack(), Grids::ColourOwnedFore());
-    } else if (Store::Failures() == failures) {
-        Tell(QStringLiteral("Ya existe"));
+        break;
+    case Records::RecordChange::Unchanged:
+        Ask(QStringLiteral("Ya existe"));
+        break;
+    case Records::RecordChange::Failed:
+        break;
     }
 }
 
 void Principal::OpenAddress(const QString& address) {
     if (!Shell::Current().Open(address))
-        Tell("No se puede abrir el navegador para " + address, Icon::Exclamation);
+        Ask("No se puede abrir el navegador para " + address, {}, Icon::Exclamation);
 }
 
 void Principal::mnuInfoseek_Click() {
@@ -210,14 +206,12 @@ void Principal::mnuDelTitle_Click() {
     const int row = GridTitles->SelectedRow();
     if (row < 1) return;
     const TitleRef title = Grids::TitleAt(*GridTitles, row);
-    if (!AskYes("¿Desea eliminar la entrada \"" + QString::number(title.TitleId) + " - " +
-                    title.Name + "\"?",
-                Icon::Critical, QStringLiteral("Eliminar registro")))
+    if (Ask("¿Desea eliminar la entrada \"" + QString::number(title.TitleId) + " - " + title.Name +
+                "\"?",
+            QStringLiteral("Eliminar registro"), Icon::Critical, Buttons::YesNo) != Button::Yes)
         return;
-    const int failures = Store::Failures();
-    Records::DelTitleRecord(title.TitleId);
-    if (Store::Failures() != failures) return;
-    Tell(QStringLiteral("Registro eliminado"), Icon::Information);
+    if (Records::DelTitleRecord(title.TitleId) == Records::RecordChange::Failed) return;
+    Ask(QStringLiteral("Registro eliminado"), {}, Icon::Information);
     // The combo keeps the order of the load: the item at the row's number goes.
     ComboRegistro->removeItem(row - 1);
     GridTitles->RemoveRow(row);
@@ -231,35 +225,36 @@ void Principal::mnuDelFile_Click() {
     if (row < 1 || GridTitles->SelectedRow() < 1) return;
     const bool moreFiles = GridFiles->Rows() > 1;
     const FileRef file = Grids::FileAt(*GridFiles, row);
-    if (!AskYes("¿Desea eliminar la entrada \"" + QDir(file.Dir).filePath(file.FileName) + "\"?",
-                Icon::Critical, QStringLiteral("Eliminar registro")))
+    if (Ask("¿Desea eliminar la entrada \"" + QDir(file.Dir).filePath(file.FileName) + "\"?",
+            QStringLiteral("Eliminar registro"), Icon::Critical, Buttons::YesNo) != Button::Yes)
         return;
-    const int failures = Store::Failures();
-    Records::DelFileRecord(file.FileId, Grids::SelectedTitle(*GridTitles).TitleId, moreFiles);
-    if (Store::Failures() != failures) return;
+    if (Records::DelFileRecord(file.FileId, Grids::SelectedTitle(*GridTitles).TitleId,
+                               moreFiles) == Records::RecordChange::Failed)
+        return;
     const QString path = file.Path();
-    if (AskYes(QStringLiteral("¿Eliminar también físicamente el archivo del disco duro?"),
-               Icon::Critical, QStringLiteral("Eliminar registro"))) {
+    if (Ask(QStringLiteral("¿Eliminar también físicamente el archivo del disco duro?"),
+            QStringLiteral("Eliminar registro"), Icon::Critical, Buttons::YesNo) == Button::Yes) {
         // No path is built from an unknown folder; the answer is the same.
         if (path.isEmpty())
-            Tell(QStringLiteral("Archivo borrado"), Icon::Information);
+            Ask(QStringLiteral("Archivo borrado"), {}, Icon::Information);
         else
             DeleteFileFromDisk(path);
     } else {
-        Tell(QStringLiteral("Registro eliminado"), Icon::Information);
+        Ask(QStringLiteral("Registro eliminado"), {}, Icon::Information);
     }
     GridFiles->RemoveRow(row);
     if (!moreFiles) PaintTitleRow(Grids::ColourMissingBack, Grids::ColourMissingFore);
 }
 
 void Principal::CmdLimpiaEmpty_Click() {
-    if (!AskYes(QStringLiteral("esto borrará la base de datos"), Icon::Exclamation)) return;
-    const int failures = Store::Failures();
+    if (Ask(QStringLiteral("esto borrará la base de datos"), {}, Icon::Exclamation,
+            Buttons::YesNo) != Button::Yes)
+        return;
     // No titles, nothing to empty: the window stays as it is.
     QSqlQuery any = Store::NewQuery();
     if (!Store::Exec(any, QStringLiteral("SELECT 1 FROM Titles LIMIT 1")) || !any.next()) return;
     any.finish();
-    if (!Records::EmptyTitles() || Store::Failures() != failures) return;
+    if (!Records::EmptyTitles()) return;
     Grids::FillTitles(Parts(), kOrderByName);
 }
 
@@ -270,11 +265,10 @@ void Principal::mnuTap2Tzx_Click() {
     std::string made;
     if (!ConvertTapToTzx(tap.toStdString(), &made)) return;
     const QString tzx = QString::fromStdString(made);
-    const int failures = Store::Failures();
-    Records::AddFileToTitle(titleId, tzx);
-    if (Store::Failures() != failures) return;
+    // A file already there is shown as converted all the same.
+    if (Records::AddFileToTitle(titleId, tzx) == Records::RecordChange::Failed) return;
     Grids::FillFiles(titleId, *GridFiles);
-    Tell("Archivo convertido: " + tzx, Icon::Information);
+    Ask("Archivo convertido: " + tzx, {}, Icon::Information);
 }
 
 } // namespace cintal

@@ -80,17 +80,6 @@ protected:
             out.push_back(p == root ? "." : S(p.mid(root.size() + 1)));
         return out;
     }
-    // Each row as "a|b|c", NULL spelt out.
-    Texts Rows(const QString& sql) {
-        Texts out;
-        for (const QVariantList& row : Sql(db, sql)) {
-            QStringList cells;
-            for (const QVariant& v : row)
-                cells << (v.isNull() ? QStringLiteral("NULL") : v.toString());
-            out.push_back(S(cells.join('|')));
-        }
-        return out;
-    }
     Texts AllRows() {
         Texts all;
         for (const char* table : {"Titles", "tFiles", "Paths", "Publishers"})
@@ -220,7 +209,7 @@ TEST_F(ScanTest, FilesWithoutInformationTakeTheirNameAndFilesAddedByHandAreOmitt
     Title("A mano", "", 0, "", 0, 0);
     Open();
     const QString hand = Put("MANO.TZX", Named("Otro nombre", "Otra"));
-    ASSERT_TRUE(Records::AddFileToTitle(1, hand));
+    ASSERT_EQ(Records::AddFileToTitle(1, hand), Records::RecordChange::Done);
     const Bytes bare = Tape();
     Put("sin info.tzx", bare);
     Put("basura.tzx", "esto no es una cinta");

@@ -73,7 +73,7 @@ std::string Page(const std::string& lines) {
            "</PRE>\n</BODY>\n</HTML>\n";
 }
 
-class WosTest : public CatalogueTest {
+class WosTest : public CatalogueTest, protected ScriptedBoxes {
 protected:
     void SetUp() override {
         CatalogueTest::SetUp();
@@ -92,17 +92,6 @@ protected:
         return path;
     }
     std::string At(const QString& relative) const { return S(root + '/' + relative); }
-    // Each row as "a|b|c", NULL spelt out.
-    Texts Rows(const QString& sql) {
-        Texts out;
-        for (const QVariantList& row : Sql(db, sql)) {
-            QStringList cells;
-            for (const QVariant& v : row)
-                cells << (v.isNull() ? QStringLiteral("NULL") : v.toString());
-            out.push_back(S(cells.join('|')));
-        }
-        return out;
-    }
     Texts Titles() {
         return Rows("SELECT Name, Year, IdPub, Type, Estado, Currah, OrigenInfo, HaveIt FROM "
                     "Titles ORDER BY TitleId");
@@ -126,16 +115,8 @@ protected:
         return std::to_string(c.Paginas) + " " + std::to_string(c.Nuevos) + " " +
                std::to_string(c.Existentes) + " " + std::to_string(c.NwComp);
     }
-    Texts Shown() const {
-        Texts out;
-        for (const Message& m : prompt.shown)
-            out.push_back(Box(m.text, m.title, m.icon, m.buttons));
-        return out;
-    }
     WosImporter::Result Import() { return importer.Run(root); }
 
-    ScriptedPrompt prompt;
-    PromptScope scope{prompt};
     QTemporaryDir disk;
     QString root = disk.path();
     WosImporter importer;

@@ -95,6 +95,18 @@ protected:
             {name, year, idPub, type, haveIt, estado});
     }
 
+    // Each row as "a|b|c", NULL spelt out.
+    std::vector<std::string> Rows(const QString& sql) {
+        std::vector<std::string> out;
+        for (const QVariantList& row : Sql(db, sql)) {
+            QStringList cells;
+            for (const QVariant& v : row)
+                cells << (v.isNull() ? QStringLiteral("NULL") : v.toString());
+            out.push_back(S(cells.join('|')));
+        }
+        return out;
+    }
+
     QTemporaryDir dir;
     QString db = dir.filePath("cintal.mdb");
 };

@@ -13,7 +13,7 @@
 namespace cintal::test {
 namespace {
 
-class RecordsTest : public CatalogueTest, protected Tzx {
+class RecordsTest : public CatalogueTest, protected Tzx, protected ScriptedBoxes {
 protected:
     void Open() {
         QString reason;
@@ -28,29 +28,9 @@ protected:
             {title, name, ext, path});
         return Sql(db, "SELECT max(FileId) FROM tFiles")[0][0].toLongLong();
     }
-    // Each row as its cells joined by "|", NULL shown as "NULL".
-    std::vector<std::string> Rows(const QString& sql) {
-        std::vector<std::string> out;
-        for (const QVariantList& row : Sql(db, sql)) {
-            QStringList cells;
-            for (const QVariant& v : row)
-                cells << (v.isNull() ? QStringLiteral("NULL") : v.toString());
-            out.push_back(S(cells.join('|')));
-        }
-        return out;
-    }
-    std::vector<std::string> Shown() const {
-        std::vector<std::string> out;
-        for (const Message& m : prompt.shown)
-            out.push_back(Box(m.text, m.title, m.icon, m.buttons));
-        return out;
-    }
     int HaveIt(qint64 title) {
         return Sql(db, "SELECT HaveIt FROM Titles WHERE TitleId = ?", {title})[0][0].toInt();
     }
-
-    ScriptedPrompt prompt;
-    PromptScope scope{prompt};
 };
 
 using Texts = std::vector<std::string>;
@@ -115,7 +95,7 @@ TEST_F(RecordsTest, AFileAddedByHandCarriesItsTapesTextsOnce) {
     const QString tzx = QDir(folder).filePath("a.b.tzx");
     WriteFile(tzx, QByteArray::fromStdString(tape));
 
-    ASSERT_TRUE(Records::AddFileToTitle(t, tzx));
+    ASSERT_EQ(Records::AddFileToTitle(t, tzx), Records::RecordChange::Done);
     EXPECT_EQ(Rows("SELECT PathIndex, GameDir FROM Paths ORDER BY PathIndex"),
               (Texts{"1|/otra/carpeta", "2|" + S(folder)}));
     const std::string sizeText = std::to_string(tape.size());
@@ -128,13 +108,13 @@ TEST_F(RecordsTest, AFileAddedByHandCarriesItsTapesTextsOnce) {
     EXPECT_FALSE(Records::FileInDB("a.b", "tzx", 1));
 
     // The same file again changes nothing.
-    EXPECT_FALSE(Records::AddFileToTitle(t, tzx));
+    EXPECT_EQ(Records::AddFileToTitle(t, tzx), Records::RecordChange::Unchanged);
     EXPECT_EQ(Rows("SELECT count(*) FROM tFiles"), Texts{"1"});
 
     // A file that is no tape: its row all the same, with no texts and no language.
     const QString z80 = QDir(folder).filePath("JUEGO.Z80");
     WriteFile(z80, "no es una cinta");
-    ASSERT_TRUE(Records::AddFileToTitle(t, z80));
+    ASSERT_EQ(Records::AddFileToTitle(t, z80), Records::RecordChange::Done);
     EXPECT_EQ(Rows("SELECT Extension, coalesce(Origin, ''), IdLang, coalesce(LoadSchema, ''), "
                    "FileSize FROM tFiles WHERE FileName = 'JUEGO'"),
               Texts{"Z80||NULL||15"});
@@ -178,17 +158,17 @@ TEST_F(RecordsTest, DeletingRowsFollowsTheHaveItRules) {
     NewFile(gone, "di \"hola\"", "tzx", 1);
     Open();
 
-    EXPECT_TRUE(Records::DelFileRecord(a, two, true));
+    EXPECT_EQ(Records::DelFileRecord(a, two, true), Records::RecordChange::Done);
     EXPECT_EQ(HaveIt(two), 1);
-    EXPECT_TRUE(Records::DelFileRecord(b, two, false));
+    EXPECT_EQ(Records::DelFileRecord(b, two, false), Records::RecordChange::Done);
     EXPECT_EQ(HaveIt(two), 0);
     // A row already gone touches nothing, the title included.
     Sql(db, "UPDATE Titles SET HaveIt = 1");
-    EXPECT_FALSE(Records::DelFileRecord(b, two, false));
+    EXPECT_EQ(Records::DelFileRecord(b, two, false), Records::RecordChange::Unchanged);
     EXPECT_EQ(HaveIt(two), 1);
 
-    EXPECT_TRUE(Records::DelTitleRecord(gone));
-    EXPECT_FALSE(Records::DelTitleRecord(gone));
+    EXPECT_EQ(Records::DelTitleRecord(gone), Records::RecordChange::Done);
+    EXPECT_EQ(Records::DelTitleRecord(gone), Records::RecordChange::Unchanged);
     EXPECT_EQ(Rows("SELECT TitleId FROM Titles"), Texts{std::to_string(two)});
     EXPECT_EQ(Rows("SELECT FileName FROM tFiles ORDER BY FileId"),
               (Texts{"huerfano", "di \"hola\""}));
@@ -210,7 +190,7 @@ TEST_F(RecordsTest, AFileAtTheRootLiesInTheFolderSlashAndNoEmptyTextIsAFolder) {
     EXPECT_EQ(Records::FindPathIndex(""), 0);
 
     // Added by hand from the root; the file has gone meanwhile.
-    ASSERT_TRUE(Records::AddFileToTitle(t, "/cintal-perdido.tzx"));
+    ASSERT_EQ(Records::AddFileToTitle(t, "/cintal-perdido.tzx"), Records::RecordChange::Done);
     EXPECT_EQ(Rows("SELECT PathIndex, GameDir FROM Paths ORDER BY PathIndex"),
               (Texts{"1|/", "2|/juegos"}));
     EXPECT_EQ(Rows("SELECT FileName, Extension, PathIndex FROM tFiles"),
@@ -241,8 +221,8 @@ TEST_F(RecordsTest, AnEventsRowsAreWrittenTogetherOrNotAtAll) {
     Sql(db, "CREATE TRIGGER lleno BEFORE UPDATE ON Titles "
             "BEGIN SELECT RAISE(ABORT, 'disco lleno'); END");
 
-    EXPECT_FALSE(Records::DelFileRecord(f, t, false));
-    EXPECT_FALSE(Records::AddFileToTitle(t, tzx));
+    EXPECT_EQ(Records::DelFileRecord(f, t, false), Records::RecordChange::Failed);
+    EXPECT_EQ(Records::AddFileToTitle(t, tzx), Records::RecordChange::Failed);
     const std::string error = Box("Error en el catálogo: disco lleno", "", Icon::Critical);
     EXPECT_EQ(Shown(), (Texts{error, error}));
     EXPECT_EQ(Rows("SELECT FileId, FileName FROM tFiles"), Texts{std::to_string(f) + "|uno"});
@@ -251,8 +231,8 @@ TEST_F(RecordsTest, AnEventsRowsAreWrittenTogetherOrNotAtAll) {
     EXPECT_EQ(HaveIt(t), 1);
 
     Sql(db, "DROP TRIGGER lleno");
-    EXPECT_TRUE(Records::AddFileToTitle(t, tzx));
-    EXPECT_TRUE(Records::DelFileRecord(f, t, true));
+    EXPECT_EQ(Records::AddFileToTitle(t, tzx), Records::RecordChange::Done);
+    EXPECT_EQ(Records::DelFileRecord(f, t, true), Records::RecordChange::Done);
     EXPECT_EQ(Rows("SELECT FileName, PathIndex FROM tFiles"), Texts{"dos|2"});
     EXPECT_EQ(Rows("SELECT PathIndex, GameDir FROM Paths ORDER BY PathIndex"),
               (Texts{"1|/juegos", "2|" + S(folder)}));

@@ -24,7 +24,7 @@ TEST_F(RootFolderTest, AFileAddedFromTheRootIsFiledUnderTheRoot) {
     detail::FileOpsScope use(ops);
     cintal::test::WriteFile(root.File("juego.tzx"), Tape({Tzx::Archive({{0, "Juego"}})}, 1, 13));
 
-    ASSERT_TRUE(Records::AddFileToTitle(1, "/juego.tzx"));
+    ASSERT_EQ(Records::AddFileToTitle(1, "/juego.tzx"), Records::RecordChange::Done);
     const auto paths = Sql(db, "SELECT GameDir FROM Paths");
     ASSERT_EQ(paths.size(), 1u);
     const QString folder = paths[0][0].toString();

@@ -10,7 +10,7 @@ namespace cintal::test {
 
 using Texts = std::vector<std::string>;
 
-class WindowTest : public CatalogueTest, protected Tzx {
+class WindowTest : public CatalogueTest, protected Tzx, protected ScriptedBoxes {
 protected:
     void SetUp() override {
         CatalogueTest::SetUp();
@@ -30,15 +30,7 @@ protected:
         return frm.GridTitles->CellText(frm.GridTitles->SelectedRow(),
                                         frm.GridTitles->ColumnIndex(key));
     }
-    Texts Shown() const {
-        Texts out;
-        for (const Message& m : prompt.shown)
-            out.push_back(Box(m.text, m.title, m.icon, m.buttons));
-        return out;
-    }
 
-    ScriptedPrompt prompt;
-    PromptScope scope{prompt};
     Principal frm;
 };
 

@@ -3,11 +3,11 @@
 
 #include "maintenance/Purge.h"
 #include "../catalogue/CatalogueFixture.h"
+#include "../cli/CliRun.h"
 #include "cli/Commands.h"
 #include "tape/Prompt.h"
 
 #include <QDir>
-#include <sstream>
 
 namespace cintal::test {
 namespace {
@@ -48,14 +48,9 @@ protected:
             out.push_back(S(r[0].toString()));
         return out;
     }
-    int Cli(std::vector<std::string> args, std::string& out, std::string& err) {
-        args.push_back("--db");
-        args.push_back(S(db));
-        std::ostringstream o, e;
-        const int status = cli::Run(args, o, e);
-        out = o.str();
-        err = e.str();
-        return status;
+    Result Cli(std::vector<std::string> args) {
+        args.insert(args.end(), {"--db", S(db)});
+        return test::Cli(args);
     }
 
     QTemporaryDir disk;
@@ -152,24 +147,27 @@ TEST_F(PurgeTest, FilesSpelledInAnotherCaseOnDiskKeepTheirRows) {
 
 TEST_F(PurgeTest, CommandLineListsAndDeletesOnlyWithYes) {
     Mixed();
-    std::string out, err;
-    EXPECT_EQ(Cli({"purge", "--dry-run"}, out, err), 0);
+    Result r = Cli({"purge", "--dry-run"});
+    EXPECT_EQ(r.status, 0);
     const std::string base = S(disk.path());
-    EXPECT_EQ(out, "2\t" + base + "/dos.tzx\n4\t" + base + "/desenchufado/cuatro.tzx\n5\t" + base +
-                       "/desenchufado/cinco.tap\n7\t(carpeta desconocida)\n8\t" + base +
-                       "/ocho.sna\n5 de 8 referencias a archivos inexistentes\n");
+    EXPECT_EQ(r.out, "2\t" + base + "/dos.tzx\n4\t" + base + "/desenchufado/cuatro.tzx\n5\t" +
+                         base + "/desenchufado/cinco.tap\n7\t(carpeta desconocida)\n8\t" + base +
+                         "/ocho.sna\n5 de 8 referencias a archivos inexistentes\n");
     EXPECT_EQ(Names().size(), 8u);
 
-    EXPECT_EQ(Cli({"purge"}, out, err), 1);
-    EXPECT_NE(out.find("0 de 8 referencias borradas\n"), std::string::npos);
-    EXPECT_EQ(err, "No se borra nada sin --yes\n");
+    r = Cli({"purge"});
+    EXPECT_EQ(r.status, 1);
+    EXPECT_NE(r.out.find("0 de 8 referencias borradas\n"), std::string::npos);
+    EXPECT_EQ(r.err, "No se borra nada sin --yes\n");
     EXPECT_EQ(Names().size(), 8u);
 
-    EXPECT_EQ(Cli({"purge", "--yes"}, out, err), 0);
-    EXPECT_NE(out.find("5 de 8 referencias borradas\n"), std::string::npos);
+    r = Cli({"purge", "--yes"});
+    EXPECT_EQ(r.status, 0);
+    EXPECT_NE(r.out.find("5 de 8 referencias borradas\n"), std::string::npos);
     EXPECT_EQ(Names(), (std::vector<std::string>{"uno", "tres", "seis"}));
 
-    EXPECT_EQ(Cli({"purge", "--todo"}, out, err), 2);
+    r = Cli({"purge", "--todo"});
+    EXPECT_EQ(r.status, 2);
 }
 
 } // namespace

@@ -3,12 +3,12 @@
 
 #include "maintenance/TitleMove.h"
 #include "../catalogue/CatalogueFixture.h"
+#include "../cli/CliRun.h"
 #include "TapeBytes.h"
 #include "cli/Commands.h"
 #include "tape/Prompt.h"
 #include "tape/TZXTape.h"
 
-#include <sstream>
 
 namespace cintal::test {
 namespace {
@@ -60,14 +60,9 @@ protected:
         return out;
     }
     Bytes OnDisk(const QString& name) { return Contents(disk.filePath(name)).toStdString(); }
-    int Cli(std::vector<std::string> args, std::string& out, std::string& err) {
-        args.push_back("--db");
-        args.push_back(S(db));
-        std::ostringstream o, e;
-        const int status = cli::Run(args, o, e);
-        out = o.str();
-        err = e.str();
-        return status;
+    Result Cli(std::vector<std::string> args) {
+        args.insert(args.end(), {"--db", S(db)});
+        return test::Cli(args);
     }
 
     QTemporaryDir disk;
@@ -157,21 +152,26 @@ TEST_F(TitleMoveTest, TheTitleItselfIsRefused) {
 TEST_F(TitleMoveTest, CommandLineMergesAndDeletesTheOldTitle) {
     const Bytes a = Tape(13, {{0, "Viejo"}});
     File("a", "tzx", &a);
-    std::string out, err;
-    EXPECT_EQ(Cli({"merge", "--from", "1", "--into", "2"}, out, err), 0) << err;
-    EXPECT_EQ(out, "1 archivo movido\nTítulo 1 borrado\n");
+    Result r = Cli({"merge", "--from", "1", "--into", "2"});
+    EXPECT_EQ(r.status, 0) << r.err;
+    EXPECT_EQ(r.out, "1 archivo movido\nTítulo 1 borrado\n");
     EXPECT_EQ(Rows(), (std::vector<std::string>{"ya:2", "a:2"}));
     EXPECT_TRUE(Sql(db, "SELECT * FROM Titles WHERE TitleId = 1").empty());
 
-    EXPECT_EQ(Cli({"merge", "--from", "2", "--into", "2"}, out, err), 1);
-    EXPECT_NE(err.find("Elija otro título"), std::string::npos);
-    EXPECT_EQ(Cli({"merge", "--from", "9", "--into", "2"}, out, err), 1);
-    EXPECT_EQ(err, "No existe el título 9\n");
-    EXPECT_EQ(Cli({"merge", "--from", "2", "--into", "9"}, out, err), 1);
-    EXPECT_EQ(err, "No existe el título 9\n");
-    EXPECT_EQ(Cli({"merge", "--from", "2"}, out, err), 2);
-    EXPECT_EQ(Cli({"merge", "--from", "--into", "2"}, out, err), 2);
-    EXPECT_NE(err.find("falta el valor de --from"), std::string::npos);
+    r = Cli({"merge", "--from", "2", "--into", "2"});
+    EXPECT_EQ(r.status, 1);
+    EXPECT_NE(r.err.find("Elija otro título"), std::string::npos);
+    r = Cli({"merge", "--from", "9", "--into", "2"});
+    EXPECT_EQ(r.status, 1);
+    EXPECT_EQ(r.err, "No existe el título 9\n");
+    r = Cli({"merge", "--from", "2", "--into", "9"});
+    EXPECT_EQ(r.status, 1);
+    EXPECT_EQ(r.err, "No existe el título 9\n");
+    r = Cli({"merge", "--from", "2"});
+    EXPECT_EQ(r.status, 2);
+    r = Cli({"merge", "--from", "--into", "2"});
+    EXPECT_EQ(r.status, 2);
+    EXPECT_NE(r.err.find("falta el valor de --from"), std::string::npos);
 }
 
 TEST_F(TitleMoveTest, ATitleWithoutYearOrPublisherLeavesTheTapesOwn) {
@@ -186,11 +186,12 @@ TEST_F(TitleMoveTest, ATitleWithoutYearOrPublisherLeavesTheTapesOwn) {
         return t.ArchiveInfo().iName + "|" + t.ArchiveInfo().iPublisher + "|" +
                t.ArchiveInfo().iYear;
     };
-    std::string out, err;
-    ASSERT_EQ(Cli({"merge", "--from", "1", "--into", "3"}, out, err), 0) << err;
+    Result r = Cli({"merge", "--from", "1", "--into", "3"});
+    ASSERT_EQ(r.status, 0) << r.err;
     EXPECT_EQ(info(), "Sin Datos|Dinamic|1984");
     Comunes::Reset();
-    ASSERT_EQ(Cli({"merge", "--from", "3", "--into", "4"}, out, err), 0) << err;
+    r = Cli({"merge", "--from", "3", "--into", "4"});
+    ASSERT_EQ(r.status, 0) << r.err;
     EXPECT_EQ(info(), "Solo Fecha|Dinamic|1990");
 }
 
@@ -201,18 +202,19 @@ TEST_F(TitleMoveTest, ATapeTheUserWontSaveKeepsItsRecordAndTheOldTitleStays) {
     const Bytes a = Tape(13, {{0, "Viejo"}});
     File("nueva", "tzx", &newer);
     File("a", "tzx", &a);
-    std::string out, err;
-    EXPECT_EQ(Cli({"merge", "--from", "1", "--into", "2"}, out, err), 1);
-    EXPECT_EQ(out, "1 archivo movido; no se movieron:\n" + S(disk.filePath("nueva.tzx")) +
-                       ": no se pudo guardar la cinta\nEl título 1 se conserva\n");
+    Result r = Cli({"merge", "--from", "1", "--into", "2"});
+    EXPECT_EQ(r.status, 1);
+    EXPECT_EQ(r.out, "1 archivo movido; no se movieron:\n" + S(disk.filePath("nueva.tzx")) +
+                         ": no se pudo guardar la cinta\nEl título 1 se conserva\n");
     EXPECT_EQ(Rows(), (std::vector<std::string>{"ya:2", "nueva:1", "a:2"}));
     EXPECT_EQ(OnDisk("nueva.tzx"), newer);
     EXPECT_EQ(Sql(db, "SELECT Name FROM Titles WHERE TitleId = 1")[0][0].toString(), "Viejo");
 
     // Yes to the question saves it as 1.13, and the old title goes.
     Comunes::Reset();
-    EXPECT_EQ(Cli({"merge", "--from", "1", "--into", "2", "--yes"}, out, err), 0) << err;
-    EXPECT_EQ(out, "1 archivo movido\nTítulo 1 borrado\n");
+    r = Cli({"merge", "--from", "1", "--into", "2", "--yes"});
+    EXPECT_EQ(r.status, 0) << r.err;
+    EXPECT_EQ(r.out, "1 archivo movido\nTítulo 1 borrado\n");
     EXPECT_EQ(Rows(), (std::vector<std::string>{"ya:2", "nueva:2", "a:2"}));
     TZXTape t;
     t.FileName = S(disk.filePath("nueva.tzx"));

@@ -258,9 +258,8 @@ inline std::string Box(const std::string& text, const std::string& title = {},
            text;
 }
 
-// Every engine test answers boxes from a script and records them.
-class TapeTest : public ::testing::Test, protected Tzx {
-protected:
+// Boxes answered from a script and recorded, for the life of a test.
+struct ScriptedBoxes {
     Boxes Shown() const {
         Boxes out;
         for (const auto& m : prompt.shown)
@@ -271,6 +270,10 @@ protected:
 
     ScriptedPrompt prompt;
     PromptScope scope{prompt};
+};
+
+class TapeTest : public ::testing::Test, protected Tzx, protected ScriptedBoxes {
+protected:
     TempDir dir;
 };
 

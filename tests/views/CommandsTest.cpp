@@ -17,7 +17,7 @@ namespace {
 
 using Texts = std::vector<std::string>;
 
-class CommandsTest : public CatalogueTest, protected Tzx {
+class CommandsTest : public CatalogueTest, protected Tzx, protected ScriptedBoxes {
 protected:
     void SetUp() override {
         CatalogueTest::SetUp();
@@ -64,12 +64,6 @@ protected:
                 return false;
         return true;
     }
-    Texts Shown() const {
-        Texts out;
-        for (const Message& m : prompt.shown)
-            out.push_back(Box(m.text, m.title, m.icon, m.buttons));
-        return out;
-    }
     int Count(const char* table) {
         return Sql(db, QStringLiteral("SELECT count(*) FROM %1").arg(table))[0][0].toInt();
     }
@@ -79,8 +73,6 @@ protected:
     const QColor grey = QColor(0xE0, 0xE0, 0xE0), greyText = QColor(0x66, 0x99, 0xCC);
     const std::string question = Box("¿Eliminar también físicamente el archivo del disco duro?",
                                      "Eliminar registro", Icon::Critical, Buttons::YesNo);
-    ScriptedPrompt prompt;
-    PromptScope scope{prompt};
     RecordingShell shell;
     QString one;
     Principal frm;
