@@ -75,6 +75,30 @@ bool LoadTape(const std::string& file, TZXTape& tape, std::ostream& err) {
     return true;
 }
 
+// The words of a command on a block of a tape, the tape read and the block
+// number (0 when left out) checked against it.
+struct TapeBlock {
+    std::vector<std::string> words;
+    std::string file;
+    TZXTape tape;
+    std::int64_t number = 0;
+
+    // -1 to go on, else the exit status.
+    int Read(const std::vector<std::string>& args, std::size_t least, std::size_t most,
+             const char* usage, std::ostream& out, std::ostream& err) {
+        if (const int status = Words(args, least, most, usage, words, out, err); status >= 0)
+            return status;
+        if (words.size() >= 2 && !BlockNumber(words[1], number, err)) return 2;
+        file = words[0];
+        if (!LoadTape(file, tape, err)) return 1;
+        if (number > tape.Blocks().Count()) {
+            err << file << ": no tiene bloque " << number << "\n";
+            return 1;
+        }
+        return -1;
+    }
+};
+
 bool Refused(const std::string& path, std::ostream& err) {
     const std::string existing = ExistingFile(path);
     if (existing.empty()) return false;
@@ -138,70 +162,51 @@ int ScreenCommand(const std::vector<std::string>& args, std::ostream& out, std::
 }
 
 int BasicCommand(const std::vector<std::string>& args, std::ostream& out, std::ostream& err) {
-    std::vector<std::string> words;
-    if (const int status = Words(args, 1, 2, kBasicUsage, words, out, err); status >= 0)
-        return status;
-    std::int64_t number = 0;
-    if (words.size() == 2 && !BlockNumber(words[1], number, err)) return 2;
-    const std::string& file = words[0];
-    TZXTape tape;
-    if (!LoadTape(file, tape, err)) return 1;
-    const std::vector<BlockContent> contents = ContentOf(tape.Blocks());
+    TapeBlock t;
+    if (const int status = t.Read(args, 1, 2, kBasicUsage, out, err); status >= 0) return status;
+    const std::vector<BlockContent> contents = ContentOf(t.tape.Blocks());
     std::int64_t program = 0;
-    if (number == 0) {
+    if (t.number == 0) {
         for (std::size_t i = 0; i < contents.size() && program == 0; ++i)
             if (contents[i].kind == ContentKind::Program)
                 program = static_cast<std::int64_t>(i) + 1;
         if (program == 0) {
-            err << file << ": no tiene ningún programa BASIC\n";
+            err << t.file << ": no tiene ningún programa BASIC\n";
             return 1;
         }
-    } else if (number > static_cast<std::int64_t>(contents.size())) {
-        err << file << ": no tiene bloque " << number << "\n";
-        return 1;
     } else {
-        const BlockContent& c = contents[number - 1];
+        const BlockContent& c = contents[t.number - 1];
         if (c.kind == ContentKind::Program)
-            program = number;
+            program = t.number;
         else if (c.kind == ContentKind::Header && c.pair &&
                  contents[c.pair - 1].kind == ContentKind::Program)
             program = c.pair;
         if (program == 0) {
-            err << file << ": el bloque " << number << " no es un programa BASIC\n";
+            err << t.file << ": el bloque " << t.number << " no es un programa BASIC\n";
             return 1;
         }
     }
-    out << ListingOf(*tape.Blocks().Item(double(program)), contents[program - 1]);
+    out << ListingOf(*t.tape.Blocks().Item(double(program)), contents[program - 1]);
     return 0;
 }
 
 int ExtractCommand(const std::vector<std::string>& args, std::ostream& out, std::ostream& err) {
-    std::vector<std::string> words;
-    if (const int status = Words(args, 3, 3, kExtractUsage, words, out, err); status >= 0)
-        return status;
-    std::int64_t number = 0;
-    if (!BlockNumber(words[1], number, err)) return 2;
-    const std::string& file = words[0];
-    TZXTape tape;
-    if (!LoadTape(file, tape, err)) return 1;
-    if (number > tape.Blocks().Count()) {
-        err << file << ": no tiene bloque " << number << "\n";
-        return 1;
-    }
-    const Block& block = *tape.Blocks().Item(double(number));
-    const BlockContent content = ContentOf(tape.Blocks())[number - 1];
+    TapeBlock t;
+    if (const int status = t.Read(args, 3, 3, kExtractUsage, out, err); status >= 0) return status;
+    const Block& block = *t.tape.Blocks().Item(double(t.number));
+    const BlockContent content = ContentOf(t.tape.Blocks())[t.number - 1];
     const std::optional<ExtractedFile> extracted = Extract(block, content);
     if (!extracted) {
-        err << file << ": el bloque " << number << " no tiene contenido que extraer\n";
+        err << t.file << ": el bloque " << t.number << " no tiene contenido que extraer\n";
         return 1;
     }
-    std::string target = words[2];
+    std::string target = t.words[2];
     std::error_code ec;
     if (std::filesystem::is_directory(target, ec))
-        target = JoinPath(target, FileNameOf(file) + "-" + std::to_string(number) + "." +
+        target = JoinPath(target, FileNameOf(t.file) + "-" + std::to_string(t.number) + "." +
                                       extracted->extension);
     if (!Write(target, extracted->bytes, err)) return 1;
-    out << file << ", bloque " << number << " (" << ContentKindName(content.kind) << ") -> "
+    out << t.file << ", bloque " << t.number << " (" << ContentKindName(content.kind) << ") -> "
         << target << "\n";
     return 0;
 }

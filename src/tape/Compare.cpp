@@ -238,22 +238,10 @@ public:
         if (ib != kEmpty) LeftB(ib), ++nextB;
         c.rows.push_back({kind, ia == kEmpty ? 0 : std::int64_t(ia) + 1,
                           ib == kEmpty ? 0 : std::int64_t(ib) + 1});
-        switch (kind) {
-        case RowKind::Equal:
-            ++c.equal;
-            break;
-        case RowKind::Changed:
-            ++c.changed;
-            break;
-        case RowKind::OnlyA:
-            ++c.onlyA;
-            break;
-        case RowKind::OnlyB:
-            ++c.onlyB;
-            break;
-        case RowKind::Left:
-            break;
-        }
+        c.equal += kind == RowKind::Equal;
+        c.changed += kind == RowKind::Changed;
+        c.onlyA += kind == RowKind::OnlyA;
+        c.onlyB += kind == RowKind::OnlyB;
     }
     void Finish() {
         LeftA(a.size());

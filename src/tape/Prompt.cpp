@@ -62,12 +62,6 @@ Button ScriptedPrompt::Show(const Message& message) {
     return b;
 }
 
-PromptScope::PromptScope(Prompt& p) : previous(current) {
-    current = &p;
-}
-
-PromptScope::~PromptScope() {
-    current = previous;
-}
+PromptScope::PromptScope(Prompt& p) : StandInScope(current, p) {}
 
 } // namespace cintal

@@ -3,6 +3,8 @@
 // shows a real box, the command line prints it, and tests script the answers.
 // The engine knows nothing of any toolkit: it only sees this interface.
 
+#include "tape/StandIn.h"
+
 #include <deque>
 #include <string>
 #include <vector>
@@ -57,15 +59,9 @@ public:
 };
 
 // Sets a prompt for the lifetime of a scope and puts the previous one back.
-class PromptScope {
+class PromptScope : public StandInScope<Prompt> {
 public:
     explicit PromptScope(Prompt& p);
-    ~PromptScope();
-    PromptScope(const PromptScope&) = delete;
-    PromptScope& operator=(const PromptScope&) = delete;
-
-private:
-    Prompt* previous;
 };
 
 } // namespace cintal

@@ -87,13 +87,7 @@ FileOps& CurrentFileOps() {
     return current ? *current : DiskOps();
 }
 
-FileOpsScope::FileOpsScope(FileOps& ops) : previous(current) {
-    current = &ops;
-}
-
-FileOpsScope::~FileOpsScope() {
-    current = previous;
-}
+FileOpsScope::FileOpsScope(FileOps& ops) : StandInScope(current, ops) {}
 
 std::string ReasonOf(std::error_code ec) {
     // The system's own texts are in English whatever the user's language.

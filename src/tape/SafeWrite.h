@@ -2,6 +2,8 @@
 // Writing beside and renaming into place, so that a user's file is never
 // half-written. Internal to the engine.
 
+#include "tape/StandIn.h"
+
 #include <cstdio>
 #include <string>
 #include <string_view>
@@ -42,15 +44,9 @@ using FileFlush = bool (*)(std::FILE* file);
 void SetFileFlush(FileFlush flush);
 
 // Puts a FileOps in place for the lifetime of a scope and then the previous one.
-class FileOpsScope {
+class FileOpsScope : public StandInScope<FileOps> {
 public:
     explicit FileOpsScope(FileOps& ops);
-    ~FileOpsScope();
-    FileOpsScope(const FileOpsScope&) = delete;
-    FileOpsScope& operator=(const FileOpsScope&) = delete;
-
-private:
-    FileOps* previous;
 };
 
 // Creates a new file in dir named "TMP" + HHMMSS (+ "-1", "-2", ...) + ".tmp",

@@ -96,6 +96,27 @@ public:
         return lastColours = static_cast<quint16>(palette.size() - 1);
     }
     quint16 lastColours = 0;
+    // Gives the cell its own background and/or foreground, keeping the other.
+    void Recolour(Cell& cell, std::optional<QColor> back, std::optional<QColor> fore) {
+        if (!back && !fore) return;
+        Colours c = ColoursOf(cell);
+        if (back) {
+            c.flags |= 1;
+            c.back = back->rgb();
+        }
+        if (fore) {
+            c.flags |= 2;
+            c.fore = fore->rgb();
+        }
+        cell.colours = ColourNumber(c);
+    }
+    // The cell's own colour (flag 1 background, 2 foreground), invalid when it has none.
+    QColor OwnColour(const Cell* cell, quint8 flag) const {
+        if (!cell) return {};
+        const Colours& c = ColoursOf(*cell);
+        if (!(c.flags & flag)) return {};
+        return QColor::fromRgb(flag == 1 ? c.back : c.fore);
+    }
     const IconSet** images = nullptr;
 
     int Cols() const { return static_cast<int>(columns.size()); }
@@ -437,18 +458,7 @@ void Grid::CellDetails(int row, int col, const QString& text, int alignment, int
     cell->text = text;
     cell->align = static_cast<qint8>(alignment);
     cell->icon = static_cast<qint16>(icon);
-    if (back || fore) {
-        Colours c = store->ColoursOf(*cell);
-        if (back) {
-            c.flags |= 1;
-            c.back = back->rgb();
-        }
-        if (fore) {
-            c.flags |= 2;
-            c.fore = fore->rgb();
-        }
-        cell->colours = store->ColourNumber(c);
-    }
+    store->Recolour(*cell, back, fore);
     Touch(row, col);
 }
 
@@ -468,35 +478,23 @@ int Grid::CellAlignment(int row, int col) const {
 }
 
 QColor Grid::CellBackColor(int row, int col) const {
-    const Cell* cell = store->At(row - 1, col - 1);
-    if (!cell) return {};
-    const Colours& c = store->ColoursOf(*cell);
-    return c.flags & 1 ? QColor::fromRgb(c.back) : QColor();
+    return store->OwnColour(store->At(row - 1, col - 1), 1);
 }
 
 QColor Grid::CellForeColor(int row, int col) const {
-    const Cell* cell = store->At(row - 1, col - 1);
-    if (!cell) return {};
-    const Colours& c = store->ColoursOf(*cell);
-    return c.flags & 2 ? QColor::fromRgb(c.fore) : QColor();
+    return store->OwnColour(store->At(row - 1, col - 1), 2);
 }
 
 void Grid::SetCellBackColor(int row, int col, const QColor& c) {
     if (Cell* cell = store->At(row - 1, col - 1)) {
-        Colours colours = store->ColoursOf(*cell);
-        colours.flags |= 1;
-        colours.back = c.rgb();
-        cell->colours = store->ColourNumber(colours);
+        store->Recolour(*cell, c, std::nullopt);
         Touch(row, col);
     }
 }
 
 void Grid::SetCellForeColor(int row, int col, const QColor& c) {
     if (Cell* cell = store->At(row - 1, col - 1)) {
-        Colours colours = store->ColoursOf(*cell);
-        colours.flags |= 2;
-        colours.fore = c.rgb();
-        cell->colours = store->ColourNumber(colours);
+        store->Recolour(*cell, std::nullopt, c);
         Touch(row, col);
     }
 }

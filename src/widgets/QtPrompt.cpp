@@ -3,8 +3,21 @@
 #include <QApplication>
 #include <QMessageBox>
 #include <QPushButton>
+#include <utility>
 
 namespace cintal {
+
+namespace {
+
+// A box with an icon the table lacks shows none.
+constexpr std::pair<Icon, QMessageBox::Icon> kBoxIcons[] = {
+    {Icon::Information, QMessageBox::Information},
+    {Icon::Exclamation, QMessageBox::Warning},
+    {Icon::Critical, QMessageBox::Critical},
+    {Icon::Question, QMessageBox::Question},
+};
+
+} // namespace
 
 Button QtPrompt::Show(const Message& message) {
     QMessageBox box(QApplication::activeWindow());
@@ -12,23 +25,8 @@ Button QtPrompt::Show(const Message& message) {
     if (!message.details.empty()) box.setDetailedText(QString::fromStdString(message.details));
     box.setWindowTitle(message.title.empty() ? QStringLiteral("Cintal")
                                              : QString::fromStdString(message.title));
-    switch (message.icon) {
-    case Icon::Information:
-        box.setIcon(QMessageBox::Information);
-        break;
-    case Icon::Exclamation:
-        box.setIcon(QMessageBox::Warning);
-        break;
-    case Icon::Critical:
-        box.setIcon(QMessageBox::Critical);
-        break;
-    case Icon::Question:
-        box.setIcon(QMessageBox::Question);
-        break;
-    case Icon::None:
-        box.setIcon(QMessageBox::NoIcon);
-        break;
-    }
+    for (const auto& [icon, boxIcon] : kBoxIcons)
+        if (icon == message.icon) box.setIcon(boxIcon);
     struct Choice {
         const char* text;
         Button button;
