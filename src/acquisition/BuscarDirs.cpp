@@ -25,13 +25,6 @@ namespace cintal {
 
 namespace {
 
-QLabel* Counter(const QString& text) {
-    auto* l = new QLabel(text);
-    l->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    l->setMinimumWidth(70);
-    return l;
-}
-
 // The root of a folder: the nearest thing to a drive on this system.
 QString RootOf(const QString& path) {
     return QDir(path).isRoot() ? path : QDir::rootPath();
@@ -39,63 +32,34 @@ QString RootOf(const QString& path) {
 
 } // namespace
 
-BuscarDirs::BuscarDirs(QWidget* parent) : QDialog(parent) {
-    setObjectName("BuscarDirs");
-    setWindowTitle(QStringLiteral("Agregar archivos"));
-    resize(860, 560);
-
-    Dir1 = new FolderTree([this](const QString& path) { Dir1_Click(path); });
-    LabelRuta = new QLabel;
-    LabelRuta->setObjectName("LabelRuta");
-    LabelRuta->setTextInteractionFlags(Qt::TextSelectableByMouse);
-
-    List1 = new QListWidget;
-    List1->setObjectName("List1");
-    List2 = new QListWidget;
-    List2->setObjectName("List2");
+BuscarDirs::BuscarDirs(QWidget* parent)
+    : FolderJob("BuscarDirs", QStringLiteral("Agregar archivos"), 860, parent) {
+    List1 = List("List1");
+    List2 = List("List2");
     CommandSelecciona = new QPushButton(QStringLiteral("Agregar nuevos programas"));
     CommandSelecciona->setObjectName("CommandSelecciona");
     connect(CommandSelecciona, &QPushButton::clicked, this, &BuscarDirs::CommandSelecciona_Click);
 
     Frame1 = new QGroupBox(QStringLiteral("Archivos agregados"));
     Frame1->setObjectName("Frame1");
-    LabelTotal = Counter("0");
-    LabelParcial = Counter("0");
-    LabelCreada = Counter("0");
-    LabelAgregada = Counter("0");
-    LabelOmitida = Counter("0");
-    LabelNwComp = Counter("0");
-    LabelTiempo = Counter("0:00:00");
-    Label1 = new QLabel(QStringLiteral("Archivos con info:"));
-    Label7 = Counter("0");
+    QGridLayout* grid = Counters(Frame1, {{"Total encontrados:", &LabelTotal},
+                                          {"Total procesados:", &LabelParcial},
+                                          {"A entradas nuevas:", &LabelCreada},
+                                          {"A entradas existentes:", &LabelAgregada},
+                                          {"Archivos omitidos:", &LabelOmitida},
+                                          {"Compañías agregadas:", &LabelNwComp},
+                                          {"Tiempo empleado:", &LabelTiempo, "0:00:00"},
+                                          {"Archivos con info:", &Label7}});
+    // Kept from the old window, out of sight: nothing counts it any more.
+    Label1 = static_cast<QLabel*>(grid->itemAtPosition(grid->rowCount() - 1, 0)->widget());
     Label1->hide();
     Label7->hide();
-    auto* grid = new QGridLayout(Frame1);
-    const std::pair<const char*, QLabel*> rows[] = {
-        {"Total encontrados:", LabelTotal},   {"Total procesados:", LabelParcial},
-        {"A entradas nuevas:", LabelCreada},  {"A entradas existentes:", LabelAgregada},
-        {"Archivos omitidos:", LabelOmitida}, {"Compañías agregadas:", LabelNwComp},
-        {"Tiempo empleado:", LabelTiempo}};
-    int r = 0;
-    for (const auto& [caption, label] : rows) {
-        grid->addWidget(new QLabel(QString::fromUtf8(caption)), r, 0);
-        grid->addWidget(label, r++, 1);
-    }
-    grid->addWidget(Label1, r, 0);
-    grid->addWidget(Label7, r, 1);
 
     LabelEstado = new QLabel(QStringLiteral("Estado"));
     LabelEstado->setObjectName("LabelEstado");
-    ProgressBar1 = new QProgressBar;
-    ProgressBar1->setObjectName("ProgressBar1");
-    ProgressBar1->setValue(0);
-    Avisos = new QListWidget;
-    Avisos->setObjectName("Avisos");
+    Avisos = List("Avisos");
 
-    auto* left = new QVBoxLayout;
-    left->addWidget(new QLabel(QStringLiteral("Carpeta:")));
-    left->addWidget(LabelRuta);
-    left->addWidget(Dir1, 3);
+    QVBoxLayout* left = FolderColumn(3);
     left->addWidget(CommandSelecciona);
     left->addWidget(new QLabel(QStringLiteral("Carpetas:")));
     left->addWidget(List1, 1);
@@ -123,28 +87,21 @@ void BuscarDirs::Form_Load() {
     if (path.isEmpty() || !QDir(path).exists()) path = QDir::homePath();
     dir1Path = QDir(path).absolutePath();
     LabelRuta->setText(dir1Path);
-    RevealChosen();
-}
-
-void BuscarDirs::RevealChosen() {
     Dir1->Reveal(dir1Path);
 }
 
 void BuscarDirs::Dir1_Click(const QString& path) {
-    dir1Path = path;
-    LabelRuta->setText(path);
+    FolderJob::Dir1_Click(path);
     SaveSetting(QStringLiteral("Caminos"), QStringLiteral("Unidad"), RootOf(path));
     SaveSetting(QStringLiteral("Caminos"), QStringLiteral("Ruta"), path);
 }
 
 void BuscarDirs::CommandSelecciona_Click() {
-    QApplication::setOverrideCursor(Qt::WaitCursor);
     listed = -1;
     List1->clear();
     List2->clear();
     Avisos->clear();
-    scanner.Run(dir1Path);
-    QApplication::restoreOverrideCursor();
+    Busy([this] { scanner.Run(dir1Path); });
 }
 
 void BuscarDirs::ShowProgress(const Scanner& s) {

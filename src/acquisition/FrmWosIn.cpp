@@ -30,30 +30,15 @@ namespace cintal {
 
 namespace {
 
-QLabel* Counter(const QString& text) {
-    auto* l = new QLabel(text);
-    l->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    l->setMinimumWidth(70);
-    return l;
-}
-
 const char* kChecks[10] = {
     "Juegos", "Recopilaciones", "Conversacionales", "Tecleados",    "Utilidades", "Demos",
     "TRD",    "Revistas",       "Discos",           "Educacionales"};
 
 } // namespace
 
-FrmWosIn::FrmWosIn(QWidget* parent) : QDialog(parent) {
-    setObjectName("FrmWosIn");
-    setWindowTitle(QStringLiteral("Importa listado WOS"));
-    resize(900, 560);
-
-    Dir1 = new FolderTree([this](const QString& path) { Dir1_Click(path); });
-    LabelRuta = new QLabel;
-    LabelRuta->setObjectName("LabelRuta");
-    LabelRuta->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    File1 = new QListWidget;
-    File1->setObjectName("File1");
+FrmWosIn::FrmWosIn(QWidget* parent)
+    : FolderJob("FrmWosIn", QStringLiteral("Importa listado WOS"), 900, parent) {
+    File1 = List("File1");
     File1->setFixedHeight(File1->fontMetrics().height() * 2);
     File1->setFocusPolicy(Qt::NoFocus);
 
@@ -85,35 +70,17 @@ FrmWosIn::FrmWosIn(QWidget* parent) : QDialog(parent) {
     }
 
     auto* counts = new QGroupBox(QStringLiteral("Títulos importados"));
-    LabelPaginas = Counter("0");
-    LabelNuevos = Counter("0");
-    LabelExistentes = Counter("0");
-    LabelNwComp = Counter("0");
-    LabelTiempo = Counter("0:00:00");
-    auto* grid = new QGridLayout(counts);
-    const std::pair<const char*, QLabel*> rows[] = {{"Páginas leídas:", LabelPaginas},
-                                                    {"Títulos nuevos:", LabelNuevos},
-                                                    {"Títulos existentes:", LabelExistentes},
-                                                    {"Compañías agregadas:", LabelNwComp},
-                                                    {"Tiempo empleado:", LabelTiempo}};
-    int r = 0;
-    for (const auto& [caption, label] : rows) {
-        grid->addWidget(new QLabel(QString::fromUtf8(caption)), r, 0);
-        grid->addWidget(label, r++, 1);
-    }
+    Counters(counts, {{"Páginas leídas:", &LabelPaginas},
+                      {"Títulos nuevos:", &LabelNuevos},
+                      {"Títulos existentes:", &LabelExistentes},
+                      {"Compañías agregadas:", &LabelNwComp},
+                      {"Tiempo empleado:", &LabelTiempo, "0:00:00"}});
 
     Label1 = new QLabel;
     Label1->setObjectName("Label1");
-    ProgressBar1 = new QProgressBar;
-    ProgressBar1->setObjectName("ProgressBar1");
-    ProgressBar1->setValue(0);
-    Avisos = new QListWidget;
-    Avisos->setObjectName("Avisos");
+    Avisos = List("Avisos");
 
-    auto* left = new QVBoxLayout;
-    left->addWidget(new QLabel(QStringLiteral("Carpeta:")));
-    left->addWidget(LabelRuta);
-    left->addWidget(Dir1, 1);
+    QVBoxLayout* left = FolderColumn(1);
     left->addWidget(File1);
     left->addWidget(CommandSelecciona);
     auto* right = new QVBoxLayout;
@@ -140,16 +107,11 @@ void FrmWosIn::Form_Load() {
         if (!last.isEmpty() && QDir(last).exists()) path = last;
     }
     Dir1_Click(QDir(path).absolutePath());
-    RevealChosen();
-}
-
-void FrmWosIn::RevealChosen() {
     Dir1->Reveal(dir1Path);
 }
 
 void FrmWosIn::Dir1_Click(const QString& path) {
-    dir1Path = path;
-    LabelRuta->setText(path);
+    FolderJob::Dir1_Click(path);
     Dir1_Change();
 }
 
@@ -177,10 +139,8 @@ void FrmWosIn::CommandSelecciona_Click() {
             if (kCheckFolder[i] >= 0 && Check1[i]->isChecked())
                 importer.folders[static_cast<std::size_t>(kCheckFolder[i])] = true;
     SaveSetting(QStringLiteral("Caminos"), QStringLiteral("RutaWos"), dir1Path);
-    QApplication::setOverrideCursor(Qt::WaitCursor);
     Avisos->clear();
-    importer.Run(dir1Path);
-    QApplication::restoreOverrideCursor();
+    Busy([this] { importer.Run(dir1Path); });
 }
 
 void FrmWosIn::ShowProgress(const WosImporter& w) {

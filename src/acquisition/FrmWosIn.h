@@ -1,41 +1,32 @@
 #pragma once
 
 #include "acquisition/WosImporter.h"
+#include "widgets/FolderJob.h"
 
-#include <QDialog>
 #include <array>
 
 class QCheckBox;
-class QFileSystemModel;
 class QGroupBox;
 class QLabel;
 class QListWidget;
-class QProgressBar;
 class QPushButton;
 class QRadioButton;
-class QTreeView;
 
 namespace cintal {
 
-class FolderTree;
-
 // "Importa listado WOS": choose the folder of the saved listing pages and add
 // the titles they list that the catalogue doesn't have.
-class FrmWosIn : public QDialog {
+class FrmWosIn : public FolderJob {
     Q_OBJECT
 public:
     explicit FrmWosIn(QWidget* parent = nullptr);
 
-    // The folder chosen, as Dir1 holds it.
-    QString Dir1Path() const { return dir1Path; }
-    void Dir1_Click(const QString& path);
+    void Dir1_Click(const QString& path) override;
     void Option1_Click(int index);
     void CommandSelecciona_Click();
 
     WosImporter importer;
 
-    FolderTree* Dir1;
-    QLabel* LabelRuta;
     QListWidget* File1;
     QPushButton* CommandSelecciona;
     QLabel* Label1;
@@ -47,7 +38,6 @@ public:
     QLabel* LabelExistentes;
     QLabel* LabelNwComp;
     QLabel* LabelTiempo;
-    QProgressBar* ProgressBar1;
     QListWidget* Avisos;
 
     // The folder of listing pages that each check box stands for, as an
@@ -58,9 +48,6 @@ private:
     void Form_Load();
     void Dir1_Change();
     void ShowProgress(const WosImporter& w);
-    void RevealChosen();
-
-    QString dir1Path;
 };
 
 } // namespace cintal

@@ -3,6 +3,7 @@
 #include "catalogue/Comunes.h"
 #include "platform/Spanish.h"
 #include "tape/Prompt.h"
+#include "widgets/FolderTree.h"
 #include "widgets/Grid.h"
 #include "widgets/Grids.h"
 
@@ -29,13 +30,6 @@ namespace cintal {
 
 namespace {
 
-QLabel* Counter() {
-    auto* l = new QLabel(QStringLiteral("0"));
-    l->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    l->setMinimumWidth(70);
-    return l;
-}
-
 // A subfolder that would lead out of the chosen folder is refused, with the
 // reason.
 bool SubFolderRefused(const QString& subFolder) {
@@ -48,26 +42,8 @@ bool SubFolderRefused(const QString& subFolder) {
 } // namespace
 
 Ordena::Ordena(Grid* titles, Grid* files, QWidget* parent)
-    : QDialog(parent), GridTitles(titles), GridFiles(files) {
-    setObjectName("Ordena");
-    setWindowTitle(QStringLiteral("Ordena archivos"));
-    resize(900, 560);
-
-    folders = new QFileSystemModel(this);
-    folders->setFilter(QDir::Dirs | QDir::NoDotAndDotDot | QDir::Drives);
-    folders->setRootPath(QDir::rootPath());
-    Dir1 = new QTreeView;
-    Dir1->setObjectName("Dir1");
-    Dir1->setModel(folders);
-    for (int c = 1; c < folders->columnCount(); ++c)
-        Dir1->hideColumn(c);
-    Dir1->header()->hide();
-    connect(Dir1, &QTreeView::clicked, this,
-            [this](const QModelIndex& i) { Dir1_Click(folders->filePath(i)); });
-    LabelRuta = new QLabel;
-    LabelRuta->setObjectName("LabelRuta");
-    LabelRuta->setTextInteractionFlags(Qt::TextSelectableByMouse);
-
+    : FolderJob("Ordena", QStringLiteral("Ordena archivos"), 900, parent), GridTitles(titles),
+      GridFiles(files) {
     Label1 = new QLabel(QStringLiteral("Subdirectorio:"));
     TxtSubFolder = new QLineEdit(QStringLiteral("Programas"));
     TxtSubFolder->setObjectName("TxtSubFolder");
@@ -96,28 +72,13 @@ Ordena::Ordena(Grid* titles, Grid* files, QWidget* parent)
     connect(CommandOrdenar, &QPushButton::clicked, this, &Ordena::CommandOrdenar_Click);
 
     auto* counts = new QGroupBox;
-    auto* grid = new QGridLayout(counts);
-    LabelTitulos = Counter();
-    LabelMovidos = Counter();
-    LabelLaterales = Counter();
-    LabelOmitidos = Counter();
-    LabelFallidos = Counter();
+    Counters(counts, {{"Títulos:", &LabelTitulos},
+                      {"Archivos movidos:", &LabelMovidos},
+                      {"Archivos laterales movidos:", &LabelLaterales},
+                      {"Omitidos:", &LabelOmitidos},
+                      {"Fallidos:", &LabelFallidos}});
     LabelFallidos->setObjectName("LabelFallidos");
-    const std::pair<const char*, QLabel*> rows[] = {{"Títulos:", LabelTitulos},
-                                                    {"Archivos movidos:", LabelMovidos},
-                                                    {"Archivos laterales movidos:", LabelLaterales},
-                                                    {"Omitidos:", LabelOmitidos},
-                                                    {"Fallidos:", LabelFallidos}};
-    int r = 0;
-    for (const auto& [caption, label] : rows) {
-        grid->addWidget(new QLabel(QString::fromUtf8(caption)), r, 0);
-        grid->addWidget(label, r++, 1);
-    }
-    ProgressBar1 = new QProgressBar;
-    ProgressBar1->setObjectName("ProgressBar1");
-    ProgressBar1->setValue(0);
-    ListPlan = new QListWidget;
-    ListPlan->setObjectName("ListPlan");
+    ListPlan = List("ListPlan");
 
     auto* sub = new QHBoxLayout;
     sub->addWidget(Label1);
@@ -125,10 +86,7 @@ Ordena::Ordena(Grid* titles, Grid* files, QWidget* parent)
     auto* buttons = new QHBoxLayout;
     buttons->addWidget(CommandSimular);
     buttons->addWidget(CommandOrdenar);
-    auto* left = new QVBoxLayout;
-    left->addWidget(new QLabel(QStringLiteral("Carpeta:")));
-    left->addWidget(LabelRuta);
-    left->addWidget(Dir1, 1);
+    QVBoxLayout* left = FolderColumn(1);
     left->addLayout(sub);
     auto* right = new QVBoxLayout;
     right->addWidget(sortBox);
@@ -146,9 +104,8 @@ Ordena::Ordena(Grid* titles, Grid* files, QWidget* parent)
 }
 
 void Ordena::Dir1_Click(const QString& path) {
-    dir1Path = path;
-    LabelRuta->setText(path);
-    Dir1->setCurrentIndex(folders->index(path));
+    FolderJob::Dir1_Click(path);
+    Dir1->Mark(path);
 }
 
 SortBy Ordena::Order() const {
@@ -196,11 +153,11 @@ void Ordena::ShowPlan() {
 void Ordena::CommandSimular_Click() {
     if (SubFolderRefused(TxtSubFolder->text())) return;
     const QString target = Reorganiser::Target(dir1Path, TxtSubFolder->text());
-    QApplication::setOverrideCursor(Qt::WaitCursor);
-    reorganiser.Plan(target, Order(), ListedTitles());
-    ShowPlan();
-    ShowCounters(reorganiser);
-    QApplication::restoreOverrideCursor();
+    Busy([&] {
+        reorganiser.Plan(target, Order(), ListedTitles());
+        ShowPlan();
+        ShowCounters(reorganiser);
+    });
 }
 
 void Ordena::CommandOrdenar_Click() {
@@ -209,23 +166,23 @@ void Ordena::CommandOrdenar_Click() {
     if (QFileInfo(target).isDir() && Ask("El directorio ya existe. ¿desea continuar?", {},
                                          Icon::Critical, Buttons::YesNo) == Button::No)
         return;
-    QApplication::setOverrideCursor(Qt::WaitCursor);
-    reorganiser.Plan(target, Order(), ListedTitles());
-    ListPlan->clear();
-    reorganiser.Run(CheckCatalogo->isChecked());
-    ShowCounters(reorganiser);
-    for (const QString& note : reorganiser.notes)
-        ListPlan->addItem(note);
-    // The main window ends on its last listed title, with its files where
-    // they now are.
-    int last = 0;
-    for (int row = GridTitles->Rows(); row >= 1 && !last; --row)
-        if (GridTitles->RowVisible(row)) last = row;
-    if (last) {
-        GridTitles->SetSelectedRow(last);
-        Grids::FillFiles(Grids::TitleAt(*GridTitles, last).TitleId, *GridFiles);
-    }
-    QApplication::restoreOverrideCursor();
+    Busy([&] {
+        reorganiser.Plan(target, Order(), ListedTitles());
+        ListPlan->clear();
+        reorganiser.Run(CheckCatalogo->isChecked());
+        ShowCounters(reorganiser);
+        for (const QString& note : reorganiser.notes)
+            ListPlan->addItem(note);
+        // The main window ends on its last listed title, with its files where
+        // they now are.
+        int last = 0;
+        for (int row = GridTitles->Rows(); row >= 1 && !last; --row)
+            if (GridTitles->RowVisible(row)) last = row;
+        if (last) {
+            GridTitles->SetSelectedRow(last);
+            Grids::FillFiles(Grids::TitleAt(*GridTitles, last).TitleId, *GridFiles);
+        }
+    });
 }
 
 } // namespace cintal

@@ -1,19 +1,16 @@
 #pragma once
 
 #include "maintenance/Reorganiser.h"
+#include "widgets/FolderJob.h"
 
-#include <QDialog>
 #include <array>
 
 class QCheckBox;
-class QFileSystemModel;
 class QLabel;
 class QLineEdit;
 class QListWidget;
-class QProgressBar;
 class QPushButton;
 class QRadioButton;
-class QTreeView;
 
 namespace cintal {
 
@@ -21,20 +18,17 @@ class Grid;
 
 // "Ordena archivos": moves the files of the titles the main window lists,
 // with their side files, into a new tree of folders.
-class Ordena : public QDialog {
+class Ordena : public FolderJob {
     Q_OBJECT
 public:
     Ordena(Grid* titles, Grid* files, QWidget* parent = nullptr);
 
-    QString Dir1Path() const { return dir1Path; }
-    void Dir1_Click(const QString& path);
+    void Dir1_Click(const QString& path) override;
     void CommandOrdenar_Click();
     void CommandSimular_Click();
 
     Reorganiser reorganiser;
 
-    QTreeView* Dir1;
-    QLabel* LabelRuta;
     QLabel* Label1;
     QLineEdit* TxtSubFolder;
     std::array<QRadioButton*, 4> OptionSortBy;
@@ -46,7 +40,6 @@ public:
     QLabel* LabelLaterales;
     QLabel* LabelOmitidos;
     QLabel* LabelFallidos;
-    QProgressBar* ProgressBar1;
     QListWidget* ListPlan;
 
 private:
@@ -58,8 +51,6 @@ private:
 
     Grid* GridTitles;
     Grid* GridFiles;
-    QFileSystemModel* folders;
-    QString dir1Path;
 };
 
 } // namespace cintal

@@ -16,6 +16,8 @@ public:
     // Opens the tree down to path and marks it; the levels arrive in the
     // background, and the tree goes on opening as they do.
     void Reveal(const QString& path);
+    // Marks path without opening the levels above it.
+    void Mark(const QString& path) { setCurrentIndex(folders->index(path)); }
 
 private:
     void Open();
