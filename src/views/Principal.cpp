@@ -390,12 +390,11 @@ void Principal::BuscaPantalla() {
     if (ShowScreenFromFiles()) MarkOption(0, true);
 }
 
-void Principal::LookupSideFile(int option, int kind) {
+void Principal::LookupSideFile(int option, SideKind kind) {
     const QString base = SideBaseName(LabelNombre->text());
     QRadioButton* o = OptDatos[static_cast<std::size_t>(option)];
     for (int row = 1; row <= GridFiles->Rows(); ++row) {
-        const QString path =
-            FindSideFile(Grids::FileAt(*GridFiles, row).Dir, static_cast<SideKind>(kind), base);
+        const QString path = FindSideFile(Grids::FileAt(*GridFiles, row).Dir, kind, base);
         if (!path.isEmpty()) {
             MarkOption(option, true);
             // Another option is showing: this picture waits for its click.
@@ -413,13 +412,13 @@ void Principal::LookupSideFile(int option, int kind) {
 }
 
 void Principal::BuscaCaratula() {
-    LookupSideFile(1, static_cast<int>(SideKind::Inlay));
+    LookupSideFile(1, SideKind::Inlay);
 }
 void Principal::BuscaMapa() {
-    LookupSideFile(2, static_cast<int>(SideKind::Map));
+    LookupSideFile(2, SideKind::Map);
 }
 void Principal::BuscaCodeSheet() {
-    LookupSideFile(3, static_cast<int>(SideKind::CodeSheet));
+    LookupSideFile(3, SideKind::CodeSheet);
 }
 
 void Principal::ShowScaled(const QString& path) {

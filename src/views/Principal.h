@@ -1,5 +1,6 @@
 #pragma once
 
+#include "catalogue/Files.h"
 #include "widgets/Grid.h"
 #include "widgets/Grids.h"
 #include "widgets/IconSet.h"
@@ -116,7 +117,7 @@ private:
     void BuildLayout();
     void FitTitlesPane();
     void BuildCommands();
-    void LookupSideFile(int option, int kind);
+    void LookupSideFile(int option, SideKind kind);
     void OpenAddress(const QString& address);
     void PaintTitleRow(const QColor& back, const QColor& fore);
     void ShowScreen(const QString& path);
