@@ -4,12 +4,12 @@
 
 #include "catalogue/Settings.h"
 #include "platform/PathCase.h"
+#include "platform/Places.h"
 #include "platform/Spanish.h"
 
 #include <QApplication>
 #include <QButtonGroup>
 #include <QCheckBox>
-#include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
 #include <QFileSystemModel>
@@ -99,9 +99,11 @@ FrmWosIn::FrmWosIn(QWidget* parent)
 }
 
 void FrmWosIn::Form_Load() {
-    // The program's folder, unless the pages are elsewhere: then the folder
-    // the last import ran from.
-    QString path = QCoreApplication::applicationDirPath();
+    // The catalogue's folder (the program's own when it runs from where it
+    // was copied), unless the pages are elsewhere: then the folder the last
+    // import ran from.
+    QString path = Places::Current().data;
+    if (!QDir(path).exists()) path = QDir::homePath();
     if (!WosImporter::IsListingRoot(path)) {
         const QString last = GetSetting(QStringLiteral("Caminos"), QStringLiteral("RutaWos"));
         if (!last.isEmpty() && QDir(last).exists()) path = last;

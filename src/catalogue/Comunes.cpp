@@ -2,10 +2,8 @@
 
 #include "catalogue/Settings.h"
 #include "catalogue/Store.h"
+#include "platform/Places.h"
 #include "tape/Cp1252.h"
-
-#include <QCoreApplication>
-#include <QDir>
 
 namespace cintal::Comunes {
 
@@ -20,7 +18,7 @@ ArchiveInfo& Info() {
 }
 
 QString DefaultDbPath() {
-    return QDir(QCoreApplication::applicationDirPath()).filePath(QStringLiteral("cintal.mdb"));
+    return Places::CatalogueFile();
 }
 
 bool InitGlobals(const QString& path, QString* reason) {

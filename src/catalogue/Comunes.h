@@ -53,7 +53,8 @@ inline constexpr int kVersionMajor = 1;
 inline constexpr int kVersionMinor = 0;
 inline constexpr int kVersionRevision = 404;
 
-// The catalogue's file: "cintal.mdb" in the program's folder.
+// The catalogue's file: "cintal.mdb" beside the program, or in the user's
+// data folder when the program is installed.
 QString DefaultDbPath();
 
 // Sets DbPath to path (the program's catalogue when empty), opens it, loads

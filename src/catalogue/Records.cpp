@@ -93,6 +93,22 @@ bool AddPath(const QString& dir) {
     return LoadPaths();
 }
 
+std::optional<qint64> FileRowAt(const QString& path) {
+    const std::string p = path.toStdString();
+    const qint64 pathIndex = FindPathIndex(QString::fromStdString(DirOf(p)));
+    if (pathIndex == 0) return 0;
+    return FileRowOf(QString::fromStdString(FileNameOf(p)), QString::fromStdString(ExtensionOf(p)),
+                     pathIndex);
+}
+
+qint64 TitleOfFile(qint64 fileId) {
+    QSqlQuery* q = Store::Cached("SELECT TitleId FROM tFiles WHERE FileId = ?", {fileId});
+    if (!q) return 0;
+    const qint64 titleId = q->next() ? NumberOf(q->value(0)) : 0;
+    q->finish();
+    return titleId;
+}
+
 std::optional<qint64> FileRowOf(const QString& name, const QString& extension, qint64 pathIndex) {
     // The store compares names ignoring case, the disk may not: "Ninja.tzx"
     // and "NINJA.TZX" in one folder are two files with a row each.

@@ -38,6 +38,10 @@ RecordChange AddFileToTitle(qint64 titleId, const QString& path);
 // spells it) in the folder; 0 when none does, nothing after a store failure.
 std::optional<qint64> FileRowOf(const QString& name, const QString& extension, qint64 pathIndex);
 bool FileInDB(const QString& name, const QString& extension, qint64 pathIndex);
+// The same for a file given by its path.
+std::optional<qint64> FileRowAt(const QString& path);
+// The title a file row belongs to; 0 when there is no such row.
+qint64 TitleOfFile(qint64 fileId);
 
 // The title named CurName (cleaned, and left cleaned there) with that
 // publisher, or 0.

@@ -1,5 +1,7 @@
 #include "catalogue/Settings.h"
 
+#include "platform/Places.h"
+
 #include <QSettings>
 #include <memory>
 
@@ -10,9 +12,8 @@ namespace {
 QString settingsFile;
 
 std::unique_ptr<QSettings> Open() {
-    if (!settingsFile.isEmpty())
-        return std::make_unique<QSettings>(settingsFile, QSettings::IniFormat);
-    return std::make_unique<QSettings>(QStringLiteral("Cintal"), QStringLiteral("Cintal"));
+    return std::make_unique<QSettings>(
+        settingsFile.isEmpty() ? Places::SettingsFile() : settingsFile, QSettings::IniFormat);
 }
 
 QString KeyOf(const QString& section, const QString& key) {

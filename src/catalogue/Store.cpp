@@ -3,6 +3,7 @@
 #include "platform/ErrorText.h"
 #include "tape/Prompt.h"
 
+#include <QDir>
 #include <QFileInfo>
 #include <QHash>
 #include <QSqlError>
@@ -106,6 +107,8 @@ bool Store::CreateEmpty(const QString& path, QString* reason) {
         if (reason) *reason = QStringLiteral("ya existe el archivo");
         return false;
     }
+    // The user's data folder of an installed program may not exist yet.
+    QDir().mkpath(QFileInfo(path).absolutePath());
     bool ok = true;
     {
         QSqlDatabase db = QSqlDatabase::addDatabase("QSQLITE", "cintal-create");

@@ -56,15 +56,6 @@ int BoxOf(const std::string& name) {
     return -1;
 }
 
-// The file's row in the catalogue, found by folder, name and extension.
-std::optional<qint64> FileRowOf(const QString& path) {
-    const std::string p = path.toStdString();
-    const qint64 pathIndex = Records::FindPathIndex(QString::fromStdString(DirOf(p)));
-    if (pathIndex == 0) return 0;
-    return Records::FileRowOf(QString::fromStdString(FileNameOf(p)),
-                              QString::fromStdString(ExtensionOf(p)), pathIndex);
-}
-
 } // namespace
 
 int InfoCommand(const std::vector<std::string>& args, std::ostream& out, std::ostream& err) {
@@ -110,7 +101,7 @@ int InfoCommand(const std::vector<std::string>& args, std::ostream& out, std::os
                 << reason.toStdString() << "\n";
             return 2;
         }
-        fileId = FileRowOf(path);
+        fileId = Records::FileRowAt(path);
         if (!fileId) return 2;
     }
     // As the window does: the boxes show the fields, the user types, the

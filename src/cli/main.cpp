@@ -4,9 +4,14 @@
 
 #include <QCoreApplication>
 #include <iostream>
+#include <string_view>
 
 int main(int argc, char** argv) {
-    // Only for the program's folder, where the catalogue lies by default.
+    if (argc == 2 && std::string_view(argv[1]) == "--version") {
+        std::cout << "cintal-cli " CINTAL_VERSION "\n";
+        return 0;
+    }
+    // For the program's folder, which decides where the catalogue lies by default.
     QCoreApplication app(argc, argv);
     cintal::UseSpanish();
     cintal::UseFileSync();

@@ -82,6 +82,20 @@ void Info::Form_Load() {
     Loaded();
 }
 
+void Info::Form_LoadTape(const QString& path) {
+    tapeOnly = true;
+    AsciiOnly = true;
+    SetupGridTZX(*GridTZX);
+    FitBlockList();
+    for (QWidget* w : {static_cast<QWidget*>(Frame1), static_cast<QWidget*>(GridFiles)})
+        w->hide();
+    // Nothing to copy from or to without a title.
+    for (const auto& [box, button] : CommandATZX)
+        button->hide();
+    OpenFile(path);
+    Loaded();
+}
+
 void Info::ShowSource(int estado) {
     ComboEstado->clear();
     ComboEstado->addItems(kEstados);
@@ -228,7 +242,8 @@ bool Info::SaveTapeAndRow() {
     // The open file's row: while the user moves to another file, the
     // selection already stands on that one.
     const int row = openRow;
-    const qint64 fileId = Grids::FileAt(*GridFiles, row).FileId;
+    std::optional<qint64> fileId;
+    if (!tapeOnly) fileId = Grids::FileAt(*GridFiles, row).FileId;
     const Inspector::TapeSaved saved = logic.SaveTape(fileId);
     if (!saved.attempted) return false;
     if (saved.written) {
@@ -308,6 +323,7 @@ QString Info::PendingQuestion() const {
 
 bool Info::Form_Unload() {
     if (!SettlePending()) return false;
+    if (tapeOnly) return true;
     if (mainFiles) Grids::FillFiles(property("Tag").toLongLong(), *mainFiles);
     SaveTitle();
     return true;

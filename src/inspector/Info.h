@@ -38,6 +38,11 @@ public:
     ~Info() override;
 
     void Form_Load();
+    // The window on a tape the catalogue doesn't hold: the tape pane alone,
+    // whose archive information can still be edited and saved.
+    void Form_LoadTape(const QString& path);
+    // The file row Form_Load opens, from 1.
+    void StartAt(int row) { startRow = row; }
     // The closing of the window; false when the user chose to stay.
     bool Form_Unload() override;
 
@@ -143,7 +148,7 @@ protected:
     // differs where these say.
 
     // The file row opened when the window opens.
-    virtual int FirstFileRow() const { return 1; }
+    virtual int FirstFileRow() const { return startRow; }
     // The block (from 1) of the selected row of the block list, 0 for none.
     virtual int SelectedBlock() const { return GridTZX->SelectedRow(); }
     // The source list, filled and set from the title's cell; the compare
@@ -183,6 +188,9 @@ private:
     void SetTitleCell(const char* key, const QString& text, int icon = -1);
 
     bool closing = false;
+    int startRow = 1;
+    // A tape outside the catalogue: no title, no file row.
+    bool tapeOnly = false;
     // The row of the file list whose file is open.
     int openRow = 0;
     bool reselecting = false;

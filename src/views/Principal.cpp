@@ -6,6 +6,7 @@
 #include "catalogue/Store.h"
 #include "catalogue/Titles.h"
 #include "maintenance/Emulators.h"
+#include "platform/Places.h"
 #include "platform/Shell.h"
 #include "tape/Content.h"
 #include "tape/Prompt.h"
@@ -343,9 +344,8 @@ bool Principal::ShowScreenFromFiles() {
 
 void Principal::ShowScreen(const QString& path) {
     LabelScreenSource->hide();
-    // An empty path is the default screen beside the program.
-    const QString fallback =
-        QDir(QCoreApplication::applicationDirPath()).filePath(QStringLiteral("z80.scr"));
+    // An empty path is the default screen the program ships with.
+    const QString fallback = Places::SharedFile(QStringLiteral("z80.scr"));
     SCRImage1->SetDefaultFile(fallback);
     SCRImage1->SetFile(path.isEmpty() ? fallback : path);
 }

@@ -100,6 +100,10 @@ public:
     void mnuDelFile_Click();
     void mnuRenombra_Click();
     void mnuTap2Tzx_Click();
+    // A file given on the command line, as a double click in the file
+    // manager gives it: a tape opens in the inspector, with its title when
+    // the catalogue holds it; anything else is told, over the main window.
+    void OpenGivenFile(const QString& file);
 
     // The file dialog of AddFileByHand: given the filter, gives the chosen
     // path or nothing. Tests put their own choice here.

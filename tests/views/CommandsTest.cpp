@@ -1,9 +1,10 @@
-// The main window's toolbar and popup menus driven as a user would: the
-// questions asked, what the grids show afterwards, what the store and the
-// disk hold, and what is handed to the browser.
+// The main window's toolbar, popup menus and the file it is given, driven as
+// a user would: the questions asked, what the grids show afterwards, what the
+// store and the disk hold, and what is handed to the browser.
 
 #include "../catalogue/CatalogueFixture.h"
 #include "../tape/TestSupport.h"
+#include "inspector/Info.h"
 #include "platform/Shell.h"
 #include "views/Principal.h"
 #include "widgets/ComboAutoComplete.h"
@@ -382,6 +383,65 @@ TEST(ComboAutoCompleteTest, ProposesTheRestOfTheFirstItemAndSwallowsOtherKeys) {
     edit->setCursorPosition(0);
     EXPECT_EQ(ComboAutoComplete(&box, 8, false), 0);
     EXPECT_EQ(state(), "|");
+}
+
+// A file given on the command line, as a double click in the file manager
+// gives it.
+TEST_F(CommandsTest, AGivenTapeOpensInTheInspectorWithItsTitleOrAlone) {
+    Path(1, one);
+    File(TitleWithId("Juego"), "juego", "tzx");
+    const Bytes tape = Tape({Archive({{0, "Juego"}}), Std(RomHeader(3, "juego"))}, 1, 13);
+    WriteFile(QDir(one).filePath("juego.tzx"), QByteArray::fromStdString(tape));
+    QDir(dir.path()).mkpath("fuera");
+    const QString loose = dir.filePath("fuera/suelta.tzx");
+    WriteFile(loose, QByteArray::fromStdString(tape));
+    const QString text = dir.filePath("fuera/nota.txt");
+    WriteFile(text, "hola");
+    Load();
+    struct Seen {
+        QString name, path;
+        bool titlePane;
+    };
+    std::vector<Seen> seen;
+    std::function<void(Info&)> act = [](Info&) {};
+    frm.RunModal = [&](QDialog& window) {
+        auto& info = static_cast<Info&>(window);
+        seen.push_back({info.TextName->text(), info.TextPath->text(), !info.Frame1->isHidden()});
+        act(info);
+        window.close();
+    };
+
+    // In the catalogue: its title, selected in the main window too.
+    frm.OpenGivenFile(QDir(one).filePath("juego.tzx"));
+    ASSERT_EQ(seen.size(), 1u);
+    EXPECT_EQ(S(seen[0].name), "Juego");
+    EXPECT_EQ(seen[0].path, QDir(one).filePath("juego.tzx"));
+    EXPECT_TRUE(seen[0].titlePane);
+    EXPECT_EQ(S(TitleCell("ColName")), "Juego");
+
+    // Outside it: the tape pane alone, whose information still saves.
+    act = [](Info& info) {
+        info.SetBoxText(Box::Title, "Suelta");
+        info.TextInfo_KeyUp();
+        EXPECT_TRUE(info.CmdTZXSave_Click());
+    };
+    frm.OpenGivenFile(loose);
+    ASSERT_EQ(seen.size(), 2u);
+    EXPECT_EQ(seen[1].path, loose);
+    EXPECT_FALSE(seen[1].titlePane);
+    EXPECT_NE(Contents(loose).indexOf("Suelta"), -1);
+    EXPECT_EQ(Count("tFiles"), 1);
+    EXPECT_EQ(Shown(), Texts{}) << "nothing was left pending to ask about";
+
+    // Not a tape, or no file: said over the main window.
+    frm.OpenGivenFile(text);
+    frm.OpenGivenFile(dir.filePath("fuera/no.tzx"));
+    EXPECT_EQ(seen.size(), 2u);
+    EXPECT_EQ(Shown(), (Texts{Box("El archivo " + S(text) +
+                                      " no es una cinta TZX: no se puede ver en el inspector",
+                                  "Cintal", Icon::Exclamation),
+                              Box("No se encuentra el archivo " + S(dir.filePath("fuera/no.tzx")),
+                                  "Cintal", Icon::Exclamation)}));
 }
 
 } // namespace

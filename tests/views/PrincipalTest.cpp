@@ -124,8 +124,10 @@ TEST_F(PrincipalTest, WithoutACatalogueNoEndsTheRunAndMakesNothing) {
     EXPECT_EQ(prompt.shown.size(), 1u);
     EXPECT_FALSE(QFileInfo::exists(db));
 
-    // Sí where no file can be made ends the run too, saying why.
-    const QString nowhere = dir.filePath("no-existe/cintal.mdb");
+    // Sí where no file can be made (its folder is a file) ends the run too,
+    // saying why.
+    WriteFile(dir.filePath("archivo"), "x");
+    const QString nowhere = dir.filePath("archivo/cintal.mdb");
     prompt.Answer(Button::Yes);
     Principal again;
     EXPECT_FALSE(again.Form_Load(nowhere));
