@@ -5,7 +5,7 @@
 # cintal-cli puts its catalogue. With "deb", also makes and reads the package.
 # Usage: check_install.sh BUILD VERSION APP_ID [deb]
 set -euo pipefail
-build=$1 version=$2 id=$3
+build=$(cd "$1" && pwd) version=$2 id=$3
 scratch=$(mktemp -d)
 trap 'chmod -R u+w "$scratch"; rm -rf "$scratch"' EXIT
 fail() { echo "FALLO: $*" >&2; exit 1; }
@@ -32,7 +32,7 @@ appstreamcli validate --no-net "$root/share/metainfo/$id.metainfo.xml" >/dev/nul
 # its first bytes.
 mkdir -p "$scratch/mime/packages"
 cp "$root/share/mime/packages/cintal.xml" "$scratch/mime/packages/"
-out=$(update-mime-database "$scratch/mime" 2>&1)
+out=$(XDG_DATA_HOME=$scratch update-mime-database "$scratch/mime" 2>&1)
 [[ -z $out ]] || fail "update-mime-database: $out"
 grep -q 'application/x-spectrum-tzx:\*\.tzx' "$scratch/mime/globs2" || fail "glob de TZX"
 for ext in tap z80 sna; do
