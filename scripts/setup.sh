@@ -1,7 +1,7 @@
 # Installs what Cintal needs to build, test and run (Debian, as root), and
 # configures and builds it in build/. Sourced by run.sh and test.sh.
 
-packages=(cmake ninja-build g++ libgtest-dev libbenchmark-dev qt6-base-dev libqt6sql6-sqlite qt6-translations-l10n qt6-multimedia-dev libarchive-dev zlib1g-dev)
+packages=(cmake ninja-build g++ libgtest-dev libbenchmark-dev qt6-base-dev libqt6sql6-sqlite qt6-translations-l10n qt6-multimedia-dev libarchive-dev zlib1g-dev desktop-file-utils appstream dpkg-dev shared-mime-info)
 need=()
 for pkg in "${packages[@]}"; do
     dpkg -s "$pkg" >/dev/null 2>&1 || need+=("$pkg")
