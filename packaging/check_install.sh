@@ -51,9 +51,13 @@ chmod a-w "$root/bin"
 home=$scratch/home
 mkdir -p "$home"
 user() { env HOME="$home" XDG_DATA_HOME="$home/.local/share" XDG_CONFIG_HOME="$home/.config" "$@"; }
+data=$home/.local/share/cintal
+said=$(user "$root/bin/cintal-cli" titles 2>&1) && fail "titles sin catálogo"
+[[ $said == "No se puede abrir el catálogo $data/cintal.mdb: no existe el archivo
+Para crear uno vacío: cintal-cli init" ]] || fail "titles sin catálogo dijo: $said"
 said=$(user "$root/bin/cintal-cli" init)
-[[ $said == "Catálogo creado: $home/.local/share/cintal/cintal.mdb" ]] || fail "init dijo: $said"
-[[ -f $home/.local/share/cintal/cintal.mdb && ! -e $root/bin/cintal.mdb ]] || fail "catálogo"
+[[ $said == "Catálogo creado: $data/cintal.mdb" ]] || fail "init dijo: $said"
+[[ -f $data/cintal.mdb && ! -e $root/bin/cintal.mdb ]] || fail "catálogo"
 user "$root/bin/cintal-cli" titles >/dev/null || fail "titles sin --db"
 mkdir "$scratch/portable"
 cp "$root/bin/cintal-cli" "$scratch/portable/"

@@ -17,13 +17,12 @@ namespace cintal::cli {
 
 namespace {
 
-// "VERB [--db FILE]": the catalogue given, or the program's own.
+// "VERB [--db FILE]": the catalogue given, or empty for the program's own.
 int DbOption(const std::vector<std::string>& args, const char* usage, QString& db,
              std::ostream& out, std::ostream& err) {
     Arguments a;
     const int status = Stop(a.Parse(args, {{{"--db", true}}, 0, 0, usage}, out, err));
     db = QString::fromStdString(a.Value("--db"));
-    if (db.isEmpty()) db = Comunes::DefaultDbPath();
     return status;
 }
 
@@ -48,11 +47,14 @@ int FolderArguments(const std::vector<std::string>& args, const char* verb, QStr
 } // namespace
 
 bool OpenCatalogue(QString db, std::ostream& err) {
-    if (db.isEmpty()) db = Comunes::DefaultDbPath();
+    const bool own = db.isEmpty();
+    if (own) db = Comunes::DefaultDbPath();
     QString reason;
     if (Comunes::InitGlobals(db, &reason)) return true;
     err << "No se puede abrir el catálogo " << db.toStdString() << ": " << reason.toStdString()
         << "\n";
+    // A first run without a catalogue of its own: where the answer is.
+    if (own && !QFileInfo::exists(db)) err << "Para crear uno vacío: cintal-cli init\n";
     return false;
 }
 
@@ -61,6 +63,7 @@ int Init(const std::vector<std::string>& args, std::ostream& out, std::ostream& 
     if (const int status = DbOption(args, "Uso: cintal-cli init [--db ARCHIVO]\n", db, out, err);
         status >= 0)
         return status;
+    if (db.isEmpty()) db = Comunes::DefaultDbPath();
     QString reason;
     if (!Store::CreateEmpty(db, &reason)) {
         err << "No se puede crear el catálogo " << db.toStdString() << ": " << reason.toStdString()
