@@ -3,7 +3,6 @@
 #include "widgets/FolderTree.h"
 
 #include "catalogue/Settings.h"
-#include "platform/Spanish.h"
 
 #include <QApplication>
 #include <QDir>
@@ -42,13 +41,14 @@ BuscarDirs::BuscarDirs(QWidget* parent)
 
     Frame1 = new QGroupBox(QStringLiteral("Archivos agregados"));
     Frame1->setObjectName("Frame1");
-    QGridLayout* grid = Counters(Frame1, {{"Total encontrados:", &LabelTotal},
-                                          {"Total procesados:", &LabelParcial},
-                                          {"A entradas nuevas:", &LabelCreada},
-                                          {"A entradas existentes:", &LabelAgregada},
-                                          {"Archivos omitidos:", &LabelOmitida},
-                                          {"Compañías agregadas:", &LabelNwComp},
-                                          {"Tiempo empleado:", &LabelTiempo, "0:00:00"},
+    const ScanCounters& c = scanner.counters;
+    QGridLayout* grid = Counters(Frame1, {{"Total encontrados:", &LabelTotal, &c.Total},
+                                          {"Total procesados:", &LabelParcial, &c.Parcial},
+                                          {"A entradas nuevas:", &LabelCreada, &c.Creada},
+                                          {"A entradas existentes:", &LabelAgregada, &c.Agregada},
+                                          {"Archivos omitidos:", &LabelOmitida, &c.Omitida},
+                                          {"Compañías agregadas:", &LabelNwComp, &c.NwComp},
+                                          {"Tiempo empleado:", &LabelTiempo, nullptr, "0:00:00"},
                                           {"Archivos con info:", &Label7}});
     // Kept from the old window, out of sight: nothing counts it any more.
     Label1 = static_cast<QLabel*>(grid->itemAtPosition(grid->rowCount() - 1, 0)->widget());
@@ -105,13 +105,7 @@ void BuscarDirs::CommandSelecciona_Click() {
 }
 
 void BuscarDirs::ShowProgress(const Scanner& s) {
-    const ScanCounters& c = s.counters;
-    LabelTotal->setText(Number(c.Total));
-    LabelParcial->setText(Number(c.Parcial));
-    LabelCreada->setText(Number(c.Creada));
-    LabelAgregada->setText(Number(c.Agregada));
-    LabelOmitida->setText(Number(c.Omitida));
-    LabelNwComp->setText(Number(c.NwComp));
+    ShowCounts();
     LabelTiempo->setText(Scanner::FormatElapsed(s.elapsedMs));
     LabelEstado->setText(s.Estado);
     // The lists fill as the walk finds folders and files.

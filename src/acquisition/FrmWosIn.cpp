@@ -5,7 +5,6 @@
 #include "catalogue/Settings.h"
 #include "platform/PathCase.h"
 #include "platform/Places.h"
-#include "platform/Spanish.h"
 
 #include <QApplication>
 #include <QButtonGroup>
@@ -70,11 +69,12 @@ FrmWosIn::FrmWosIn(QWidget* parent)
     }
 
     auto* counts = new QGroupBox(QStringLiteral("Títulos importados"));
-    Counters(counts, {{"Páginas leídas:", &LabelPaginas},
-                      {"Títulos nuevos:", &LabelNuevos},
-                      {"Títulos existentes:", &LabelExistentes},
-                      {"Compañías agregadas:", &LabelNwComp},
-                      {"Tiempo empleado:", &LabelTiempo, "0:00:00"}});
+    const WosCounters& c = importer.counters;
+    Counters(counts, {{"Páginas leídas:", &LabelPaginas, &c.Paginas},
+                      {"Títulos nuevos:", &LabelNuevos, &c.Nuevos},
+                      {"Títulos existentes:", &LabelExistentes, &c.Existentes},
+                      {"Compañías agregadas:", &LabelNwComp, &c.NwComp},
+                      {"Tiempo empleado:", &LabelTiempo, nullptr, "0:00:00"}});
 
     Label1 = new QLabel;
     Label1->setObjectName("Label1");
@@ -146,11 +146,7 @@ void FrmWosIn::CommandSelecciona_Click() {
 }
 
 void FrmWosIn::ShowProgress(const WosImporter& w) {
-    const WosCounters& c = w.counters;
-    LabelPaginas->setText(Number(c.Paginas));
-    LabelNuevos->setText(Number(c.Nuevos));
-    LabelExistentes->setText(Number(c.Existentes));
-    LabelNwComp->setText(Number(c.NwComp));
+    ShowCounts();
     LabelTiempo->setText(Scanner::FormatElapsed(w.elapsedMs));
     Label1->setText(w.Label1);
     ProgressBar1->setRange(0, std::max(1, w.pagesTotal));

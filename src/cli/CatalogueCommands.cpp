@@ -58,6 +58,21 @@ bool OpenCatalogue(QString db, std::ostream& err) {
     return false;
 }
 
+int CatalogueChange::Open(const std::vector<std::string>& args, const CommandSpec& spec,
+                          std::initializer_list<const char*> idOptions, std::ostream& out) {
+    if (const int status = Stop(a.Parse(args, spec, out, err)); status >= 0) return status;
+    for (const char* option : idOptions) {
+        ids.push_back(IdOf(a.Value(option)));
+        if (ids.back() <= 0) {
+            err << spec.usage;
+            return 2;
+        }
+    }
+    prompt.emplace(err, a.Has("--yes"));
+    scope.emplace(*prompt);
+    return OpenCatalogue(QString::fromStdString(a.Value("--db")), err) ? -1 : 2;
+}
+
 int Init(const std::vector<std::string>& args, std::ostream& out, std::ostream& err) {
     QString db;
     if (const int status = DbOption(args, "Uso: cintal-cli init [--db ARCHIVO]\n", db, out, err);

@@ -52,27 +52,21 @@ int Purge(const std::vector<std::string>& args, std::ostream& out, std::ostream&
 }
 
 int Merge(const std::vector<std::string>& args, std::ostream& out, std::ostream& err) {
-    const char* usage =
-        "Uso: cintal-cli merge --from TÍTULO --into TÍTULO [--yes] [--db CATÁLOGO]\n";
-    Arguments a;
-    if (const int status = Stop(a.Parse(
-            args, {{{"--db", true}, {"--from", true}, {"--into", true}, {"--yes"}}, 0, 0, usage},
-            out, err));
-        status >= 0)
-        return status;
-    const QString db = QString::fromStdString(a.Value("--db"));
-    TitleMover mover;
-    mover.from = IdOf(a.Value("--from"));
-    mover.into = IdOf(a.Value("--into"));
-    if (mover.from <= 0 || mover.into <= 0) {
-        err << usage;
-        return 2;
-    }
     // The question of a newer tape version is answered by --yes: nothing is
     // written that the user wasn't asked about.
-    CliPrompt prompt(err, a.Has("--yes"));
-    PromptScope scope(prompt);
-    if (!OpenCatalogue(db, err)) return 2;
+    CatalogueChange change(err);
+    if (const int status = change.Open(
+            args,
+            {{{"--db", true}, {"--from", true}, {"--into", true}, {"--yes"}},
+             0,
+             0,
+             "Uso: cintal-cli merge --from TÍTULO --into TÍTULO [--yes] [--db CATÁLOGO]\n"},
+            {"--from", "--into"}, out);
+        status >= 0)
+        return status;
+    TitleMover mover;
+    mover.from = change.ids[0];
+    mover.into = change.ids[1];
     QSqlQuery q = Store::NewQuery();
     if (!Store::Exec(q, "SELECT TitleId FROM Titles WHERE TitleId = ?", {mover.from})) return 2;
     const bool fromExists = q.next();

@@ -95,22 +95,18 @@ int Reorganise(const std::vector<std::string>& args, std::ostream& out, std::ost
 namespace cintal::cli {
 
 int Rename(const std::vector<std::string>& args, std::ostream& out, std::ostream& err) {
-    const char* usage = "Uso: cintal-cli rename --file FILEID NUEVO [--yes] [--db CATÁLOGO]\n";
-    Arguments a;
-    if (const int status = Stop(
-            a.Parse(args, {{{"--db", true}, {"--file", true}, {"--yes"}}, 1, 1, usage}, out, err));
+    CatalogueChange change(err);
+    if (const int status =
+            change.Open(args,
+                        {{{"--db", true}, {"--file", true}, {"--yes"}},
+                         1,
+                         1,
+                         "Uso: cintal-cli rename --file FILEID NUEVO [--yes] [--db CATÁLOGO]\n"},
+                        {"--file"}, out);
         status >= 0)
         return status;
-    const QString db = QString::fromStdString(a.Value("--db"));
-    const qint64 fileId = IdOf(a.Value("--file"));
-    const QString newBase = QString::fromStdString(a.words[0]);
-    if (fileId <= 0) {
-        err << usage;
-        return 2;
-    }
-    CliPrompt prompt(err, a.Has("--yes"));
-    PromptScope scope(prompt);
-    if (!OpenCatalogue(db, err)) return 2;
+    const qint64 fileId = change.ids[0];
+    const QString newBase = QString::fromStdString(change.a.words[0]);
     QSqlQuery q = Store::NewQuery();
     if (!Store::Exec(q, "SELECT FileName, Extension, PathIndex FROM tFiles WHERE FileId = ?",
                      {fileId}))

@@ -283,22 +283,13 @@ void Info::CommandaDB_Click(Box box) {
 }
 
 void Info::CommandATZX_Click(Box box) {
-    switch (box) {
-    case Box::Title:
-        SetBoxText(box, TextName->text());
-        break;
-    case Box::Publisher:
-        SetBoxText(box, ComboPub->currentText());
-        break;
-    case Box::Year:
-        SetBoxText(box, ListYear->currentText());
-        break;
-    case Box::Type:
-        SetBoxText(box, ComboTipo->currentText());
-        break;
-    default:
-        return;
-    }
+    const std::map<Box, QString> record = {{Box::Title, TextName->text()},
+                                           {Box::Publisher, ComboPub->currentText()},
+                                           {Box::Year, ListYear->currentText()},
+                                           {Box::Type, ComboTipo->currentText()}};
+    const auto copied = record.find(box);
+    if (copied == record.end()) return;
+    SetBoxText(box, copied->second);
     // A copied text is an edit of the tape like a typed one.
     const bool pending = logic.Pending();
     const std::string before = logic.WrittenText(box);

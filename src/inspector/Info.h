@@ -6,6 +6,7 @@
 
 #include "inspector/Inspector.h"
 #include "inspector/ModalWindow.h"
+#include "inspector/TitlePane.h"
 #include "widgets/Grid.h"
 #include "widgets/ScrImage.h"
 
@@ -29,7 +30,7 @@
 
 namespace cintal {
 
-class Info : public ModalWindow {
+class Info : public ModalWindow, public TitleBoxes {
     Q_OBJECT
 public:
     // titles and files are the main window's grids: the selected title is
@@ -93,17 +94,10 @@ signals:
     void TitleRowSaved();
 
 public:
-    // Catalogue pane.
-    QGroupBox* Frame1;
-    std::map<int, QLabel*> LabelInfo;
-    QLineEdit* TextName;
-    QComboBox* ComboPub;
-    QComboBox* ListYear;
-    QComboBox* ComboTipo;
+    // Catalogue pane, besides its TitleBoxes.
     QLabel* Label2;
     QComboBox* ComboEstado;
     std::map<Box, QToolButton*> CommandaDB;
-    QString ComboPubTag;
 
     // Tape pane.
     QGroupBox* FrameInfo;

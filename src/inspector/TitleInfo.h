@@ -4,6 +4,7 @@
 // was changed in the title's row and in the main window's title row.
 
 #include "inspector/ModalWindow.h"
+#include "inspector/TitlePane.h"
 #include "widgets/Grid.h"
 #include "widgets/IconSet.h"
 
@@ -16,7 +17,7 @@
 
 namespace cintal {
 
-class TitleInfo : public ModalWindow {
+class TitleInfo : public ModalWindow, public TitleBoxes {
     Q_OBJECT
 public:
     // titles is the main window's title grid, whose selected row is shown;
@@ -29,16 +30,9 @@ public:
     bool Form_Unload() override;
     void ComboPub_LostFocus();
 
-    QGroupBox* Frame1;
-    std::map<int, QLabel*> LabelInfo;
-    QLineEdit* TextName;
-    QComboBox* ComboPub;
-    QComboBox* ListYear;
-    QComboBox* ComboTipo;
     QComboBox* vbalCboEx1;
     QLabel* Estado;
     Grid* GridFiles;
-    QString ComboPubTag = QStringLiteral("0");
 
 protected:
 private:

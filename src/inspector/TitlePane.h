@@ -7,6 +7,27 @@
 
 #include <QComboBox>
 #include <QString>
+#include <map>
+
+class QGroupBox;
+class QLabel;
+class QLineEdit;
+
+namespace cintal {
+
+// The boxes of a title's record, as both windows lay them out.
+struct TitleBoxes {
+    QGroupBox* Frame1;
+    std::map<int, QLabel*> LabelInfo;
+    QLineEdit* TextName;
+    QComboBox* ComboPub;
+    QComboBox* ListYear;
+    QComboBox* ComboTipo;
+    // The publisher's id as text, as leaving ComboPub last settled it.
+    QString ComboPubTag = QStringLiteral("0");
+};
+
+} // namespace cintal
 
 namespace cintal::TitlePane {
 

@@ -1,7 +1,6 @@
 #include "maintenance/Ordena.h"
 
 #include "catalogue/Comunes.h"
-#include "platform/Spanish.h"
 #include "tape/Prompt.h"
 #include "widgets/FolderTree.h"
 #include "widgets/Grid.h"
@@ -72,11 +71,12 @@ Ordena::Ordena(Grid* titles, Grid* files, QWidget* parent)
     connect(CommandOrdenar, &QPushButton::clicked, this, &Ordena::CommandOrdenar_Click);
 
     auto* counts = new QGroupBox;
-    Counters(counts, {{"Títulos:", &LabelTitulos},
-                      {"Archivos movidos:", &LabelMovidos},
-                      {"Archivos laterales movidos:", &LabelLaterales},
-                      {"Omitidos:", &LabelOmitidos},
-                      {"Fallidos:", &LabelFallidos}});
+    const ReorgCounters& c = reorganiser.counters;
+    Counters(counts, {{"Títulos:", &LabelTitulos, &c.Titulos},
+                      {"Archivos movidos:", &LabelMovidos, &c.Movidos},
+                      {"Archivos laterales movidos:", &LabelLaterales, &c.Laterales},
+                      {"Omitidos:", &LabelOmitidos, &c.Omitidos},
+                      {"Fallidos:", &LabelFallidos, &c.Fallidos}});
     LabelFallidos->setObjectName("LabelFallidos");
     ListPlan = List("ListPlan");
 
@@ -132,11 +132,7 @@ std::vector<ReorgTitle> Ordena::ListedTitles() {
 }
 
 void Ordena::ShowCounters(const Reorganiser& r) {
-    LabelTitulos->setText(Number(r.counters.Titulos));
-    LabelMovidos->setText(Number(r.counters.Movidos));
-    LabelLaterales->setText(Number(r.counters.Laterales));
-    LabelOmitidos->setText(Number(r.counters.Omitidos));
-    LabelFallidos->setText(Number(r.counters.Fallidos));
+    ShowCounts();
     ProgressBar1->setRange(0, std::max(1, r.titlesTotal));
     ProgressBar1->setValue(static_cast<int>(r.counters.Titulos));
 }

@@ -44,52 +44,52 @@ QString QtFilter(const QString& filter) {
 
 void Principal::BuildCommands() {
     using Pictures::Tool;
-    auto button = [this](QAction*& action, const char* name, Tool tool, const QString& tip) {
+    using Slot = void (Principal::*)();
+    auto button = [this](QAction*& action, const char* name, Tool tool, const QString& tip,
+                         Slot slot) {
         action = Toolbar->addAction(Pictures::ToolPicture(tool), tip);
         action->setObjectName(name);
         action->setToolTip(tip);
+        connect(action, &QAction::triggered, this, slot);
     };
-    button(CmdSearch, "CmdSearch", Tool::Search, QStringLiteral("Buscar archivos en disco"));
-    button(ImportaWOS, "ImportaWOS", Tool::ImportWeb, QString());
-    button(CmdImportar, "CmdImportar", Tool::ImportFrom, QStringLiteral("Importar registros"));
-    button(CmdModify, "CmdModify", Tool::Modify, QStringLiteral("Información del registro"));
-    button(Command3, "Command3", Tool::Reorder, QStringLiteral("Reordenar colección"));
-    button(Command7, "Command7", Tool::Options, QStringLiteral("Opciones"));
-    button(CmdLimpiaEmpty, "CmdLimpiaEmpty", Tool::Empty, QStringLiteral("Vacía la base de datos"));
-    button(Command2, "Command2", Tool::Compare, QStringLiteral("Comparar cintas"));
+    auto item = [this](QMenu* menu, QAction*& action, const QString& text, Slot slot) {
+        action = menu->addAction(text);
+        connect(action, &QAction::triggered, this, slot);
+    };
+    button(CmdSearch, "CmdSearch", Tool::Search, QStringLiteral("Buscar archivos en disco"),
+           &Principal::CmdSearch_Click);
+    button(ImportaWOS, "ImportaWOS", Tool::ImportWeb, QString(), &Principal::ImportaWOS_Click);
+    button(CmdImportar, "CmdImportar", Tool::ImportFrom, QStringLiteral("Importar registros"),
+           &Principal::CmdImportar_Click);
+    button(CmdModify, "CmdModify", Tool::Modify, QStringLiteral("Información del registro"),
+           &Principal::CmdModify_Click);
+    button(Command3, "Command3", Tool::Reorder, QStringLiteral("Reordenar colección"),
+           &Principal::Command3_Click);
+    button(Command7, "Command7", Tool::Options, QStringLiteral("Opciones"),
+           &Principal::Command7_Click);
+    button(CmdLimpiaEmpty, "CmdLimpiaEmpty", Tool::Empty, QStringLiteral("Vacía la base de datos"),
+           &Principal::CmdLimpiaEmpty_Click);
+    button(Command2, "Command2", Tool::Compare, QStringLiteral("Comparar cintas"),
+           &Principal::Command2_Click);
     CmdModify->setEnabled(false);
     // Comparing starts from a title with a tape: off until one is selected.
     Command2->setEnabled(false);
-    connect(CmdSearch, &QAction::triggered, this, &Principal::CmdSearch_Click);
-    connect(CmdModify, &QAction::triggered, this, &Principal::CmdModify_Click);
-    connect(Command3, &QAction::triggered, this, &Principal::Command3_Click);
-    connect(Command7, &QAction::triggered, this, &Principal::Command7_Click);
-    connect(CmdLimpiaEmpty, &QAction::triggered, this, &Principal::CmdLimpiaEmpty_Click);
-    connect(Command2, &QAction::triggered, this, &Principal::Command2_Click);
-    connect(ImportaWOS, &QAction::triggered, this, &Principal::ImportaWOS_Click);
-    connect(CmdImportar, &QAction::triggered, this, &Principal::CmdImportar_Click);
 
     Menupop = new QMenu(this);
     Menupop->setObjectName("Menupop");
-    mnuAddDBfile = Menupop->addAction(QStringLiteral("Añadir archivo..."));
-    mnuInfoseek = Menupop->addAction(QStringLiteral("Infoseek"));
-    MnuTipShop = Menupop->addAction(QStringLiteral("The TipShop"));
-    mnuDelTitle = Menupop->addAction(QStringLiteral("Elimina registro"));
-    mnuCambiaTitle = Menupop->addAction(QStringLiteral("Mover archivos a otro título..."));
+    item(Menupop, mnuAddDBfile, QStringLiteral("Añadir archivo..."),
+         &Principal::mnuAddDBfile_Click);
+    item(Menupop, mnuInfoseek, QStringLiteral("Infoseek"), &Principal::mnuInfoseek_Click);
+    item(Menupop, MnuTipShop, QStringLiteral("The TipShop"), &Principal::MnuTipShop_Click);
+    item(Menupop, mnuDelTitle, QStringLiteral("Elimina registro"), &Principal::mnuDelTitle_Click);
+    item(Menupop, mnuCambiaTitle, QStringLiteral("Mover archivos a otro título..."),
+         &Principal::mnuCambiaTitle_Click);
     mnuCambiaTitle->setEnabled(false);
     Menupop2 = new QMenu(this);
     Menupop2->setObjectName("Menupop2");
-    mnuDelFile = Menupop2->addAction(QStringLiteral("Elimina registro"));
-    mnuRenombra = Menupop2->addAction(QStringLiteral("Renombra archivo"));
-    mnuTap2Tzx = Menupop2->addAction(QStringLiteral("Convertir en TZX"));
-    connect(mnuAddDBfile, &QAction::triggered, this, &Principal::mnuAddDBfile_Click);
-    connect(mnuInfoseek, &QAction::triggered, this, &Principal::mnuInfoseek_Click);
-    connect(MnuTipShop, &QAction::triggered, this, &Principal::MnuTipShop_Click);
-    connect(mnuDelTitle, &QAction::triggered, this, &Principal::mnuDelTitle_Click);
-    connect(mnuCambiaTitle, &QAction::triggered, this, &Principal::mnuCambiaTitle_Click);
-    connect(mnuDelFile, &QAction::triggered, this, &Principal::mnuDelFile_Click);
-    connect(mnuRenombra, &QAction::triggered, this, &Principal::mnuRenombra_Click);
-    connect(mnuTap2Tzx, &QAction::triggered, this, &Principal::mnuTap2Tzx_Click);
+    item(Menupop2, mnuDelFile, QStringLiteral("Elimina registro"), &Principal::mnuDelFile_Click);
+    item(Menupop2, mnuRenombra, QStringLiteral("Renombra archivo"), &Principal::mnuRenombra_Click);
+    item(Menupop2, mnuTap2Tzx, QStringLiteral("Convertir en TZX"), &Principal::mnuTap2Tzx_Click);
 
     connect(GridTitles, &Grid::RightButton, this, [this](const QPoint& at) { Menupop->popup(at); });
     connect(GridFiles, &Grid::RightButton, this, [this](const QPoint& at) {
@@ -228,8 +228,8 @@ void Principal::mnuDelFile_Click() {
     if (Ask("¿Desea eliminar la entrada \"" + QDir(file.Dir).filePath(file.FileName) + "\"?",
             QStringLiteral("Eliminar registro"), Icon::Critical, Buttons::YesNo) != Button::Yes)
         return;
-    if (Records::DelFileRecord(file.FileId, Grids::SelectedTitle(*GridTitles).TitleId,
-                               moreFiles) == Records::RecordChange::Failed)
+    if (Records::DelFileRecord(file.FileId, Grids::SelectedTitle(*GridTitles).TitleId, moreFiles) ==
+        Records::RecordChange::Failed)
         return;
     const QString path = file.Path();
     if (Ask(QStringLiteral("¿Eliminar también físicamente el archivo del disco duro?"),

@@ -2,6 +2,8 @@
 
 #include "widgets/FolderTree.h"
 
+#include "platform/Spanish.h"
+
 #include <QApplication>
 #include <QGridLayout>
 #include <QGroupBox>
@@ -39,10 +41,16 @@ QGridLayout* FolderJob::Counters(QGroupBox* box, std::initializer_list<CounterRo
         l->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
         l->setMinimumWidth(70);
         *row.label = l;
+        if (row.count) counts.emplace_back(l, row.count);
         grid->addWidget(new QLabel(QString::fromUtf8(row.caption)), r, 0);
         grid->addWidget(l, r++, 1);
     }
     return grid;
+}
+
+void FolderJob::ShowCounts() {
+    for (const auto& [label, count] : counts)
+        label->setText(Number(*count));
 }
 
 QListWidget* FolderJob::List(const char* name) {

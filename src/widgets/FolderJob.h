@@ -6,6 +6,8 @@
 #include <QDialog>
 #include <functional>
 #include <initializer_list>
+#include <utility>
+#include <vector>
 
 class QGridLayout;
 class QGroupBox;
@@ -35,11 +37,15 @@ protected:
     struct CounterRow {
         const char* caption;
         QLabel** label;
+        // The work's own counter that the label shows, if it shows one.
+        const qint64* count = nullptr;
         const char* start = "0";
     };
     // Lays the counters out in box, a caption beside each; the grid is left
     // for a window that has a row of its own to add.
-    static QGridLayout* Counters(QGroupBox* box, std::initializer_list<CounterRow> rows);
+    QGridLayout* Counters(QGroupBox* box, std::initializer_list<CounterRow> rows);
+    // Writes every counter laid out with its count as the work has it now.
+    void ShowCounts();
     // A list the window names, so that its tests can find it.
     static QListWidget* List(const char* name);
     // "Carpeta:", the chosen path and the tree, which takes treeStretch.
@@ -48,6 +54,9 @@ protected:
     static void Busy(const std::function<void()>& work);
 
     QString dir1Path;
+
+private:
+    std::vector<std::pair<QLabel*, const qint64*>> counts;
 };
 
 } // namespace cintal

@@ -6,6 +6,7 @@
 #include <QPixmap>
 #include <cmath>
 #include <functional>
+#include <initializer_list>
 #include <utility>
 
 namespace cintal::Pictures {
@@ -29,6 +30,26 @@ QIcon Make(const Draw& draw) {
         icon.addPixmap(pm);
     }
     return icon;
+}
+
+// A closed outline through the corners given, in order.
+QPainterPath Outline(const QPolygonF& corners) {
+    QPainterPath path;
+    path.addPolygon(corners);
+    path.closeSubpath();
+    return path;
+}
+
+// count corners evenly around centre from the angle start, each at the
+// distance radius gives for its number.
+QPolygonF Around(QPointF centre, int count, double start,
+                 const std::function<double(int)>& radius) {
+    QPolygonF corners;
+    for (int i = 0; i < count; ++i) {
+        const double a = start + i * 2 * M_PI / count;
+        corners << centre + radius(i) * QPointF(std::cos(a), std::sin(a));
+    }
+    return corners;
 }
 
 void Disc(QPainter& p, const QColor& fill) {
@@ -455,20 +476,10 @@ IconSet ImageListFrom() {
         Letter(p, QStringLiteral("M"), Qt::white, 9);
     }));
     set.Add(Make([](QPainter& p) { // original edition: a star
-        QPainterPath star;
-        for (int i = 0; i < 10; ++i) {
-            const double a = -M_PI / 2 + i * M_PI / 5;
-            const double r = i % 2 ? 3.2 : 7.5;
-            const QPointF pt(8 + r * std::cos(a), 8.5 + r * std::sin(a));
-            if (i == 0)
-                star.moveTo(pt);
-            else
-                star.lineTo(pt);
-        }
-        star.closeSubpath();
         p.setPen(QPen(QColor(0xF5, 0x7F, 0x17), 1));
         p.setBrush(QColor(0xFF, 0xCA, 0x28));
-        p.drawPath(star);
+        p.drawPath(
+            Outline(Around({8, 8.5}, 10, -M_PI / 2, [](int i) { return i % 2 ? 3.2 : 7.5; })));
     }));
     set.Add(Make([](QPainter& p) { // invalid or corrupt
         Square(p, QColor(0x75, 0x75, 0x75));
@@ -514,16 +525,9 @@ namespace {
 
 // A sheet of paper with a folded corner: the base of the file pictures.
 void Sheet(QPainter& p, const QColor& fill) {
-    QPainterPath sheet;
-    sheet.moveTo(3, 1);
-    sheet.lineTo(10, 1);
-    sheet.lineTo(13, 4);
-    sheet.lineTo(13, 15);
-    sheet.lineTo(3, 15);
-    sheet.closeSubpath();
     p.setPen(QPen(QColor(0x54, 0x6E, 0x7A), 0.8));
     p.setBrush(fill);
-    p.drawPath(sheet);
+    p.drawPath(Outline({{3, 1}, {10, 1}, {13, 4}, {13, 15}, {3, 15}}));
     p.drawLine(QPointF(10, 1), QPointF(10, 4));
     p.drawLine(QPointF(10, 4), QPointF(13, 4));
 }
@@ -531,15 +535,7 @@ void Sheet(QPainter& p, const QColor& fill) {
 void Folder(QPainter& p) {
     p.setPen(QPen(QColor(0xB2, 0x8B, 0x00), 0.8));
     p.setBrush(QColor(0xFF, 0xCA, 0x28));
-    QPainterPath f;
-    f.moveTo(0.5, 3);
-    f.lineTo(5.5, 3);
-    f.lineTo(7, 4.5);
-    f.lineTo(14.5, 4.5);
-    f.lineTo(14.5, 13.5);
-    f.lineTo(0.5, 13.5);
-    f.closeSubpath();
-    p.drawPath(f);
+    p.drawPath(Outline({{0.5, 3}, {5.5, 3}, {7, 4.5}, {14.5, 4.5}, {14.5, 13.5}, {0.5, 13.5}}));
 }
 
 } // namespace
@@ -570,17 +566,8 @@ QIcon ToolPicture(Tool tool) {
         });
     case Tool::Options: // a cog
         return Make([](QPainter& p) {
-            QPainterPath cog;
-            for (int i = 0; i < 16; ++i) {
-                const double a = i * M_PI / 8;
-                const double r = (i / 2) % 2 ? 5.2 : 7.2;
-                const QPointF pt(8 + r * std::cos(a), 8 + r * std::sin(a));
-                if (i == 0)
-                    cog.moveTo(pt);
-                else
-                    cog.lineTo(pt);
-            }
-            cog.closeSubpath();
+            QPainterPath cog =
+                Outline(Around({8, 8}, 16, 0, [](int i) { return (i / 2) % 2 ? 5.2 : 7.2; }));
             cog.addEllipse(QPointF(8, 8), 2.2, 2.2);
             cog.setFillRule(Qt::OddEvenFill);
             p.setPen(QPen(QColor(0x37, 0x47, 0x4F), 0.8));
@@ -620,19 +607,10 @@ QIcon ToolPicture(Tool tool) {
         });
     case Tool::ImportFrom: // records dropping into a tray
         return Make([](QPainter& p) {
-            QPainterPath tray;
-            tray.moveTo(1, 9);
-            tray.lineTo(4.5, 9);
-            tray.lineTo(5.5, 11);
-            tray.lineTo(10.5, 11);
-            tray.lineTo(11.5, 9);
-            tray.lineTo(15, 9);
-            tray.lineTo(15, 15);
-            tray.lineTo(1, 15);
-            tray.closeSubpath();
             p.setPen(QPen(QColor(0x37, 0x47, 0x4F), 0.8));
             p.setBrush(QColor(0x90, 0xA4, 0xAE));
-            p.drawPath(tray);
+            p.drawPath(Outline(
+                {{1, 9}, {4.5, 9}, {5.5, 11}, {10.5, 11}, {11.5, 9}, {15, 9}, {15, 15}, {1, 15}}));
             p.setPen(Qt::NoPen);
             p.setBrush(QColor(0x2E, 0x7D, 0x32));
             p.drawRect(QRectF(6.6, 0.5, 2.8, 5));
