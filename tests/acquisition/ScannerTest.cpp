@@ -61,6 +61,7 @@ protected:
         CatalogueTest::SetUp();
         ASSERT_TRUE(disk.isValid());
         Create();
+        Open();
     }
     QString Put(const QString& relative, const Bytes& bytes) {
         const QString path = root + '/' + relative;
@@ -86,7 +87,6 @@ protected:
 };
 
 TEST_F(ScanTest, ASecondRunOverTheSameTreeAddsNothing) {
-    Open();
     Put("a/Tres.tzx", Named("Tres", "Dinamic"));
     Put("a/uno.tzx", Named("UNO", "OCEAN "));
     Put("a/z/z.tzx", Named("Dos", "Ocean"));
@@ -154,7 +154,6 @@ TEST_F(ScanTest, TitlesAndPublishersAreFoundInTheRegisterIgnoringCaseAndTrailing
 }
 
 TEST_F(ScanTest, RowsOfANewTitleAndOfAFileJoiningItByTheCutName) {
-    Open();
     const Bytes first =
         Tape({{0, "La leyenda del \"Se\xF1or\" de las mazmorras perdidas: segunda parte"},
               {1, "Dinamic"},
@@ -212,7 +211,6 @@ TEST_F(ScanTest, FilesWithoutInformationTakeTheirNameAndFilesAddedByHandAreOmitt
 }
 
 TEST_F(ScanTest, HiddenFoldersAndLinksAreNotWalkedAndTheMaskIgnoresCase) {
-    Open();
     Put("real/JUEGO.TZX", Named("Juego", ""));
     Put("real/Mixto.TzX", Named("Mixto", ""));
     Put("real/.escondido.tzx", Named("Escondido", ""));
@@ -235,7 +233,6 @@ TEST_F(ScanTest, HiddenFoldersAndLinksAreNotWalkedAndTheMaskIgnoresCase) {
 }
 
 TEST_F(ScanTest, NamesThatDifferOnlyInCaseAreTwoFilesAndNamesNotInUtf8AreWarnedAbout) {
-    Open();
     Put("n/Ninja.tzx", Named("Ninja", ""));
     Put("n/NINJA.TZX", Named("Ninja", ""));
     // Bytes of another code page: a name the store can't hold.
@@ -291,7 +288,6 @@ TEST_F(ScanTest, BoxesOfReadingAndRegisteringAreKeptAsWarningsWithThePath) {
 }
 
 TEST_F(ScanTest, AStoreFailureEndsTheRunAndKeepsTheFilesDoneBeforeIt) {
-    Open();
     Put("a.tzx", Named("Uno", "Ocean"));
     Put("b.tzx", Named("Dos", "Dinamic"));
     Put("c.tzx", Named("Tres", "Topo"));
@@ -349,7 +345,6 @@ TEST_F(ScanTest, CliScanPrintsTheCountersThenTheWarningsAndFailsOnAStoreFailure)
 }
 
 TEST_F(ScanTest, TheWindowSavesItsFolderAndAddsUpItsCountersOverRuns) {
-    Open();
     Put("a.tzx", Named("Uno", "Ocean"));
     Put("s/b.tzx", Named("Uno", "Ocean"));
     const Bytes readable = Named("Dos", "");
@@ -386,7 +381,6 @@ TEST_F(ScanTest, TheWindowSavesItsFolderAndAddsUpItsCountersOverRuns) {
 }
 
 TEST_F(ScanTest, NamesFromTheFileSystemStayUnicodeIntoTheStoreAndOnScreen) {
-    Open();
     // Tapes without archive information are named after their files.
     Put(QStringLiteral("Łódź/Zażółć gęślą.tzx"), Tape());
     Put(QStringLiteral("Łódź/Ласточка.tzx"), Tape());
@@ -455,7 +449,6 @@ TEST_F(ScanTest, NamesFromTheFileSystemStayUnicodeIntoTheStoreAndOnScreen) {
 }
 
 TEST_F(ScanTest, FoldersAndFilesAreListedInNameOrderIgnoringCase) {
-    Open();
     Put("Zeta/Zorro.tzx", Tape());
     Put("Zeta/abeja.tzx", Tape());
     Put("alfa/B.tzx", Tape());
@@ -471,7 +464,6 @@ TEST_F(ScanTest, FoldersAndFilesAreListedInNameOrderIgnoringCase) {
 }
 
 TEST_F(ScanTest, TheWindowShowsFoldersFilesAndTheTotalAsTheWalkGoes) {
-    Open();
     Put("a/1.tzx", Named("Uno", ""));
     Put("a/2.tzx", Named("Dos", ""));
     Put("b/3.tzx", Named("Tres", ""));

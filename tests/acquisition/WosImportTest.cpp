@@ -71,6 +71,7 @@ protected:
         CatalogueTest::SetUp();
         ASSERT_TRUE(disk.isValid());
         Create();
+        Open();
         Put("legend.html", "<HTML></HTML>\n");
     }
     QString Put(const QString& relative, const std::string& bytes) {
@@ -104,7 +105,6 @@ protected:
 };
 
 TEST_F(WosTest, EachLineClassGivesItsEstadoAndTheColumnsStayInPlace) {
-    Open();
     const std::string speech = Row("Alien 8", "1985", "Ultimate", "Arcade", " (speech)");
     Put("games/a.html",
         Page(Bold(Row("Abu Simbel Profanation", "1985", "Dinamic")) + Italic(speech) +
@@ -150,7 +150,6 @@ TEST_F(WosTest, EachLineClassGivesItsEstadoAndTheColumnsStayInPlace) {
 }
 
 TEST_F(WosTest, TheLastLineOfATableKeepsItsColumnsInEveryClass) {
-    Open();
     // "</PRE>" follows the last line feed: the cut takes that and the line's
     // last character, a closing tag's or a blank of the type column.
     const std::string first = Plain(Row("Primero", "1980", "Uno"));
@@ -169,7 +168,6 @@ TEST_F(WosTest, TheLastLineOfATableKeepsItsColumnsInEveryClass) {
 }
 
 TEST_F(WosTest, TheFirstFoldersForceTheirCodesAndTheFirstEntrySeenWins) {
-    Open();
     Put("tr-games/m.html", Page(Bold(Row("Manic Miner", "1983", "Bug-Byte"))));
     Put("type-ins/m.html", Page(Plain(Row("Mi Programa", "1984", "MicroHobby", "Utility")) +
                                 Red(Row("Manic Miner", "1983", "Bug-Byte"))));
@@ -234,7 +232,6 @@ TEST_F(WosTest, PublishersAndTitlesAreFoundIgnoringCaseAndTextIsWindows1252) {
 }
 
 TEST_F(WosTest, PagesAndLinesThatCannotBeReadAreWarnedAndTheRestIsImported) {
-    Open();
     Put("games/g.html",
         Page(Plain(Row("Gauntlet", "1987", "U.S. Gold")) +
              Plain(Row("Ghostbusters", "1984", "Activision") + ' ') + "<FONT COLOR=\"GREEN\">" +
@@ -263,7 +260,6 @@ TEST_F(WosTest, PagesAndLinesThatCannotBeReadAreWarnedAndTheRestIsImported) {
 }
 
 TEST_F(WosTest, PagesSavedOnWindowsAndEntitiesKeepTheirColumns) {
-    Open();
     Put("games/x.html",
         std::regex_replace(Page(Plain(Row("Xenon &amp; Co", "1988", "Melbourne House")) +
                                 Bold(Row("&lt;Xyzzy&gt;", "1989", "Ocean &amp; Imagine")) +
@@ -283,7 +279,6 @@ TEST_F(WosTest, PagesSavedOnWindowsAndEntitiesKeepTheirColumns) {
 }
 
 TEST_F(WosTest, OnlyFilesOfAReasonableSizeAreReadAsPages) {
-    Open();
     Put("games/a.html", Page(Plain(Row("Amaurote", "1987", "Mastertronic"))));
     // Neither a pipe nor a device may hold the import, nor fill the memory.
     const QString big = Put("games/g.html", Page(Plain(Row("Gigante", "1987", "Ocean"))));
@@ -326,7 +321,6 @@ TEST_F(WosTest, ASecondRunAddsNothing) {
 }
 
 TEST_F(WosTest, AStoreFailureEndsTheRunAndKeepsTheTitlesAddedBeforeIt) {
-    Open();
     Put("games/u.html",
         Page(Plain(Row("Uno", "1984", "Ocean")) + Plain(Row("Dos", "1985", "Dinamic")) +
              Plain(Row("Tres", "1986", "Topo"))));
@@ -386,7 +380,6 @@ TEST_F(WosTest, CliImportPrintsTheCountersThenTheWarnings) {
 }
 
 TEST_F(WosTest, TheWindowTestsItsFolderChoosesFoldersAndShowsTheRun) {
-    Open();
     Put("tr-games/t.html", Page(Bold(Row("Tecleado", "1984", "Revista"))));
     Put("games/j.html",
         Page(Plain(Row("Juego", "1985", "Ocean")) + Plain(Row("Juego", "1985", "Ocean")) +

@@ -21,6 +21,7 @@ protected:
         Path(1, disk.path());
         Path(2, disk.path() + "/desenchufado");
         Title("Juego", "1985", 0, "", 1, 0);
+        Open();
     }
     void File(const QString& name, const QString& ext, qint64 pathIndex, bool onDisk) {
         Sql(db, "INSERT INTO tFiles (TitleId, FileName, Extension, PathIndex) VALUES (1, ?, ?, ?)",
@@ -56,7 +57,6 @@ protected:
 
 TEST_F(PurgeTest, AsksWithTheCountAndDeletesOnlyMissingRowsOnYes) {
     Mixed();
-    Open();
     Purger purger;
     prompt.Answer(Button::Ok);
     prompt.Answer(Button::No);
@@ -88,7 +88,6 @@ TEST_F(PurgeTest, AsksWithTheCountAndDeletesOnlyMissingRowsOnYes) {
 }
 
 TEST_F(PurgeTest, AnEmptyCatalogueEndsAfterTheFirstMessageAndNothingMissingSaysSo) {
-    Open();
     Purger purger;
     purger.Interactive();
     ASSERT_EQ(prompt.shown.size(), 1u);
@@ -118,7 +117,6 @@ TEST_F(PurgeTest, FilesMovedAwayLoseTheirRowsAndFilesInAnotherCaseKeepThem) {
     File("ninja", "tzx", 1, false);
     WriteFile(disk.filePath("Ninja.tzx"), "x");
     WriteFile(disk.filePath("NINJA.tzx"), "x");
-    Open();
     Purger purger;
     ASSERT_TRUE(purger.Plan());
     ASSERT_EQ(purger.missing.size(), 3u);

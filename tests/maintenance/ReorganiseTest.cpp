@@ -60,8 +60,8 @@ protected:
     // The catalogue's titles planned into target.
     void Plan(Reorganiser& r, const QString& target, SortBy order) {
         Open();
-        ASSERT_TRUE(LoadReorgTitles(false, titles));
-        r.Plan(target, order, titles);
+        ASSERT_TRUE(LoadReorgTitles(false, loaded));
+        r.Plan(target, order, loaded);
     }
     // The folder that the row of the file now names.
     QString RowDir(const QString& fileName) {
@@ -105,7 +105,7 @@ protected:
     }
 
     QString src, out;
-    std::vector<ReorgTitle> titles;
+    std::vector<ReorgTitle> loaded; // what the last Plan loaded
 };
 
 TEST_F(ReorganiseTest, ByInitialTheDryRunListsWhatTheRunThenDoesAndTheRowsFollow) {
@@ -122,7 +122,7 @@ TEST_F(ReorganiseTest, ByInitialTheDryRunListsWhatTheRunThenDoesAndTheRowsFollow
     QDir().mkpath(target + "/a/scrshot");
     Reorganiser run;
     Plan(run, target, SortBy::Initial);
-    ASSERT_EQ(3u, titles.size());
+    ASSERT_EQ(3u, loaded.size());
     const QString a = target + "/a";
     std::vector<std::string> expected;
     Creates(expected, target + "/#", true);
@@ -179,10 +179,10 @@ TEST_F(ReorganiseTest, ByYearAndByPublisherTheFoldersFollowTheirRules) {
     EXPECT_EQ(S(src), S(RowDir("rock")));
 
     Reorganiser byYear;
-    for (ReorgTitle& t : titles)
+    for (ReorgTitle& t : loaded)
         for (ReorgFile& f : t.files)
             f.dir = out + "/P/" + (t.name == "Rock" ? "AC_DC Games" : "Opera Soft");
-    byYear.Plan(out + "/Y", SortBy::Year, titles);
+    byYear.Plan(out + "/Y", SortBy::Year, loaded);
     ASSERT_EQ(Reorganiser::Result::Done, byYear.Run(false));
     EXPECT_TRUE(Has(out + "/Y/1986/rock.tzx"));
     EXPECT_TRUE(Has(out + "/Y/Sin fecha/viejo.tzx"));
