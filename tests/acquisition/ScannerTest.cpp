@@ -3,10 +3,10 @@
 
 #include "acquisition/Scanner.h"
 #include "../catalogue/CatalogueFixture.h"
+#include "../cli/CliRun.h"
 #include "TapeBytes.h"
 #include "acquisition/BuscarDirs.h"
 #include "catalogue/Records.h"
-#include "cli/Commands.h"
 #include "tape/Prompt.h"
 #include "views/Principal.h"
 
@@ -19,7 +19,6 @@
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
-#include <regex>
 #include <sstream>
 
 namespace cintal::test {
@@ -61,10 +60,8 @@ protected:
     void SetUp() override {
         CatalogueTest::SetUp();
         ASSERT_TRUE(disk.isValid());
-    }
-    void Open() {
-        QString reason;
-        ASSERT_TRUE(Comunes::InitGlobals(db, &reason)) << S(reason);
+        Create();
+        Open();
     }
     QString Put(const QString& relative, const Bytes& bytes) {
         const QString path = root + '/' + relative;
@@ -80,13 +77,6 @@ protected:
             out.push_back(p == root ? "." : S(p.mid(root.size() + 1)));
         return out;
     }
-    Texts AllRows() {
-        Texts all;
-        for (const char* table : {"Titles", "tFiles", "Paths", "Publishers"})
-            for (const std::string& r : Rows(QStringLiteral("SELECT * FROM %1").arg(table)))
-                all.push_back(table + ('|' + r));
-        return all;
-    }
     Scanner::Result Scan() { return scanner.Run(root); }
 
     ScriptedPrompt prompt;
@@ -97,8 +87,6 @@ protected:
 };
 
 TEST_F(ScanTest, ASecondRunOverTheSameTreeAddsNothing) {
-    Create();
-    Open();
     Put("a/Tres.tzx", Named("Tres", "Dinamic"));
     Put("a/uno.tzx", Named("UNO", "OCEAN "));
     Put("a/z/z.tzx", Named("Dos", "Ocean"));
@@ -133,7 +121,6 @@ TEST_F(ScanTest, ASecondRunOverTheSameTreeAddsNothing) {
 }
 
 TEST_F(ScanTest, TitlesAndPublishersAreFoundInTheRegisterIgnoringCaseAndTrailingBlanks) {
-    Create();
     Publisher(0, "- Desconocido -");
     Publisher(1, "Bug-Byte");
     Publisher(2, "Ocean");
@@ -167,8 +154,6 @@ TEST_F(ScanTest, TitlesAndPublishersAreFoundInTheRegisterIgnoringCaseAndTrailing
 }
 
 TEST_F(ScanTest, RowsOfANewTitleAndOfAFileJoiningItByTheCutName) {
-    Create();
-    Open();
     const Bytes first =
         Tape({{0, "La leyenda del \"Se\xF1or\" de las mazmorras perdidas: segunda parte"},
               {1, "Dinamic"},
@@ -205,7 +190,6 @@ TEST_F(ScanTest, RowsOfANewTitleAndOfAFileJoiningItByTheCutName) {
 }
 
 TEST_F(ScanTest, FilesWithoutInformationTakeTheirNameAndFilesAddedByHandAreOmitted) {
-    Create();
     Title("A mano", "", 0, "", 0, 0);
     Open();
     const QString hand = Put("MANO.TZX", Named("Otro nombre", "Otra"));
@@ -227,8 +211,6 @@ TEST_F(ScanTest, FilesWithoutInformationTakeTheirNameAndFilesAddedByHandAreOmitt
 }
 
 TEST_F(ScanTest, HiddenFoldersAndLinksAreNotWalkedAndTheMaskIgnoresCase) {
-    Create();
-    Open();
     Put("real/JUEGO.TZX", Named("Juego", ""));
     Put("real/Mixto.TzX", Named("Mixto", ""));
     Put("real/.escondido.tzx", Named("Escondido", ""));
@@ -251,8 +233,6 @@ TEST_F(ScanTest, HiddenFoldersAndLinksAreNotWalkedAndTheMaskIgnoresCase) {
 }
 
 TEST_F(ScanTest, NamesThatDifferOnlyInCaseAreTwoFilesAndNamesNotInUtf8AreWarnedAbout) {
-    Create();
-    Open();
     Put("n/Ninja.tzx", Named("Ninja", ""));
     Put("n/NINJA.TZX", Named("Ninja", ""));
     // Bytes of another code page: a name the store can't hold.
@@ -282,7 +262,6 @@ TEST_F(ScanTest, NamesThatDifferOnlyInCaseAreTwoFilesAndNamesNotInUtf8AreWarnedA
 }
 
 TEST_F(ScanTest, BoxesOfReadingAndRegisteringAreKeptAsWarningsWithThePath) {
-    Create();
     Path(1, "/lejos/uno");
     Path(3, "/lejos/tres");
     Open();
@@ -309,8 +288,6 @@ TEST_F(ScanTest, BoxesOfReadingAndRegisteringAreKeptAsWarningsWithThePath) {
 }
 
 TEST_F(ScanTest, AStoreFailureEndsTheRunAndKeepsTheFilesDoneBeforeIt) {
-    Create();
-    Open();
     Put("a.tzx", Named("Uno", "Ocean"));
     Put("b.tzx", Named("Dos", "Dinamic"));
     Put("c.tzx", Named("Tres", "Topo"));
@@ -342,41 +319,32 @@ TEST_F(ScanTest, AStoreFailureEndsTheRunAndKeepsTheFilesDoneBeforeIt) {
 }
 
 TEST_F(ScanTest, CliScanPrintsTheCountersThenTheWarningsAndFailsOnAStoreFailure) {
-    Create();
     const Bytes readable = Named("Roto", "Ocean");
     const QString broken = Put("x/roto.tzx", readable + kUnknownBlock);
     Put("x/sano.tzx", Named("Sano", "Ocean"));
-    auto scan = [&](const std::string& folder, std::string& out, std::string& err) {
-        std::ostringstream o, e;
-        const int status = cli::Run({"scan", folder, "--db", S(db)}, o, e);
-        out = std::regex_replace(o.str(), std::regex("Tiempo empleado: \\d+:\\d\\d:\\d\\d\n"),
-                                 "Tiempo empleado: -\n");
-        err = e.str();
-        return status;
-    };
-    std::string out, err;
-    EXPECT_EQ(scan(S(root), out, err), 0);
-    EXPECT_EQ(out, "Total encontrados: 2\nTotal procesados: 2\nA entradas nuevas: 2\n"
-                   "A entradas existentes: 0\nArchivos omitidos: 0\nCompañías agregadas: 1\n"
-                   "Tiempo empleado: -\nTerminado: 2 avisos\n");
+    Result r = CliWithoutTime({"scan", S(root), "--db", S(db)});
+    EXPECT_EQ(r.status, 0);
+    EXPECT_EQ(r.out, "Total encontrados: 2\nTotal procesados: 2\nA entradas nuevas: 2\n"
+                     "A entradas existentes: 0\nArchivos omitidos: 0\nCompañías agregadas: 1\n"
+                     "Tiempo empleado: -\nTerminado: 2 avisos\n");
     // The first folder of an empty register tells its number, as a gap would.
-    EXPECT_EQ(err, S(broken) + ": 1\n" + S(broken) + ": " + UnknownAt(readable, 4) + "\n");
+    EXPECT_EQ(r.err, S(broken) + ": 1\n" + S(broken) + ": " + UnknownAt(readable, 4) + "\n");
 
     Put("x/z-nuevo.tzx", Named("Nuevo", "Ocean"));
     Sql(db, "CREATE TRIGGER lleno BEFORE INSERT ON tFiles BEGIN SELECT RAISE(ABORT, 'disco "
             "lleno'); END");
-    EXPECT_EQ(scan(S(root), out, err), 2);
-    EXPECT_NE(out.find("Total procesados: 2\n"), std::string::npos) << out;
-    EXPECT_NE(out.find("Archivos omitidos: 2\n"), std::string::npos) << out;
-    EXPECT_EQ(err, "Error en el catálogo: disco lleno\n");
+    r = CliWithoutTime({"scan", S(root), "--db", S(db)});
+    EXPECT_EQ(r.status, 2);
+    EXPECT_NE(r.out.find("Total procesados: 2\n"), std::string::npos) << r.out;
+    EXPECT_NE(r.out.find("Archivos omitidos: 2\n"), std::string::npos) << r.out;
+    EXPECT_EQ(r.err, "Error en el catálogo: disco lleno\n");
 
-    EXPECT_EQ(scan(At("no-existe"), out, err), 1);
-    EXPECT_EQ(err, "No existe la carpeta " + At("no-existe") + "\n");
+    r = CliWithoutTime({"scan", At("no-existe"), "--db", S(db)});
+    EXPECT_EQ(r.status, 1);
+    EXPECT_EQ(r.err, "No existe la carpeta " + At("no-existe") + "\n");
 }
 
 TEST_F(ScanTest, TheWindowSavesItsFolderAndAddsUpItsCountersOverRuns) {
-    Create();
-    Open();
     Put("a.tzx", Named("Uno", "Ocean"));
     Put("s/b.tzx", Named("Uno", "Ocean"));
     const Bytes readable = Named("Dos", "");
@@ -413,8 +381,6 @@ TEST_F(ScanTest, TheWindowSavesItsFolderAndAddsUpItsCountersOverRuns) {
 }
 
 TEST_F(ScanTest, NamesFromTheFileSystemStayUnicodeIntoTheStoreAndOnScreen) {
-    Create();
-    Open();
     // Tapes without archive information are named after their files.
     Put(QStringLiteral("Łódź/Zażółć gęślą.tzx"), Tape());
     Put(QStringLiteral("Łódź/Ласточка.tzx"), Tape());
@@ -451,11 +417,11 @@ TEST_F(ScanTest, NamesFromTheFileSystemStayUnicodeIntoTheStoreAndOnScreen) {
               (Texts{"Ласточка|3", S(longName) + "|5"}));
 
     // What the collector reads: the title list of the command line.
-    std::ostringstream out, err;
     Comunes::Reset();
-    ASSERT_EQ(cli::Run({"titles", "--db", S(db)}, out, err), 0);
+    const Result r = Cli({"titles", "--db", S(db)});
+    ASSERT_EQ(r.status, 0);
     Texts lines;
-    std::istringstream in(out.str());
+    std::istringstream in(r.out);
     for (std::string line; std::getline(in, line);)
         lines.push_back(line);
     std::sort(lines.begin(), lines.end());
@@ -483,8 +449,6 @@ TEST_F(ScanTest, NamesFromTheFileSystemStayUnicodeIntoTheStoreAndOnScreen) {
 }
 
 TEST_F(ScanTest, FoldersAndFilesAreListedInNameOrderIgnoringCase) {
-    Create();
-    Open();
     Put("Zeta/Zorro.tzx", Tape());
     Put("Zeta/abeja.tzx", Tape());
     Put("alfa/B.tzx", Tape());
@@ -500,8 +464,6 @@ TEST_F(ScanTest, FoldersAndFilesAreListedInNameOrderIgnoringCase) {
 }
 
 TEST_F(ScanTest, TheWindowShowsFoldersFilesAndTheTotalAsTheWalkGoes) {
-    Create();
-    Open();
     Put("a/1.tzx", Named("Uno", ""));
     Put("a/2.tzx", Named("Dos", ""));
     Put("b/3.tzx", Named("Tres", ""));
@@ -543,7 +505,6 @@ TEST_F(ScanTest, TheWindowShowsFoldersFilesAndTheTotalAsTheWalkGoes) {
 }
 
 TEST_F(ScanTest, TheSearchCommandRefillsTheTitleListWhenTheWindowCloses) {
-    Create();
     Put("a.tzx", Named("Uno", "Ocean"));
     Put("b.tzx", Named("Dos", "Ocean"));
     SaveSetting("Caminos", "Ruta", root);

@@ -3,12 +3,12 @@
 // warnings the collector reads, the window and the command line.
 
 #include "../catalogue/CatalogueFixture.h"
+#include "../cli/CliRun.h"
 #include "../tape/TestSupport.h"
 #include "acquisition/BuscarDirs.h"
 #include "acquisition/FrmAgregarDesde.h"
 #include "acquisition/FrmWosIn.h"
 #include "acquisition/WosImporter.h"
-#include "cli/Commands.h"
 #include "views/Principal.h"
 
 #include <QCheckBox>
@@ -25,7 +25,6 @@
 #ifdef Q_OS_UNIX
 #include <sys/stat.h>
 #endif
-#include <sstream>
 
 namespace cintal::test {
 namespace {
@@ -50,21 +49,14 @@ std::string Row(const std::string& title, const std::string& year, const std::st
            std::string(43 - Shown(title), ' ') + Pad(gap, 9) + Pad(year, 4) + ' ' + publisher +
            std::string(36 - Shown(publisher), ' ') + " Eng 48K    " + Pad(type, 7);
 }
-std::string Plain(const std::string& row) {
-    return row + '\n';
-}
-std::string Bold(const std::string& row) {
-    return "<B>" + row + "</B>\n";
-}
-std::string Italic(const std::string& row) {
-    return "<I>" + row + "</I>\n";
-}
-std::string Blue(const std::string& row) {
+// Lines of each class the pages mark.
+const auto Plain = [](const std::string& row) { return row + '\n'; };
+const auto Bold = [](const std::string& row) { return "<B>" + row + "</B>\n"; };
+const auto Italic = [](const std::string& row) { return "<I>" + row + "</I>\n"; };
+const auto Blue = [](const std::string& row) {
     return "<FONT COLOR=\"BLUE\">" + row + "</FONT>\n";
-}
-std::string Red(const std::string& row) {
-    return "<FONT COLOR=\"RED\">" + row + "</FONT>\n";
-}
+};
+const auto Red = [](const std::string& row) { return "<FONT COLOR=\"RED\">" + row + "</FONT>\n"; };
 
 // A page: three lines of mark-up, the table's heading on the fourth line, the
 // entries from the fifth, and "</PRE>" right behind the last line feed.
@@ -79,11 +71,8 @@ protected:
         CatalogueTest::SetUp();
         ASSERT_TRUE(disk.isValid());
         Create();
+        Open();
         Put("legend.html", "<HTML></HTML>\n");
-    }
-    void Open() {
-        QString reason;
-        ASSERT_TRUE(Comunes::InitGlobals(db, &reason)) << S(reason);
     }
     QString Put(const QString& relative, const std::string& bytes) {
         const QString path = root + '/' + relative;
@@ -95,13 +84,6 @@ protected:
     Texts Titles() {
         return Rows("SELECT Name, Year, IdPub, Type, Estado, Currah, OrigenInfo, HaveIt FROM "
                     "Titles ORDER BY TitleId");
-    }
-    Texts AllRows() {
-        Texts all;
-        for (const char* table : {"Titles", "tFiles", "Paths", "Publishers"})
-            for (const std::string& r : Rows(QStringLiteral("SELECT * FROM %1").arg(table)))
-                all.push_back(table + ('|' + r));
-        return all;
     }
     Texts Warnings() const {
         Texts out;
@@ -123,7 +105,6 @@ protected:
 };
 
 TEST_F(WosTest, EachLineClassGivesItsEstadoAndTheColumnsStayInPlace) {
-    Open();
     const std::string speech = Row("Alien 8", "1985", "Ultimate", "Arcade", " (speech)");
     Put("games/a.html",
         Page(Bold(Row("Abu Simbel Profanation", "1985", "Dinamic")) + Italic(speech) +
@@ -169,7 +150,6 @@ TEST_F(WosTest, EachLineClassGivesItsEstadoAndTheColumnsStayInPlace) {
 }
 
 TEST_F(WosTest, TheLastLineOfATableKeepsItsColumnsInEveryClass) {
-    Open();
     // "</PRE>" follows the last line feed: the cut takes that and the line's
     // last character, a closing tag's or a blank of the type column.
     const std::string first = Plain(Row("Primero", "1980", "Uno"));
@@ -188,7 +168,6 @@ TEST_F(WosTest, TheLastLineOfATableKeepsItsColumnsInEveryClass) {
 }
 
 TEST_F(WosTest, TheFirstFoldersForceTheirCodesAndTheFirstEntrySeenWins) {
-    Open();
     Put("tr-games/m.html", Page(Bold(Row("Manic Miner", "1983", "Bug-Byte"))));
     Put("type-ins/m.html", Page(Plain(Row("Mi Programa", "1984", "MicroHobby", "Utility")) +
                                 Red(Row("Manic Miner", "1983", "Bug-Byte"))));
@@ -253,7 +232,6 @@ TEST_F(WosTest, PublishersAndTitlesAreFoundIgnoringCaseAndTextIsWindows1252) {
 }
 
 TEST_F(WosTest, PagesAndLinesThatCannotBeReadAreWarnedAndTheRestIsImported) {
-    Open();
     Put("games/g.html",
         Page(Plain(Row("Gauntlet", "1987", "U.S. Gold")) +
              Plain(Row("Ghostbusters", "1984", "Activision") + ' ') + "<FONT COLOR=\"GREEN\">" +
@@ -282,7 +260,6 @@ TEST_F(WosTest, PagesAndLinesThatCannotBeReadAreWarnedAndTheRestIsImported) {
 }
 
 TEST_F(WosTest, PagesSavedOnWindowsAndEntitiesKeepTheirColumns) {
-    Open();
     Put("games/x.html",
         std::regex_replace(Page(Plain(Row("Xenon &amp; Co", "1988", "Melbourne House")) +
                                 Bold(Row("&lt;Xyzzy&gt;", "1989", "Ocean &amp; Imagine")) +
@@ -302,7 +279,6 @@ TEST_F(WosTest, PagesSavedOnWindowsAndEntitiesKeepTheirColumns) {
 }
 
 TEST_F(WosTest, OnlyFilesOfAReasonableSizeAreReadAsPages) {
-    Open();
     Put("games/a.html", Page(Plain(Row("Amaurote", "1987", "Mastertronic"))));
     // Neither a pipe nor a device may hold the import, nor fill the memory.
     const QString big = Put("games/g.html", Page(Plain(Row("Gigante", "1987", "Ocean"))));
@@ -345,7 +321,6 @@ TEST_F(WosTest, ASecondRunAddsNothing) {
 }
 
 TEST_F(WosTest, AStoreFailureEndsTheRunAndKeepsTheTitlesAddedBeforeIt) {
-    Open();
     Put("games/u.html",
         Page(Plain(Row("Uno", "1984", "Ocean")) + Plain(Row("Dos", "1985", "Dinamic")) +
              Plain(Row("Tres", "1986", "Topo"))));
@@ -372,41 +347,39 @@ TEST_F(WosTest, AStoreFailureEndsTheRunAndKeepsTheTitlesAddedBeforeIt) {
 TEST_F(WosTest, CliImportPrintsTheCountersThenTheWarnings) {
     Put("games/a.html", Page(Plain(Row("Uno", "1984", "Ocean")) + Plain(Row("Dos", "1985", "")) +
                              Plain(Row("Mal", "1985", "") + "  ")));
-    auto import = [&](const std::string& folder, std::string& out, std::string& err) {
-        std::ostringstream o, e;
-        const int status = cli::Run({"import", folder, "--db", S(db)}, o, e);
-        out = std::regex_replace(o.str(), std::regex("Tiempo empleado: \\d+:\\d\\d:\\d\\d\n"),
-                                 "Tiempo empleado: -\n");
-        err = e.str();
-        return status;
+    auto import = [&](const std::string& folder) {
+        return CliWithoutTime({"import", folder, "--db", S(db)});
     };
-    std::string out, err;
-    EXPECT_EQ(import(S(root), out, err), 0);
-    EXPECT_EQ(out, "Páginas leídas: 1\nTítulos nuevos: 2\nTítulos existentes: 0\n"
-                   "Compañías agregadas: 1\nTiempo empleado: -\n");
-    EXPECT_EQ(err,
+    Result r = import(S(root));
+    EXPECT_EQ(r.status, 0);
+    EXPECT_EQ(r.out, "Páginas leídas: 1\nTítulos nuevos: 2\nTítulos existentes: 0\n"
+                     "Compañías agregadas: 1\nTiempo empleado: -\n");
+    EXPECT_EQ(r.err,
               At("games/a.html") + ": la línea 7 no tiene el ancho de la tabla y no se importa\n");
 
-    EXPECT_EQ(import(S(root), out, err), 0);
-    EXPECT_NE(out.find("Títulos nuevos: 0\nTítulos existentes: 2\n"), std::string::npos) << out;
+    r = import(S(root));
+    EXPECT_EQ(r.status, 0);
+    EXPECT_NE(r.out.find("Títulos nuevos: 0\nTítulos existentes: 2\n"), std::string::npos) << r.out;
 
     Put("games/b.html", Page(Plain(Row("Bomba", "1984", "Ocean"))));
     Sql(db, "CREATE TRIGGER lleno BEFORE INSERT ON Titles BEGIN SELECT RAISE(ABORT, 'disco "
             "lleno'); END");
-    EXPECT_EQ(import(S(root), out, err), 2);
-    EXPECT_NE(out.find("Títulos existentes: 2\n"), std::string::npos) << out;
-    EXPECT_EQ(err, "Error en el catálogo: disco lleno\n" + At("games/a.html") +
-                       ": la línea 7 no tiene el ancho de la tabla y no se importa\n");
+    r = import(S(root));
+    EXPECT_EQ(r.status, 2);
+    EXPECT_NE(r.out.find("Títulos existentes: 2\n"), std::string::npos) << r.out;
+    EXPECT_EQ(r.err, "Error en el catálogo: disco lleno\n" + At("games/a.html") +
+                         ": la línea 7 no tiene el ancho de la tabla y no se importa\n");
 
-    EXPECT_EQ(import(At("games"), out, err), 1);
-    EXPECT_EQ(out, "");
-    EXPECT_EQ(err, "La carpeta " + At("games") + " no tiene legend.html\n");
-    EXPECT_EQ(import(At("no-existe"), out, err), 1);
-    EXPECT_EQ(err, "No existe la carpeta " + At("no-existe") + "\n");
+    r = import(At("games"));
+    EXPECT_EQ(r.status, 1);
+    EXPECT_EQ(r.out, "");
+    EXPECT_EQ(r.err, "La carpeta " + At("games") + " no tiene legend.html\n");
+    r = import(At("no-existe"));
+    EXPECT_EQ(r.status, 1);
+    EXPECT_EQ(r.err, "No existe la carpeta " + At("no-existe") + "\n");
 }
 
 TEST_F(WosTest, TheWindowTestsItsFolderChoosesFoldersAndShowsTheRun) {
-    Open();
     Put("tr-games/t.html", Page(Bold(Row("Tecleado", "1984", "Revista"))));
     Put("games/j.html",
         Page(Plain(Row("Juego", "1985", "Ocean")) + Plain(Row("Juego", "1985", "Ocean")) +

@@ -81,6 +81,15 @@ protected:
         QString reason;
         ASSERT_TRUE(Store::CreateEmpty(db, &reason)) << S(reason);
     }
+    // The registers loaded from the catalogue, as the program does at start.
+    void Open() {
+        QString reason;
+        ASSERT_TRUE(Comunes::InitGlobals(db, &reason)) << S(reason);
+    }
+    // The key of the row last added to table.
+    qint64 LastId(const char* table, const char* key) {
+        return Sql(db, QStringLiteral("SELECT max(%1) FROM %2").arg(key, table))[0][0].toLongLong();
+    }
     void Publisher(qint64 id, const QString& name) {
         Sql(db, "INSERT INTO Publishers (IdPub, PublisherName) VALUES (?, ?)", {id, name});
     }
@@ -105,6 +114,14 @@ protected:
             out.push_back(S(cells.join('|')));
         }
         return out;
+    }
+    // Every row of the four tables, behind its table's name.
+    std::vector<std::string> AllRows() {
+        std::vector<std::string> all;
+        for (const char* table : {"Titles", "tFiles", "Paths", "Publishers"})
+            for (const std::string& r : Rows(QStringLiteral("SELECT * FROM %1").arg(table)))
+                all.push_back(table + ('|' + r));
+        return all;
     }
 
     QTemporaryDir dir;

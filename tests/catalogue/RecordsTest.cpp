@@ -2,31 +2,30 @@
 // growing with them, as the store and the boxes show it afterwards.
 
 #include "catalogue/Records.h"
+#include "../cli/CliRun.h"
 #include "../tape/TestSupport.h"
 #include "CatalogueFixture.h"
-#include "cli/Commands.h"
 #include "tape/Cp1252.h"
 
 #include <QDir>
-#include <sstream>
 
 namespace cintal::test {
 namespace {
 
 class RecordsTest : public CatalogueTest, protected Tzx, protected ScriptedBoxes {
 protected:
-    void Open() {
-        QString reason;
-        ASSERT_TRUE(Comunes::InitGlobals(db, &reason)) << S(reason);
+    void SetUp() override {
+        CatalogueTest::SetUp();
+        Create();
     }
     qint64 NewTitle(const QString& name, qint64 idPub = 0, int haveIt = 0) {
         Title(name, "1986", idPub, "Arcade", haveIt, 4);
-        return Sql(db, "SELECT max(TitleId) FROM Titles")[0][0].toLongLong();
+        return LastId("Titles", "TitleId");
     }
     qint64 NewFile(qint64 title, const QString& name, const QString& ext, qint64 path) {
         Sql(db, "INSERT INTO tFiles (TitleId, FileName, Extension, PathIndex) VALUES (?, ?, ?, ?)",
             {title, name, ext, path});
-        return Sql(db, "SELECT max(FileId) FROM tFiles")[0][0].toLongLong();
+        return LastId("tFiles", "FileId");
     }
     int HaveIt(qint64 title) {
         return Sql(db, "SELECT HaveIt FROM Titles WHERE TitleId = ?", {title})[0][0].toInt();
@@ -36,7 +35,6 @@ protected:
 using Texts = std::vector<std::string>;
 
 TEST_F(RecordsTest, NewFoldersFillTheFirstGapAndSayWhichNumberTheyTook) {
-    Create();
     Path(1, "/juegos/a");
     Path(4, "/juegos/d");
     Open();
@@ -63,7 +61,6 @@ TEST_F(RecordsTest, NewFoldersFillTheFirstGapAndSayWhichNumberTheyTook) {
 }
 
 TEST_F(RecordsTest, PublishersTakeTheNextNumberAndTheFirstComesWithThePlaceholder) {
-    Create();
     Publisher(2, "Ocean");
     Publisher(5, "Dinamic");
     Open();
@@ -82,7 +79,6 @@ TEST_F(RecordsTest, PublishersTakeTheNextNumberAndTheFirstComesWithThePlaceholde
 }
 
 TEST_F(RecordsTest, AFileAddedByHandCarriesItsTapesTextsOnce) {
-    Create();
     Path(1, "/otra/carpeta");
     const qint64 t = NewTitle("Juego");
     Open();
@@ -122,7 +118,6 @@ TEST_F(RecordsTest, AFileAddedByHandCarriesItsTapesTextsOnce) {
 }
 
 TEST_F(RecordsTest, TitlesAreFoundByTheirCleanedNameAndPublisher) {
-    Create();
     const QString given =
         QStringLiteral("El \"Ñandú\" de Don Íñigo, edición para coleccionistas (1986)!");
     ASSERT_EQ(given.size(), 60);
@@ -149,7 +144,6 @@ TEST_F(RecordsTest, TitlesAreFoundByTheirCleanedNameAndPublisher) {
 }
 
 TEST_F(RecordsTest, DeletingRowsFollowsTheHaveItRules) {
-    Create();
     const qint64 two = NewTitle("Dos archivos", 0, 1);
     const qint64 gone = NewTitle("Se borra", 0, 1);
     const qint64 a = NewFile(two, "uno", "tzx", 1);
@@ -182,7 +176,6 @@ TEST_F(RecordsTest, AFileAtTheRootLiesInTheFolderSlashAndNoEmptyTextIsAFolder) {
     EXPECT_EQ(S(Records::PathIn("/", "juego.tzx")), "/juego.tzx");
     EXPECT_EQ(S(Records::PathIn("/juegos", "juego.tzx")), "/juegos/juego.tzx");
 
-    Create();
     Path(2, "/juegos");
     const qint64 t = NewTitle("En la raíz");
     Open();
@@ -207,8 +200,25 @@ TEST_F(RecordsTest, AFileAtTheRootLiesInTheFolderSlashAndNoEmptyTextIsAFolder) {
     EXPECT_EQ(Records::FindPathIndex(""), 0);
 }
 
+// A file that stands at the root of the file system: its folder is "/", so
+// that the paths built from the catalogue lead back to it.
+TEST_F(RecordsTest, AFileAddedFromTheRootIsFiledUnderTheRoot) {
+    NewTitle("Juego");
+    Open();
+    // The file system stands in a folder of the test's own.
+    TempDir root;
+    TestOps ops;
+    ops.root = root.path.string();
+    detail::FileOpsScope use(ops);
+    test::WriteFile(root.File("juego.tzx"), Tape({Tzx::Archive({{0, "Juego"}})}, 1, 13));
+
+    ASSERT_EQ(Records::AddFileToTitle(1, "/juego.tzx"), Records::RecordChange::Done);
+    EXPECT_EQ(Rows("SELECT GameDir FROM Paths"), Texts{"/"});
+    EXPECT_EQ(Rows("SELECT FileName, Extension FROM tFiles"), Texts{"juego|tzx"});
+    EXPECT_EQ(ops.relative, Names{});
+}
+
 TEST_F(RecordsTest, AnEventsRowsAreWrittenTogetherOrNotAtAll) {
-    Create();
     const qint64 t = NewTitle("Juego", 0, 1);
     const qint64 f = NewFile(t, "uno", "tzx", 1);
     Path(1, "/juegos");
@@ -240,16 +250,13 @@ TEST_F(RecordsTest, AnEventsRowsAreWrittenTogetherOrNotAtAll) {
 }
 
 TEST_F(RecordsTest, CommandLineAddSaysWhatHappenedInItsStatus) {
-    Create();
     const qint64 t = NewTitle("Juego");
     QString file = dir.filePath("juego.tap");
     WriteFile(file, QByteArray::fromStdString(Le(2, 2) + B({0xFF, 0xFF})));
     auto add = [&] {
-        std::ostringstream out, err;
-        const int status =
-            cli::Run({"add", "--title", std::to_string(t), S(file), "--db", S(db)}, out, err);
+        const Result r = Cli({"add", "--title", std::to_string(t), S(file), "--db", S(db)});
         Comunes::Reset();
-        return std::to_string(status) + " " + out.str();
+        return std::to_string(r.status) + " " + r.out;
     };
     EXPECT_EQ(add(), "0 Archivo Agregado\n");
     EXPECT_EQ(add(), "1 Ya existe\n");

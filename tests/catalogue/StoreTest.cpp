@@ -17,20 +17,6 @@ qint64 Insert(const QString& sql, const QVariantList& values) {
     return Store::LastInsertId(q);
 }
 
-TEST_F(StoreTest, CreateEmptyNeverTouchesAnExistingFile) {
-    WriteFile(db, "notas de la colección");
-    QString reason;
-    EXPECT_FALSE(Store::CreateEmpty(db, &reason));
-    EXPECT_EQ(S(reason), "ya existe el archivo");
-    EXPECT_EQ(Contents(db), "notas de la colección");
-
-    QFile::remove(db);
-    Create();
-    Title("Manic Miner", "1983", 0, "Arcade", 1, 4);
-    EXPECT_FALSE(Store::CreateEmpty(db, &reason));
-    EXPECT_EQ(Sql(db, "SELECT COUNT(*) FROM Titles")[0][0].toInt(), 1);
-}
-
 TEST_F(StoreTest, OpenRefusesAnythingButACatalogueAndLeavesItAsItWas) {
     QString reason;
     EXPECT_FALSE(Store::Open(db, &reason));
@@ -61,7 +47,7 @@ TEST_F(StoreTest, OpenRefusesAnythingButACatalogueAndLeavesItAsItWas) {
     EXPECT_TRUE(Store::Open(db, &reason)) << S(reason);
 }
 
-TEST_F(StoreTest, KeysAreNeverGivenTwice) {
+TEST_F(StoreTest, KeysAreNeverGivenTwiceAndQuotesInNamesAreValues) {
     Create();
     ASSERT_TRUE(Store::Open(db, nullptr));
     for (const char* name : {"Uno", "Dos", "Tres"})
@@ -75,6 +61,19 @@ TEST_F(StoreTest, KeysAreNeverGivenTwice) {
     ASSERT_TRUE(Store::Open(db, nullptr));
     EXPECT_EQ(Insert("INSERT INTO Titles (Name) VALUES (?)", {"Cuatro"}), 4);
     EXPECT_EQ(Insert("INSERT INTO tFiles (TitleId, FileName) VALUES (?, ?)", {4, "cuatro"}), 2);
+
+    // Quotes in names are values, not query text.
+    const QString odd = QStringLiteral("Rock 'n' Roll \"Special\"\"); DROP TABLE Titles; --");
+    const qint64 id = Insert("INSERT INTO Titles (Name) VALUES (?)", {odd});
+    QSqlQuery q = Store::NewQuery();
+    ASSERT_TRUE(Store::Exec(q, "SELECT TitleId, Name FROM Titles WHERE Name = ?", {odd}));
+    ASSERT_TRUE(q.next());
+    EXPECT_EQ(q.value(0).toLongLong(), id);
+    EXPECT_EQ(q.value(1).toString(), odd);
+
+    // What writers of titles store: apostrophes for double quotes, 50 characters.
+    EXPECT_EQ(S(StoredTitleName("El \"Gran\" Juego")), "El 'Gran' Juego");
+    EXPECT_EQ(StoredTitleName(QString(60, QChar(u'ñ'))), QString(50, QChar(u'ñ')));
 }
 
 TEST_F(StoreTest, NamesOfFilesTitlesAndFoldersMatchIgnoringCase) {
@@ -96,22 +95,6 @@ TEST_F(StoreTest, NamesOfFilesTitlesAndFoldersMatchIgnoringCase) {
     EXPECT_TRUE(found("SELECT * FROM tFiles WHERE FileName = ? AND Extension = ? AND PathIndex = ?",
                       {"batman - side a", "tzx", 1}));
     EXPECT_FALSE(found("SELECT * FROM Titles WHERE Name = ?", {"Batman II"}));
-}
-
-TEST_F(StoreTest, QuotesInNamesAreValuesNotQueryText) {
-    Create();
-    ASSERT_TRUE(Store::Open(db, nullptr));
-    const QString odd = QStringLiteral("Rock 'n' Roll \"Special\"\"); DROP TABLE Titles; --");
-    const qint64 id = Insert("INSERT INTO Titles (Name) VALUES (?)", {odd});
-    QSqlQuery q = Store::NewQuery();
-    ASSERT_TRUE(Store::Exec(q, "SELECT TitleId, Name FROM Titles WHERE Name = ?", {odd}));
-    ASSERT_TRUE(q.next());
-    EXPECT_EQ(q.value(0).toLongLong(), id);
-    EXPECT_EQ(q.value(1).toString(), odd);
-
-    // What writers of titles store: apostrophes for double quotes, 50 characters.
-    EXPECT_EQ(S(StoredTitleName("El \"Gran\" Juego")), "El 'Gran' Juego");
-    EXPECT_EQ(StoredTitleName(QString(60, QChar(u'ñ'))), QString(50, QChar(u'ñ')));
 }
 
 using RegisterTest = CatalogueTest;

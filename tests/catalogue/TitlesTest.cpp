@@ -2,12 +2,11 @@
 // of the catalogue.
 
 #include "catalogue/Titles.h"
+#include "../cli/CliRun.h"
 #include "CatalogueFixture.h"
 #include "catalogue/Collate.h"
-#include "cli/Commands.h"
 
 #include <QFileInfo>
-#include <sstream>
 
 namespace cintal::test {
 namespace {
@@ -42,50 +41,15 @@ TEST_F(TitlesTest, NameOrderIsSpanishIgnoresCaseAndCountsNumbers) {
 // the collator says of every pair, for names all different and for columns
 // of a few repeated values alike.
 TEST(SortRanksTest, PlacesAgreeWithTheCollatorOnEveryPair) {
-    std::vector<QString> texts = {"",
-                                  " ",
-                                  "  Juego",
-                                  "Juego",
-                                  "juego",
-                                  "JUEGO",
-                                  "Juego 2",
-                                  "Juego 10",
-                                  "Juego 010",
-                                  "Ábaco",
-                                  "ábaco",
-                                  "Abadía",
-                                  "Año",
-                                  "Ano",
-                                  "Añil",
-                                  "Ñu",
-                                  "Nube",
-                                  "Über",
-                                  "Ubre",
-                                  "Ça va",
-                                  "Éxito",
-                                  "Exito",
-                                  "3D Deathchase",
-                                  "1942",
-                                  "1943",
-                                  "007",
-                                  "-+Desconocida+-",
-                                  "- Desconocido -",
-                                  "(C) 1984",
-                                  "¡Olé!",
-                                  "¿Qué?",
-                                  "R-Type",
-                                  "R Type",
-                                  "RType",
-                                  "Ω Omega",
-                                  "Дракон",
-                                  "£ 3.99",
-                                  "€",
-                                  "a_b",
-                                  "a.b",
-                                  "a,b",
-                                  "Zorro",
-                                  "zorro",
-                                  QString(300, QChar(0x00E9))};
+    std::vector<QString> texts;
+    for (const QString& t :
+         QStringLiteral("| |  Juego|Juego|juego|JUEGO|Juego 2|Juego 10|Juego 010|Ábaco|ábaco|"
+                        "Abadía|Año|Ano|Añil|Ñu|Nube|Über|Ubre|Ça va|Éxito|Exito|3D Deathchase|"
+                        "1942|1943|007|-+Desconocida+-|- Desconocido -|(C) 1984|¡Olé!|¿Qué?|"
+                        "R-Type|R Type|RType|Ω Omega|Дракон|£ 3.99|€|a_b|a.b|a,b|Zorro|zorro")
+             .split('|'))
+        texts.push_back(t);
+    texts.push_back(QString(300, QChar(0x00E9)));
     const QCollator c = TextCollator();
     auto check = [&](const std::vector<QString>& all) {
         const std::vector<int> ranks = SortRanks(all);
@@ -110,23 +74,17 @@ TEST(SortRanksTest, PlacesAgreeWithTheCollatorOnEveryPair) {
     EXPECT_EQ(OrderByRanks(ranks, true), (std::vector<std::size_t>{0, 4, 2, 5, 1, 3}));
 }
 
-struct Cli {
-    int status;
-    std::string out, err;
-};
-
-Cli RunCli(std::vector<std::string> args) {
-    std::ostringstream out, err;
-    const int status = cli::Run(args, out, err);
+Result RunCli(const std::vector<std::string>& args) {
+    const Result r = Cli(args);
     Comunes::Reset();
-    return {status, out.str(), err.str()};
+    return r;
 }
 
 using CliTest = CatalogueTest;
 
 TEST_F(CliTest, InitMakesAnEmptyCatalogueOnceAndNeverOverwrites) {
     const std::string path = S(db);
-    Cli r = RunCli({"init", "--db", path});
+    Result r = RunCli({"init", "--db", path});
     EXPECT_EQ(r.status, 0) << r.err;
     EXPECT_EQ(r.out, "Catálogo creado: " + path + "\n");
     ASSERT_TRUE(Store::Open(db, nullptr));
@@ -141,30 +99,33 @@ TEST_F(CliTest, InitMakesAnEmptyCatalogueOnceAndNeverOverwrites) {
     EXPECT_EQ(Sql(db, "SELECT Name FROM Titles")[0][0].toString(), "Manic Miner");
 
     EXPECT_EQ(RunCli({"init", "--db", path, "--force"}).status, 2);
+    // Nor any other file of that name.
+    QFile::remove(db);
+    WriteFile(db, "notas de la colección");
+    EXPECT_EQ(RunCli({"init", "--db", path}).status, 1);
+    EXPECT_EQ(Contents(db), "notas de la colección");
 }
 
-TEST_F(CliTest, TitlesPrintsTheGridRowsInNameOrder) {
+TEST_F(CliTest, TitlesPrintsTheGridRowsInNameOrderOrSaysWhyNot) {
+    Result r = RunCli({"titles", "--db", S(db)});
+    EXPECT_EQ(r.status, 2);
+    EXPECT_EQ(r.out, "");
+    EXPECT_EQ(r.err, "No se puede abrir el catálogo " + S(db) + ": no existe el archivo\n");
+    EXPECT_FALSE(QFileInfo::exists(db));
+
     Create();
     Publisher(1, "Dinamic");
     Title("Zorro", "1985", 1, "Arcade", 1, 4);
     Title("Juego 10", QVariant(), 1, "Aventur", 0, 7);
     Title("juego 2", "1986", 9, "Arcade", 2, 0);
     Title("Ábaco", "1984", 0, "Puzzle", 0, QVariant());
-    const Cli r = RunCli({"titles", "--db", S(db)});
+    r = RunCli({"titles", "--db", S(db)});
     EXPECT_EQ(r.status, 0) << r.err;
     EXPECT_EQ(r.out, "\tÁbaco\t1984\t\tPuzzle\t0\n"
                      "0\tjuego 2\t1986\t\tArcade\t1\n"
                      "\tJuego 10\t\tDinamic\tAventur\t0\n"
                      "4\tZorro\t1985\tDinamic\tArcade\t1\n");
     EXPECT_EQ(r.err, "");
-}
-
-TEST_F(CliTest, TitlesOnAMissingCatalogueSaysSoAndMakesNoFile) {
-    const Cli r = RunCli({"titles", "--db", S(db)});
-    EXPECT_EQ(r.status, 2);
-    EXPECT_EQ(r.out, "");
-    EXPECT_EQ(r.err, "No se puede abrir el catálogo " + S(db) + ": no existe el archivo\n");
-    EXPECT_FALSE(QFileInfo::exists(db));
 }
 
 } // namespace

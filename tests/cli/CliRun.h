@@ -3,6 +3,7 @@
 
 #include "cli/Commands.h"
 
+#include <regex>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -19,6 +20,14 @@ inline Result Cli(const std::vector<std::string>& args) {
     std::ostringstream out, err;
     const int status = cli::Run(args, out, err);
     return {status, out.str(), err.str()};
+}
+
+// The same with the time the run took blanked out, as it changes from run to run.
+inline Result CliWithoutTime(const std::vector<std::string>& args) {
+    Result r = Cli(args);
+    r.out = std::regex_replace(r.out, std::regex("Tiempo empleado: \\d+:\\d\\d:\\d\\d\n"),
+                               "Tiempo empleado: -\n");
+    return r;
 }
 
 } // namespace cintal::test

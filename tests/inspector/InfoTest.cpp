@@ -19,26 +19,18 @@ namespace {
 
 class InfoTest : public WindowTest {
 protected:
-    void SetUp() override {
-        WindowTest::SetUp();
-        folder = dir.filePath("juegos");
-        QDir(dir.path()).mkpath("juegos");
-        Path(1, folder);
-    }
-
     qint64 TitleWithId(const QString& name, const QVariant& year = "1986", qint64 idPub = 1,
                        const QVariant& estado = 4) {
         Title(name, year, idPub, "Arcade", 1, estado);
-        return Sql(db, "SELECT max(TitleId) FROM Titles")[0][0].toLongLong();
+        return LastId("Titles", "TitleId");
     }
     qint64 File(qint64 title, const QString& name, const QString& ext) {
         Sql(db,
             "INSERT INTO tFiles (TitleId, FileName, Extension, PathIndex, HaveIt, Origin, "
             "IdLang, LoadSchema, FileSize) VALUES (?, ?, ?, 1, 1, 'Original', 'spa', 'Normal', 7)",
             {title, name, ext});
-        return Sql(db, "SELECT max(FileId) FROM tFiles")[0][0].toLongLong();
+        return LastId("tFiles", "FileId");
     }
-    QString Disk(const QString& name) const { return QDir(folder).filePath(name); }
     void Put(const QString& name, const Bytes& bytes) { test::WriteFile(S(Disk(name)), bytes); }
 
     // The main window on the catalogue, the title selected, the inspector open.
@@ -47,6 +39,13 @@ protected:
         info = std::make_unique<Info>(frm.GridTitles, frm.GridFiles);
         info->Form_Load();
         return *info;
+    }
+    // The title "Juego" with the one tape juego.tzx, the inspector open on it.
+    qint64 OpenTape(const Bytes& bytes, const QVariant& year = "1986", const QVariant& estado = 4) {
+        const qint64 f = File(TitleWithId("Juego", year, 1, estado), "juego", "tzx");
+        Put("juego.tzx", bytes);
+        Open("Juego");
+        return f;
     }
 
     static Texts Rows(Grid* g, std::initializer_list<const char*> keys) {
@@ -90,7 +89,6 @@ protected:
     }
 
     std::unique_ptr<Info> info;
-    QString folder;
     const std::string agree = Box("¿Desea agregar la compañía a la base de datos?",
                                   "Compañía desconocida", Icon::Exclamation, Buttons::YesNo);
     const std::string question =
@@ -160,20 +158,14 @@ TEST_F(InfoTest, TheYearAndSourceOfTheTitleRowPickTheirItems) {
          std::vector<std::tuple<QVariant, QVariant, int, int>>{
              {"", 0, 0, 0}, {"0", 5, 0, 5}, {"2031", 2, -1, 2}, {"1980", 3, 1, 3}}) {
         Sql(db, "DELETE FROM Titles");
-        const qint64 t = TitleWithId("Juego", year, 1, estado);
-        File(t, "juego", "tzx");
-        Put("juego.tzx", OldTape());
-        Open("Juego");
+        OpenTape(OldTape(), year, estado);
         EXPECT_EQ(info->ListYear->currentIndex(), yearIndex) << S(year.toString());
         EXPECT_EQ(info->ComboEstado->currentIndex(), estadoIndex);
     }
 }
 
 TEST_F(InfoTest, PositionsCountTheFileFromElevenByTheLengthsInTheList) {
-    const qint64 t = TitleWithId("Juego");
-    File(t, "juego", "tzx");
-    Put("juego.tzx", Tape({}));
-    Open("Juego");
+    OpenTape(Tape({}));
     EXPECT_EQ(info->GridTZX->Rows(), 0);
     for (int n : {1, 2, 3})
         info->Logic().Tape().Blocks().Add(0x20, "", Bytes(std::size_t(n), '\0'), n);
@@ -183,10 +175,7 @@ TEST_F(InfoTest, PositionsCountTheFileFromElevenByTheLengthsInTheList) {
 }
 
 TEST_F(InfoTest, TheBlockListShowsEveryColumnAndWholeKindsBesideThePreview) {
-    const qint64 t = TitleWithId("Juego");
-    File(t, "juego", "tzx");
-    Put("juego.tzx", OldTape());
-    Open("Juego");
+    OpenTape(OldTape());
     info->show();
     QApplication::processEvents();
     EXPECT_EQ(info->size(), QSize(1280, 800));
@@ -205,10 +194,7 @@ TEST_F(InfoTest, TheBlockListShowsEveryColumnAndWholeKindsBesideThePreview) {
 }
 
 TEST_F(InfoTest, OnlyAsciiCanBeTypedIntoTheTapeBoxes) {
-    const qint64 t = TitleWithId("Juego");
-    File(t, "juego", "tzx");
-    Put("juego.tzx", OldTape());
-    Open("Juego");
+    OpenTape(OldTape());
     const std::string ascii =
         Box("El formato sólo admite caracteres ASCII.", "Cintal", Icon::Information);
     for (int key : {13, 8, 3, 22, 24, 32, int('a'), 127})
@@ -250,10 +236,7 @@ TEST_F(InfoTest, OnlyAsciiCanBeTypedIntoTheTapeBoxes) {
 }
 
 TEST_F(InfoTest, LinesEndInCarriageReturnsOnTheTapeAndInPairsInTheBoxes) {
-    const qint64 t = TitleWithId("Juego");
-    File(t, "juego", "tzx");
-    Put("juego.tzx", OldTape());
-    Open("Juego");
+    OpenTape(OldTape());
     // Shown: every lone CR gets its LF, in the box and in the field, the
     // last line too.
     EXPECT_EQ(info->BoxText(Box::Comments), "Uno\r\nDos\r\n");
@@ -282,11 +265,8 @@ TEST_F(InfoTest, LinesEndInCarriageReturnsOnTheTapeAndInPairsInTheBoxes) {
 }
 
 TEST_F(InfoTest, GuardarInfoRewritesTheTapeItsFileRowAndTheFileGrid) {
-    const qint64 t = TitleWithId("Juego");
-    const qint64 f = File(t, "juego", "tzx");
     const Bytes old = OldTape();
-    Put("juego.tzx", old);
-    Open("Juego");
+    const qint64 f = OpenTape(old);
 
     info->SetBoxText(Box::Title, "Juego Nuevo");
     info->SetBoxText(Box::Protection, "");
@@ -335,12 +315,8 @@ TEST_F(InfoTest, GuardarInfoRewritesTheTapeItsFileRowAndTheFileGrid) {
 }
 
 TEST_F(InfoTest, ClosingSavesTheTitleWithThePublisherKnownAddedOrRefused) {
-    const qint64 t = TitleWithId("Juego", "1985", 1, 2);
-    File(t, "juego", "tzx");
-    Put("juego.tzx", OldTape());
-
     // Known in another case: no question, the text stays as typed.
-    Open("Juego");
+    OpenTape(OldTape(), "1985", 2);
     info->TextName->setText("Juego \"2\"");
     info->ComboPub->setEditText("ocean");
     info->ListYear->setCurrentIndex(1987 - 1980 + 1);
@@ -396,14 +372,10 @@ TEST_F(InfoTest, ClosingSavesTheTitleWithThePublisherKnownAddedOrRefused) {
 }
 
 TEST_F(InfoTest, ClosingWithAPendingTapeAsksAndCancelKeepsTheWindow) {
-    const qint64 t = TitleWithId("Juego");
-    File(t, "juego", "tzx");
     const Bytes tape = Tape({Std(RomHeader(0, "juego")), Archive({{0, "Juego"}})}, 1, 13);
-    Put("juego.tzx", tape);
-
     // A copy by arrow, a language chosen or a block removal is as much an
     // edit as a key; a copy that changes nothing isn't.
-    Open("Juego");
+    OpenTape(tape);
     info->CommandATZX_Click(Box::Title);
     info->ComboLang->setEditText("");
     info->ComboLang_LostFocus();
@@ -452,11 +424,8 @@ TEST_F(InfoTest, ClosingWithAPendingTapeAsksAndCancelKeepsTheWindow) {
 }
 
 TEST_F(InfoTest, ANewerVersionRefusedKeepsTheFileAndStoresWhatItHolds) {
-    const qint64 t = TitleWithId("Juego");
-    const qint64 f = File(t, "juego", "tzx");
     const Bytes tape = Tape({Archive({{0, "Juego"}, {4, "French"}}), Pause(10)}, 1, 20);
-    Put("juego.tzx", tape);
-    Open("Juego");
+    const qint64 f = OpenTape(tape);
     info->SetBoxText(Box::Title, "Cambiado");
     info->TextInfo_KeyUp();
     prompt.Answer(Button::No);
@@ -480,11 +449,8 @@ TEST_F(InfoTest, ANewerVersionRefusedKeepsTheFileAndStoresWhatItHolds) {
 }
 
 TEST_F(InfoTest, LongTextsAndAFileRowGoneAreToldBeforeAndAfterSaving) {
-    const qint64 t = TitleWithId("Juego");
-    const qint64 f = File(t, "juego", "tzx");
     const Bytes tape = Tape({Pause(10)}, 1, 13);
-    Put("juego.tzx", tape);
-    Open("Juego");
+    const qint64 f = OpenTape(tape);
     info->SetBoxText(Box::Author, QString(300, 'a'));
     info->TextInfo_KeyUp();
     const std::string warning =
@@ -512,16 +478,13 @@ TEST_F(InfoTest, LongTextsAndAFileRowGoneAreToldBeforeAndAfterSaving) {
 }
 
 TEST_F(InfoTest, TextsTheUserDidNotTouchAreWrittenAsTheyWereRead) {
-    const qint64 t = TitleWithId("Juego");
-    File(t, "juego", "tzx");
     // Ten lines: 250 bytes on the tape, 260 characters in the box with its pairs.
     std::string comments;
     for (char c = 'a'; c < 'k'; ++c)
         comments += std::string(24, c) + "\r";
     const Bytes tape =
         Tape({Archive({{0, "Juego"}, {2, "Ana\r\nLuis"}, {255, comments}}), Pause(10)}, 1, 13);
-    Put("juego.tzx", tape);
-    Open("Juego");
+    OpenTape(tape);
     EXPECT_EQ(info->BoxText(Box::Comments).size(), 260);
     info->CmdTZXSave_Click();
     EXPECT_TRUE(prompt.shown.empty());
@@ -625,10 +588,7 @@ TEST_F(InfoTest, FilesThatAreNotWholeTapesAreNeverWritten) {
 }
 
 TEST_F(InfoTest, BlockCommandsChangeTheListInMemoryAndTheSelectionFollows) {
-    const qint64 t = TitleWithId("Juego");
-    File(t, "juego", "tzx");
-    Put("juego.tzx", Tape({Pause(1), Group("G"), Pause(2), B({0x22})}, 1, 13));
-    Open("Juego");
+    OpenTape(Tape({Pause(1), Group("G"), Pause(2), B({0x22})}, 1, 13));
     const std::string special = Box("comprobar si es especial");
     Grid* g = info->GridTZX;
     auto kinds = [&] { return Rows(g, {"ColRow", "ColDescr", "ColInicio"}); };
@@ -703,12 +663,10 @@ TEST_F(InfoTest, BlockCommandsChangeTheListInMemoryAndTheSelectionFollows) {
 }
 
 TEST_F(InfoTest, ArrowsCopyOneFieldBetweenThePanes) {
-    const qint64 t = TitleWithId("Juego", "1990", 1, 4);
-    File(t, "juego", "tzx");
-    Put("juego.tzx",
+    OpenTape(
         Tape({Archive({{0, "Cinta"}, {1, "Ocean"}, {3, "1984"}, {5, "Arcade"}, {255, "a\rb"}})}, 1,
-             13));
-    Open("Juego");
+             13),
+        "1990");
 
     for (auto index : {Box::Title, Box::Publisher, Box::Year, Box::Type})
         info->CommandaDB_Click(index);
@@ -736,19 +694,9 @@ TEST_F(InfoTest, ArrowsCopyOneFieldBetweenThePanes) {
     EXPECT_FALSE(info->TZXSaveTag());
 }
 
-} // namespace
-} // namespace cintal::test
-
-namespace cintal::test {
-namespace {
-
 TEST_F(InfoTest, ThePreviewFollowsTheBlockAndExtraerSavesItsContent) {
-    const qint64 t = TitleWithId("Juego");
-    File(t, "juego", "tzx");
-    Put("juego.tzx",
-        Tape({Std(RomHeader(3, "Pantalla")), Std(RomData(6912)), Pause(10), Std(RomData(20))}, 1,
-             13));
-    Open("Juego");
+    OpenTape(Tape({Std(RomHeader(3, "Pantalla")), Std(RomData(6912)), Pause(10), Std(RomData(20))},
+                  1, 13));
     EXPECT_FALSE(info->CommandExtraer->isEnabled());
     info->GridTZX->SetSelectedRow(2);
     EXPECT_EQ(S(info->LabelContenido->text()), "Pantalla, 6912 bytes, suma errónea");

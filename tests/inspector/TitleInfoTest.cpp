@@ -10,16 +10,11 @@ namespace {
 
 class TitleInfoTest : public WindowTest {
 protected:
-    void SetUp() override {
-        WindowTest::SetUp();
-        Path(1, dir.path());
-    }
     void Open(const QString& name) {
         SelectTitle(name);
         window = std::make_unique<TitleInfo>(frm.GridTitles, &frm.ImageListFrom);
         window->Form_Load();
     }
-    QString Cell(const char* key) const { return TitleCell(key); }
     // Boxes that take the focus from the box the user was in, as real ones do.
     struct FocusLeaves : ScriptedPrompt {
         std::function<void()> onShow;
@@ -71,11 +66,11 @@ TEST_F(TitleInfoTest, ClosingKeepsNameTypePublisherYearAndOrigin) {
     EXPECT_TRUE(prompt.shown.empty());
     EXPECT_EQ(Sql(db, "SELECT Name, IdPub, Year, OrigenInfo, Estado, Type FROM Titles"),
               (std::vector<QVariantList>{{"Abu Simbel Profanation", 2, "1987", 1, 0, "Deporte"}}));
-    EXPECT_EQ(Cell("ColName"), "Abu Simbel Profanation");
-    EXPECT_EQ(Cell("ColPublisher"), "OCEAN");
-    EXPECT_EQ(Cell("ColPubId"), "2");
-    EXPECT_EQ(Cell("ColYear"), "1987");
-    EXPECT_EQ(Cell("ColType"), "Deporte");
+    EXPECT_EQ(TitleCell("ColName"), "Abu Simbel Profanation");
+    EXPECT_EQ(TitleCell("ColPublisher"), "OCEAN");
+    EXPECT_EQ(TitleCell("ColPubId"), "2");
+    EXPECT_EQ(TitleCell("ColYear"), "1987");
+    EXPECT_EQ(TitleCell("ColType"), "Deporte");
 
     // A year is four digits from 1950 on; anything else keeps the window
     // open, with only the one box, though the publisher box was mistyped
@@ -101,7 +96,7 @@ TEST_F(TitleInfoTest, ClosingKeepsNameTypePublisherYearAndOrigin) {
     EXPECT_EQ(window->ComboPub->currentText(), "Ocean");
     EXPECT_EQ(Sql(db, "SELECT IdPub, Year, Type FROM Titles"),
               (std::vector<QVariantList>{{2, "1950", "Deporte"}}));
-    EXPECT_EQ(Cell("ColPublisher"), "Ocean");
+    EXPECT_EQ(TitleCell("ColPublisher"), "Ocean");
     Open("Abu Simbel Profanation");
     EXPECT_EQ(window->ListYear->currentText(), "1950");
 
@@ -131,7 +126,7 @@ TEST_F(TitleInfoTest, AnUntouchedPublisherStaysAndThePlaceholderIsNoNewOne) {
     }
     EXPECT_TRUE(prompt.shown.empty());
     EXPECT_EQ(Sql(db, "SELECT Name, IdPub FROM Titles ORDER BY TitleId"), titles);
-    EXPECT_EQ(Cell("ColPublisher"), "");
+    EXPECT_EQ(TitleCell("ColPublisher"), "");
 
     Open("Con Compañía");
     window->ComboPub->setEditText("- DESCONOCIDO -");

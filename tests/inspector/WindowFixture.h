@@ -18,7 +18,9 @@ protected:
         Publisher(0, "- Desconocido -");
         Publisher(1, "Dinamic");
         Publisher(2, "Ocean");
+        Path(1, dir.path());
     }
+    QString Disk(const QString& name) const { return dir.filePath(name); }
     // The main window on the catalogue with the named title selected.
     void SelectTitle(const QString& name) {
         ASSERT_TRUE(frm.Form_Load(db));

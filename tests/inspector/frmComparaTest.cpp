@@ -14,7 +14,6 @@ class frmComparaTest : public WindowTest {
 protected:
     void SetUp() override {
         WindowTest::SetUp();
-        Path(1, dir.path());
         Title("Juego", "1986", 1, "Arcade", 1, 3);
         for (const char* f : {"juego.z80", "juego.tzx", "copia.tzx"}) {
             const QString name = QString::fromLatin1(f);
@@ -31,7 +30,6 @@ protected:
             S(Disk("copia.tzx")),
             Tape({Std(RomHeader(0, "a")), Std(RomData(12)), Pause(5), Text("Nuevo")}, 1, 13));
     }
-    QString Disk(const QString& name) const { return dir.filePath(name); }
     void Open() {
         SelectTitle("Juego");
         window = std::make_unique<frmCompara>(frm.GridTitles, frm.GridFiles);

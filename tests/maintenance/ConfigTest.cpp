@@ -69,7 +69,9 @@ TEST_F(ConfigTest, LoadingShowsTheStoredChoicesAndNoInstaladoForMissingPaths) {
     EXPECT_EQ(S(w.CmdLimpiaFiles->text()), "Borra archivos inexistentes");
 }
 
-TEST_F(ConfigTest, ChoosingAnExecutableStartsAtTheStoredPathAndStoresOnlyExistingFiles) {
+TEST_F(ConfigTest, ChoicesStartAtTheStoredPathAndStoreOnlyExistingFiles) {
+    const QString spin = Program("ZXSpin");
+    SaveSetting("Emulador", "SpinPath", spin);
     frmConfig w;
     QStringList asked;
     QString answer = "espectrum.exe"; // a cancelled dialog gives the bare name
@@ -89,12 +91,8 @@ TEST_F(ConfigTest, ChoosingAnExecutableStartsAtTheStoredPathAndStoresOnlyExistin
     EXPECT_EQ(asked, (QStringList{"No instalado|espectrum.exe|Ejecutable (*)",
                                   "No instalado|espectrum.exe|Ejecutable (*)",
                                   answer + "|espectrum.exe|Ejecutable (*)"}));
-}
 
-TEST_F(ConfigTest, TheDefaultAndTheFormatChoicesAreStored) {
-    const QString spin = Program("ZXSpin");
-    SaveSetting("Emulador", "SpinPath", spin);
-    frmConfig w;
+    // The default and the emulator of each format.
     w.Combo2->setCurrentText("RealSpectrum");
     w.Combo2_Click();
     EXPECT_EQ(S(Get("DefaultEmul")), "RealSpectrum");
@@ -154,21 +152,13 @@ TEST_F(ConfigTest, OpeningAFileStartsTheEmulatorOfItsFormatElseTheDefaultElseThe
     EXPECT_TRUE(prompt.shown.empty());
 }
 
-} // namespace
-} // namespace cintal::test
-
-namespace cintal::test {
-namespace {
-
 // Opciones from the main window, and its purge button over a real catalogue.
 TEST_F(ConfigTest, OpcionesOpensTheWindowWhosePurgeAsksFirst) {
     Create();
     Path(1, dir.path());
     Title("Juego", "1985", 0, "", 1, 0);
-    Sql(db,
-        "INSERT INTO tFiles (TitleId, FileName, Extension, PathIndex) VALUES (1, 'ya', 'tzx', 1)");
-    Sql(db,
-        "INSERT INTO tFiles (TitleId, FileName, Extension, PathIndex) VALUES (1, 'no', 'tzx', 1)");
+    Sql(db, "INSERT INTO tFiles (TitleId, FileName, Extension, PathIndex) VALUES (1, 'ya', 'tzx', "
+            "1), (1, 'no', 'tzx', 1)");
     WriteFile(dir.filePath("ya.tzx"), "x");
     Principal frm;
     ASSERT_TRUE(frm.Form_Load(db));

@@ -64,16 +64,13 @@ protected:
     Principal frm;
 };
 
-TEST_F(FrmCambiaTitleTest, TheMenuEntryFollowsTheTitlesFiles) {
+TEST_F(FrmCambiaTitleTest, BothFilesMoveInOneDoubleClickAndYesDeletesTheOldTitle) {
+    // The menu entry follows the title's files.
     Select(frm.GridTitles, "Vacio");
     EXPECT_FALSE(frm.mnuCambiaTitle->isEnabled());
     Select(frm.GridTitles, "Viejo");
     EXPECT_TRUE(frm.mnuCambiaTitle->isEnabled());
     EXPECT_EQ(S(frm.mnuCambiaTitle->text()), "Mover archivos a otro título...");
-}
-
-TEST_F(FrmCambiaTitleTest, BothFilesMoveInOneDoubleClickAndYesDeletesTheOldTitle) {
-    Select(frm.GridTitles, "Viejo");
     ASSERT_EQ(frm.GridFiles->Rows(), 2);
     prompt.Answer(Button::Ok);
     prompt.Answer(Button::Yes);

@@ -2,6 +2,7 @@
 // says, what the user is told, and what goes back when a part fails.
 
 #include "../catalogue/CatalogueFixture.h"
+#include "../cli/CliRun.h"
 #include "cli/Commands.h"
 #include "maintenance/Renamer.h"
 #include "maintenance/frmRenombra.h"
@@ -13,7 +14,6 @@
 #include <QFileInfo>
 #include <QLineEdit>
 #include <QListWidget>
-#include <sstream>
 
 namespace cintal::test {
 namespace {
@@ -46,20 +46,23 @@ protected:
         WriteFile(a + "/SCRSHOT/knight.scr", QByteArray(6912, '\0'));
         WriteFile(a + "/Pokes/knight.pok", "pokes");
         WriteFile(a + "/map/knight_Map.jpg", "mapa");
-        QString reason;
-        ASSERT_TRUE(Comunes::InitGlobals(db, &reason)) << S(reason);
+        Open();
     }
     std::vector<QVariantList> Rows() {
         return Sql(db, "SELECT FileId, FileName, PathIndex, HaveIt FROM tFiles ORDER BY FileId");
     }
     bool Has(const QString& p) { return QFileInfo(p).isFile(); }
+    Result Rename(const std::string& name) {
+        Comunes::Reset();
+        return Cli({"rename", "--file", "1", name, "--db", S(db)});
+    }
 
     QString a, b;
+    ScriptedPrompt prompt;
+    PromptScope scope{prompt};
 };
 
 TEST_F(RenameTest, RenamesTheTickedSideFilesAndTheRowOfItsFolder) {
-    ScriptedPrompt prompt;
-    PromptScope scope(prompt);
     Renamer r;
     r.Load(a, "knight.tzx", 1);
     ASSERT_EQ(3u, r.entries.size());
@@ -98,8 +101,6 @@ TEST_F(RenameTest, RenamesTheTickedSideFilesAndTheRowOfItsFolder) {
 }
 
 TEST_F(RenameTest, ASideFileThatFailsPutsEverythingBack) {
-    ScriptedPrompt prompt;
-    PromptScope scope(prompt);
     Renamer r;
     r.Load(a, "knight.tzx", 1);
     // A folder that holds the map's new name: the last rename fails.
@@ -126,8 +127,6 @@ TEST_F(RenameTest, TheWindowAndTheCommandLine) {
     Grids::FillFiles(1, files);
     files.SetSelectedRow(2); // the row of folder a
     ASSERT_EQ(S(a), S(files.CellText(2, files.ColumnIndex("ColPath"))));
-    ScriptedPrompt prompt;
-    PromptScope scope(prompt);
     frmRenombra window(&titles, &files);
     EXPECT_EQ(S(a + "/knight.tzx"), S(window.windowTitle()));
     EXPECT_EQ("Knight - Lore", S(window.Text1->text()));
@@ -143,19 +142,16 @@ TEST_F(RenameTest, TheWindowAndTheCommandLine) {
     EXPECT_TRUE(Has(a + "/Pokes/Knight - Lore.pok"));
 
     // The other folder's file, from the command line.
-    std::ostringstream out, err;
-    EXPECT_EQ(0, cli::Run({"rename", "--file", "1", "Caballero", "--db", S(db)}, out, err));
-    EXPECT_EQ("Caballero.tzx\n", out.str());
+    Result r = Rename("Caballero");
+    EXPECT_EQ(0, r.status);
+    EXPECT_EQ("Caballero.tzx\n", r.out);
     EXPECT_TRUE(Has(b + "/Caballero.tzx"));
-    Comunes::Reset();
-    std::ostringstream out2, err2;
-    EXPECT_EQ(1, cli::Run({"rename", "--file", "1", "Caballero", "--db", S(db)}, out2, err2));
-    EXPECT_NE(std::string::npos, err2.str().find("el nombre de archivo no puede ser el mismo"));
+    r = Rename("Caballero");
+    EXPECT_EQ(1, r.status);
+    EXPECT_NE(std::string::npos, r.err.find("el nombre de archivo no puede ser el mismo"));
 }
 
 TEST_F(RenameTest, BlankNamesAreRefusedAndTheExtensionKeepsItsCase) {
-    ScriptedPrompt prompt;
-    PromptScope scope(prompt);
     Renamer renamer;
     renamer.Load(a, "knight.tzx", 1);
     EXPECT_EQ("FALLIDO", S(renamer.Rename("   ")));
@@ -166,17 +162,16 @@ TEST_F(RenameTest, BlankNamesAreRefusedAndTheExtensionKeepsItsCase) {
     EXPECT_TRUE(Has(a + "/knight.tzx"));
 
     for (const char* blank : {"", "   "}) {
-        std::ostringstream out, err;
-        EXPECT_EQ(1, cli::Run({"rename", "--file", "1", blank, "--db", S(db)}, out, err));
+        const Result r = Rename(blank);
+        EXPECT_EQ(1, r.status);
         EXPECT_EQ("el nombre de archivo no puede quedar en blanco. Especifica otro nombre.\n",
-                  err.str());
-        Comunes::Reset();
+                  r.err);
     }
     // The scan keeps extensions in lower case; the disk keeps its own.
     ASSERT_TRUE(QFile::rename(b + "/knight.tzx", b + "/KNIGHT.TZX"));
-    std::ostringstream out, err;
-    EXPECT_EQ(0, cli::Run({"rename", "--file", "1", "Caballero", "--db", S(db)}, out, err));
-    EXPECT_EQ("Caballero.TZX\n", out.str());
+    const Result r = Rename("Caballero");
+    EXPECT_EQ(0, r.status);
+    EXPECT_EQ("Caballero.TZX\n", r.out);
     EXPECT_EQ("cinta|otra",
               S(QString(Contents(a + "/knight.tzx") + "|" + Contents(b + "/Caballero.TZX"))));
     EXPECT_EQ("Caballero", S(Rows()[0][1].toString()));

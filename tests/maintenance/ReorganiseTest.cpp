@@ -2,6 +2,7 @@
 // what stays behind, what the plan says beforehand, and the catalogue rows.
 
 #include "../catalogue/CatalogueFixture.h"
+#include "../cli/CliRun.h"
 #include "catalogue/Files.h"
 #include "cli/Commands.h"
 #include "maintenance/Ordena.h"
@@ -17,7 +18,7 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QRadioButton>
-#include <sstream>
+#include <array>
 
 namespace cintal::test {
 namespace {
@@ -41,7 +42,7 @@ protected:
     qint64 Game(const QString& name, const QVariant& year, qint64 idPub, const QString& file,
                 int haveIt = 1) {
         Title(name, year, idPub, "Arcade", haveIt, 0);
-        const qint64 id = Sql(db, "SELECT MAX(TitleId) FROM Titles")[0][0].toLongLong();
+        const qint64 id = LastId("Titles", "TitleId");
         if (!file.isEmpty()) {
             const QFileInfo f(file);
             Sql(db,
@@ -56,9 +57,11 @@ protected:
         QDir().mkpath(QDir(src).filePath(folder));
         WriteFile(QDir(src).filePath(folder + "/" + name), name.toUtf8());
     }
-    void Open() {
-        QString reason;
-        ASSERT_TRUE(Comunes::InitGlobals(db, &reason)) << S(reason);
+    // The catalogue's titles planned into target.
+    void Plan(Reorganiser& r, const QString& target, SortBy order) {
+        Open();
+        ASSERT_TRUE(LoadReorgTitles(false, loaded));
+        r.Plan(target, order, loaded);
     }
     // The folder that the row of the file now names.
     QString RowDir(const QString& fileName) {
@@ -74,9 +77,35 @@ protected:
             lines.push_back(S(s.Text()));
         return lines;
     }
+    static bool Listed(const std::vector<std::string>& lines, const QString& line) {
+        return std::find(lines.begin(), lines.end(), S(line)) != lines.end();
+    }
+    // The folders planned for a destination: itself and its side folders
+    // when new, else the side folders other than the screens' it has.
+    static void Creates(std::vector<std::string>& lines, const QString& at, bool fresh) {
+        if (fresh) lines.push_back(S("crear carpeta " + at));
+        for (const char* side : {"Scrshot", "Info", "Pokes", "Map", "Inlay", "Codesheet"})
+            if (fresh || QString(side) != "Scrshot")
+                lines.push_back(S("crear carpeta " + at + "/" + side));
+    }
     bool Has(const QString& path) { return QFileInfo(path).isFile(); }
+    // The command on this catalogue, its registers read afresh each time.
+    Result Reorganise(std::vector<std::string> args) {
+        args.insert(args.begin(), "reorganise");
+        args.insert(args.end(), {"--db", S(db)});
+        Comunes::Reset();
+        return Cli(args);
+    }
+    // Titles, files moved, side files moved, left, failed.
+    static std::string Counted(const Reorganiser& r) {
+        const auto& c = r.counters;
+        return std::to_string(c.Titulos) + " " + std::to_string(c.Movidos) + " " +
+               std::to_string(c.Laterales) + " " + std::to_string(c.Omitidos) + " " +
+               std::to_string(c.Fallidos);
+    }
 
     QString src, out;
+    std::vector<ReorgTitle> loaded; // what the last Plan loaded
 };
 
 TEST_F(ReorganiseTest, ByInitialTheDryRunListsWhatTheRunThenDoesAndTheRowsFollow) {
@@ -91,57 +120,31 @@ TEST_F(ReorganiseTest, ByInitialTheDryRunListsWhatTheRunThenDoesAndTheRowsFollow
     // The target already has an "a" folder with its own "scrshot".
     const QString target = out + "/Programas";
     QDir().mkpath(target + "/a/scrshot");
-    Open();
-
-    std::vector<ReorgTitle> titles;
-    ASSERT_TRUE(LoadReorgTitles(false, titles));
-    ASSERT_EQ(3u, titles.size());
-    Reorganiser plan;
-    plan.Plan(target, SortBy::Initial, titles);
+    Reorganiser run;
+    Plan(run, target, SortBy::Initial);
+    ASSERT_EQ(3u, loaded.size());
     const QString a = target + "/a";
-    const std::vector<std::string> expected = {
-        S("crear carpeta " + target + "/#"),
-        S("crear carpeta " + target + "/#/Scrshot"),
-        S("crear carpeta " + target + "/#/Info"),
-        S("crear carpeta " + target + "/#/Pokes"),
-        S("crear carpeta " + target + "/#/Map"),
-        S("crear carpeta " + target + "/#/Inlay"),
-        S("crear carpeta " + target + "/#/Codesheet"),
-        S("mover " + src + "/tanx.tzx -> " + target + "/#/tanx.tzx"),
-        S("crear carpeta " + a + "/Info"),
-        S("crear carpeta " + a + "/Pokes"),
-        S("crear carpeta " + a + "/Map"),
-        S("crear carpeta " + a + "/Inlay"),
-        S("crear carpeta " + a + "/Codesheet"),
-        S("mover " + src + "/SCRSHOT/Abadía - El crimen.scr -> " + a +
-          "/scrshot/Abadía - El crimen.scr"),
-        S("mover " + src + "/info/Abadía - El crimen.TXT -> " + a + "/Info/Abadía - El crimen.TXT"),
-        S("mover " + src + "/Map/Abadía - El crimen_map.jpg -> " + a +
-          "/Map/Abadía - El crimen_map.jpg"),
-        S("mover " + src + "/abadia.tzx -> " + a + "/abadia.tzx"),
-        S("crear carpeta " + target + "/á"),
-        S("crear carpeta " + target + "/á/Scrshot"),
-        S("crear carpeta " + target + "/á/Info"),
-        S("crear carpeta " + target + "/á/Pokes"),
-        S("crear carpeta " + target + "/á/Map"),
-        S("crear carpeta " + target + "/á/Inlay"),
-        S("crear carpeta " + target + "/á/Codesheet"),
-        S("mover " + src + "/abaco.tzx -> " + target + "/á/abaco.tzx"),
-    };
-    EXPECT_EQ(expected, Lines(plan));
+    std::vector<std::string> expected;
+    Creates(expected, target + "/#", true);
+    expected.push_back(S("mover " + src + "/tanx.tzx -> " + target + "/#/tanx.tzx"));
+    Creates(expected, a, false);
+    for (const auto& [from, to, name] :
+         {std::array<const char*, 3>{"SCRSHOT", "scrshot", "Abadía - El crimen.scr"},
+          {"info", "Info", "Abadía - El crimen.TXT"},
+          {"Map", "Map", "Abadía - El crimen_map.jpg"}})
+        expected.push_back(
+            S(QStringLiteral("mover %1/%2/%3 -> %4/%5/%3").arg(src, from, name, a, to)));
+    expected.push_back(S("mover " + src + "/abadia.tzx -> " + a + "/abadia.tzx"));
+    Creates(expected, target + "/á", true);
+    expected.push_back(S("mover " + src + "/abaco.tzx -> " + target + "/á/abaco.tzx"));
+    EXPECT_EQ(expected, Lines(run));
     // The dry run touched nothing.
     EXPECT_TRUE(Has(src + "/abadia.tzx"));
     EXPECT_FALSE(QFileInfo(target + "/#").exists());
-    EXPECT_EQ(3, plan.counters.Laterales);
-    EXPECT_EQ(3, plan.counters.Movidos);
+    EXPECT_EQ("3 3 3 0 0", Counted(run));
 
-    Reorganiser run;
-    run.Plan(target, SortBy::Initial, titles);
     EXPECT_EQ(Reorganiser::Result::Done, run.Run(true));
-    EXPECT_EQ(3, run.counters.Titulos);
-    EXPECT_EQ(3, run.counters.Movidos);
-    EXPECT_EQ(3, run.counters.Laterales);
-    EXPECT_EQ(0, run.counters.Omitidos);
+    EXPECT_EQ("3 3 3 0 0", Counted(run));
     EXPECT_EQ(QByteArray("abadia.tzx"), Contents(a + "/abadia.tzx"));
     EXPECT_TRUE(Has(a + "/scrshot/Abadía - El crimen.scr"));
     EXPECT_TRUE(Has(a + "/Map/Abadía - El crimen_map.jpg"));
@@ -156,12 +159,10 @@ TEST_F(ReorganiseTest, ByInitialTheDryRunListsWhatTheRunThenDoesAndTheRowsFollow
 }
 
 TEST_F(ReorganiseTest, ByYearAndByPublisherTheFoldersFollowTheirRules) {
-    EXPECT_EQ("Sin fecha", S(Reorganiser::DestFolder(SortBy::Year, "X", "", "")));
-    EXPECT_EQ("Sin fecha", S(Reorganiser::DestFolder(SortBy::Year, "X", "1969", "")));
-    EXPECT_EQ("Sin fecha", S(Reorganiser::DestFolder(SortBy::Year, "X", "2021", "")));
-    EXPECT_EQ("Sin fecha", S(Reorganiser::DestFolder(SortBy::Year, "X", "19??", "")));
-    EXPECT_EQ("1970", S(Reorganiser::DestFolder(SortBy::Year, "X", "1970", "")));
-    EXPECT_EQ("2020", S(Reorganiser::DestFolder(SortBy::Year, "X", "2020", "")));
+    for (const char* year : {"", "1969", "2021", "19??"})
+        EXPECT_EQ("Sin fecha", S(Reorganiser::DestFolder(SortBy::Year, "X", year, ""))) << year;
+    for (const char* year : {"1970", "2020"})
+        EXPECT_EQ(year, S(Reorganiser::DestFolder(SortBy::Year, "X", year, "")));
     EXPECT_EQ("AC_DC Games", S(Reorganiser::DestFolder(SortBy::Publisher, "X", "", "AC/DC Games")));
     EXPECT_EQ("_", S(Reorganiser::DestFolder(SortBy::Publisher, "X", "", "..")));
     EXPECT_EQ("a_b__c", S(Reorganiser::FolderName("a:b?*c")));
@@ -169,11 +170,8 @@ TEST_F(ReorganiseTest, ByYearAndByPublisherTheFoldersFollowTheirRules) {
 
     Game("Rock", "1986", 2, "rock.tzx");
     Game("Viejo", "1969", 1, "viejo.tzx");
-    Open();
-    std::vector<ReorgTitle> titles;
-    ASSERT_TRUE(LoadReorgTitles(false, titles));
     Reorganiser byPub;
-    byPub.Plan(out + "/P", SortBy::Publisher, titles);
+    Plan(byPub, out + "/P", SortBy::Publisher);
     ASSERT_EQ(Reorganiser::Result::Done, byPub.Run(false));
     EXPECT_TRUE(Has(out + "/P/AC_DC Games/rock.tzx"));
     EXPECT_TRUE(Has(out + "/P/Opera Soft/viejo.tzx"));
@@ -181,10 +179,10 @@ TEST_F(ReorganiseTest, ByYearAndByPublisherTheFoldersFollowTheirRules) {
     EXPECT_EQ(S(src), S(RowDir("rock")));
 
     Reorganiser byYear;
-    for (ReorgTitle& t : titles)
+    for (ReorgTitle& t : loaded)
         for (ReorgFile& f : t.files)
             f.dir = out + "/P/" + (t.name == "Rock" ? "AC_DC Games" : "Opera Soft");
-    byYear.Plan(out + "/Y", SortBy::Year, titles);
+    byYear.Plan(out + "/Y", SortBy::Year, loaded);
     ASSERT_EQ(Reorganiser::Result::Done, byYear.Run(false));
     EXPECT_TRUE(Has(out + "/Y/1986/rock.tzx"));
     EXPECT_TRUE(Has(out + "/Y/Sin fecha/viejo.tzx"));
@@ -204,21 +202,12 @@ TEST_F(ReorganiseTest, NothingIsOverwrittenAndWhatStaysIsCounted) {
     QDir().mkpath(target);
     WriteFile(target + "/OCUPADO.TZX", "del destino");
     WriteFile(src + "/Scrshot/../Scrshot/Ninja.scr", "primera");
-    Open();
-    std::vector<ReorgTitle> titles;
-    ASSERT_TRUE(LoadReorgTitles(false, titles));
     Reorganiser r;
-    r.Plan(target, SortBy::Single, titles);
-    const auto lines = Lines(r);
-    EXPECT_NE(lines.end(), std::find(lines.begin(), lines.end(),
-                                     S("ya existe: se deja " + target + "/OCUPADO.TZX")));
-    EXPECT_NE(lines.end(), std::find(lines.begin(), lines.end(),
-                                     S("no está: se omite " + src + "/perdido.tzx")));
+    Plan(r, target, SortBy::Single);
+    EXPECT_TRUE(Listed(Lines(r), "ya existe: se deja " + target + "/OCUPADO.TZX"));
+    EXPECT_TRUE(Listed(Lines(r), "no está: se omite " + src + "/perdido.tzx"));
     ASSERT_EQ(Reorganiser::Result::Done, r.Run(true));
-    EXPECT_EQ(5, r.counters.Titulos);
-    EXPECT_EQ(2, r.counters.Movidos);
-    EXPECT_EQ(1, r.counters.Laterales);
-    EXPECT_EQ(2, r.counters.Omitidos);
+    EXPECT_EQ("5 2 1 2 0", Counted(r));
     EXPECT_EQ(QByteArray("del destino"), Contents(target + "/OCUPADO.TZX"));
     EXPECT_EQ(QByteArray("ocupado.tzx"), Contents(src + "/ocupado.tzx"));
     EXPECT_EQ(S(src), S(RowDir("ocupado")));
@@ -241,16 +230,11 @@ TEST_F(ReorganiseTest, NamesThatDifferOnlyInCaseAreTwoFilesAndEverySideFolderIsL
     // Two side folders in two cases, each with a screen.
     Side("SCRSHOT", "NINJA.scr");
     Side("ScrShot", "Ninja.scr");
-    Open();
-    EXPECT_EQ(S(src + "/ScrShot/Ninja.scr"), S(FindSideFile(src, SideKind::Screen, "Ninja")));
-    std::vector<ReorgTitle> titles;
-    ASSERT_TRUE(LoadReorgTitles(false, titles));
     Reorganiser r;
-    r.Plan(out, SortBy::Year, titles);
+    Plan(r, out, SortBy::Year);
+    EXPECT_EQ(S(src + "/ScrShot/Ninja.scr"), S(FindSideFile(src, SideKind::Screen, "Ninja")));
     ASSERT_EQ(Reorganiser::Result::Done, r.Run(true));
-    EXPECT_EQ(2, r.counters.Movidos);
-    EXPECT_EQ(2, r.counters.Laterales);
-    EXPECT_EQ(0, r.counters.Omitidos);
+    EXPECT_EQ("2 2 2 0 0", Counted(r));
     EXPECT_EQ(QByteArray("Ninja.tzx"), Contents(out + "/1985/Ninja.tzx"));
     EXPECT_EQ(QByteArray("segunda"), Contents(out + "/1986/NINJA.TZX"));
     EXPECT_EQ(QByteArray("Ninja.scr"), Contents(out + "/1985/Scrshot/Ninja.scr"));
@@ -266,11 +250,8 @@ TEST_F(ReorganiseTest, NamesThatDifferOnlyInCaseAreTwoFilesAndEverySideFolderIsL
 TEST_F(ReorganiseTest, AFileWhoseRowCannotFollowGoesBack) {
     Game("Uno", "1984", 1, "uno.tzx");
     Side("Scrshot", "Uno.scr");
-    Open();
-    std::vector<ReorgTitle> titles;
-    ASSERT_TRUE(LoadReorgTitles(false, titles));
     Reorganiser r;
-    r.Plan(out + "/P", SortBy::Single, titles);
+    Plan(r, out + "/P", SortBy::Single);
     // The catalogue goes away between the plan and the run.
     Store::Close();
     ASSERT_EQ(Reorganiser::Result::Done, r.Run(true));
@@ -279,10 +260,7 @@ TEST_F(ReorganiseTest, AFileWhoseRowCannotFollowGoesBack) {
     // Its side files go back with it: disk and catalogue stay together.
     EXPECT_FALSE(Has(out + "/P/Scrshot/Uno.scr"));
     EXPECT_TRUE(Has(src + "/Scrshot/Uno.scr"));
-    EXPECT_EQ(0, r.counters.Laterales);
-    EXPECT_EQ(0, r.counters.Movidos);
-    EXPECT_EQ(0, r.counters.Omitidos);
-    EXPECT_EQ(1, r.counters.Fallidos);
+    EXPECT_EQ("1 0 0 0 1", Counted(r));
     ASSERT_EQ(1u, r.notes.size());
     EXPECT_NE(std::string::npos, S(r.notes[0]).find("el archivo vuelve a su sitio"));
     EXPECT_EQ(S(src), S(RowDir("uno")));
@@ -292,49 +270,38 @@ TEST_F(ReorganiseTest, CommandLineAsksBeforeUsingAnExistingFolderAndPrintsThePla
     Game("Uno", "1984", 1, "uno.tzx");
     Game("Dos", "1984", 1, "dos.tzx", 0);
     QDir().mkpath(out + "/Programas");
-    std::ostringstream o1, e1;
-    EXPECT_EQ(1, cli::Run({"reorganise", S(out), "--db", S(db)}, o1, e1));
-    EXPECT_NE(std::string::npos, e1.str().find("El directorio ya existe. ¿desea continuar?"));
+    Result r = Reorganise({S(out)});
+    EXPECT_EQ(1, r.status);
+    EXPECT_NE(std::string::npos, r.err.find("El directorio ya existe. ¿desea continuar?"));
     EXPECT_TRUE(Has(src + "/uno.tzx"));
-    Comunes::Reset();
 
-    std::ostringstream o2, e2;
-    EXPECT_EQ(0, cli::Run({"reorganise", S(out), "--held-only", "--dry-run", "--order", "initial",
-                           "--db", S(db)},
-                          o2, e2));
+    r = Reorganise({S(out), "--held-only", "--dry-run", "--order", "initial"});
+    EXPECT_EQ(0, r.status);
     EXPECT_NE(std::string::npos,
-              o2.str().find(S("mover " + src + "/uno.tzx -> " + out + "/Programas/U/uno.tzx\n")));
-    EXPECT_EQ(std::string::npos, o2.str().find("dos.tzx"));
+              r.out.find(S("mover " + src + "/uno.tzx -> " + out + "/Programas/U/uno.tzx\n")));
+    EXPECT_EQ(std::string::npos, r.out.find("dos.tzx"));
     EXPECT_TRUE(Has(src + "/uno.tzx"));
-    Comunes::Reset();
 
-    std::ostringstream o3, e3;
-    EXPECT_EQ(0, cli::Run({"reorganise", S(out), "--yes", "--db", S(db)}, o3, e3));
+    r = Reorganise({S(out), "--yes"});
+    EXPECT_EQ(0, r.status);
     EXPECT_EQ("Títulos: 2\nArchivos movidos: 2\nArchivos laterales movidos: 0\nOmitidos: 0\n"
               "Fallidos: 0\n",
-              o3.str());
+              r.out);
     EXPECT_TRUE(Has(out + "/Programas/dos.tzx"));
     EXPECT_EQ(S(out + "/Programas"), S(RowDir("uno")));
-    Comunes::Reset();
-
-    std::ostringstream o4, e4;
-    EXPECT_EQ(2, cli::Run({"reorganise", S(out), "--order", "size"}, o4, e4));
+    EXPECT_EQ(2, Cli({"reorganise", S(out), "--order", "size"}).status);
 
     // An option without its value takes nothing, and a subfolder stays inside.
-    std::ostringstream o5, e5;
-    EXPECT_EQ(2,
-              cli::Run({"reorganise", S(out), "--subfolder", "--dry-run", "--yes", "--db", S(db)},
-                       o5, e5));
-    EXPECT_NE(std::string::npos, e5.str().find("cintal-cli: falta el valor de --subfolder\n"));
+    r = Reorganise({S(out), "--subfolder", "--dry-run", "--yes"});
+    EXPECT_EQ(2, r.status);
+    EXPECT_NE(std::string::npos, r.err.find("cintal-cli: falta el valor de --subfolder\n"));
     for (const char* outside : {"..", "../fuera", "a/b"}) {
-        std::ostringstream o6, e6;
-        EXPECT_EQ(2, cli::Run({"reorganise", S(out + "/Programas"), "--subfolder", outside, "--yes",
-                               "--db", S(db)},
-                              o6, e6));
+        r = Reorganise({S(out + "/Programas"), "--subfolder", outside, "--yes"});
+        EXPECT_EQ(2, r.status);
         EXPECT_EQ("cintal-cli: El subdirectorio \"" + std::string(outside) +
                       "\" no es válido: ha de ser un solo nombre de carpeta, no \".\" ni \"..\", "
                       "sin / \\ : * ? \" < > |\n",
-                  e6.str());
+                  r.err);
     }
     EXPECT_EQ(QDir(out).entryList(QDir::AllEntries | QDir::NoDotAndDotDot),
               QStringList{"Programas"});
@@ -347,12 +314,11 @@ TEST_F(ReorganiseTest, MovesThatFailAreCountedApartAndTheCommandSaysSo) {
     // A file in the way of the folder "B": Beta's move can't be made.
     QDir().mkpath(out + "/Programas");
     WriteFile(out + "/Programas/B", "archivo");
-    std::ostringstream o, e;
-    EXPECT_EQ(1,
-              cli::Run({"reorganise", S(out), "--order", "initial", "--yes", "--db", S(db)}, o, e));
+    const Result r = Reorganise({S(out), "--order", "initial", "--yes"});
+    EXPECT_EQ(1, r.status);
     EXPECT_EQ("Títulos: 2\nArchivos movidos: 1\nArchivos laterales movidos: 0\nOmitidos: 0\n"
               "Fallidos: 1\n",
-              o.str());
+              r.out);
     EXPECT_TRUE(Has(out + "/Programas/A/alfa.tzx"));
     EXPECT_TRUE(Has(src + "/beta.tzx"));
     EXPECT_EQ(S(src), S(RowDir("beta")));
@@ -370,22 +336,14 @@ TEST_F(ReorganiseTest, ARerunFinishesWhatAnInterruptedOneBegan) {
     WriteFile(target + "/beta.tzx.cintal-part", "de otro");
     // Stopped between a move and its row.
     ASSERT_TRUE(QFile::rename(src + "/gamma.tzx", target + "/gamma.tzx"));
-    Open();
-    std::vector<ReorgTitle> titles;
-    ASSERT_TRUE(LoadReorgTitles(false, titles));
     Reorganiser r;
-    r.Plan(target, SortBy::Single, titles);
+    Plan(r, target, SortBy::Single);
     const auto lines = Lines(r);
-    auto has = [&](const QString& line) {
-        return std::find(lines.begin(), lines.end(), S(line)) != lines.end();
-    };
-    EXPECT_TRUE(has("quitar copia a medias " + target + "/alfa.tzx.cintal-part"));
-    EXPECT_FALSE(has("quitar copia a medias " + target + "/beta.tzx.cintal-part"));
-    EXPECT_TRUE(has("ya está en " + target + "/gamma.tzx: se corrige su fila"));
+    EXPECT_TRUE(Listed(lines, "quitar copia a medias " + target + "/alfa.tzx.cintal-part"));
+    EXPECT_FALSE(Listed(lines, "quitar copia a medias " + target + "/beta.tzx.cintal-part"));
+    EXPECT_TRUE(Listed(lines, "ya está en " + target + "/gamma.tzx: se corrige su fila"));
     ASSERT_EQ(Reorganiser::Result::Done, r.Run(true));
-    EXPECT_EQ(3, r.counters.Movidos);
-    EXPECT_EQ(0, r.counters.Omitidos);
-    EXPECT_EQ(0, r.counters.Fallidos);
+    EXPECT_EQ("3 3 0 0 0", Counted(r));
     EXPECT_FALSE(QFileInfo::exists(target + "/alfa.tzx.cintal-part"));
     EXPECT_EQ(QByteArray("alfa.tzx"), Contents(target + "/alfa.tzx"));
     EXPECT_EQ(QByteArray("de otro"), Contents(target + "/beta.tzx.cintal-part"));

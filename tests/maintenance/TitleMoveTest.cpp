@@ -9,7 +9,6 @@
 #include "tape/Prompt.h"
 #include "tape/TZXTape.h"
 
-
 namespace cintal::test {
 namespace {
 
@@ -45,11 +44,7 @@ protected:
         Sql(db, "INSERT INTO tFiles (TitleId, FileName, Extension, PathIndex) VALUES (1, ?, ?, 1)",
             {name, ext});
         if (bytes) WriteFile(disk.filePath(name + "." + ext), QByteArray::fromStdString(*bytes));
-        return Sql(db, "SELECT max(FileId) FROM tFiles")[0][0].toLongLong();
-    }
-    void Open() {
-        QString reason;
-        ASSERT_TRUE(Comunes::InitGlobals(db, &reason)) << S(reason);
+        return LastId("tFiles", "FileId");
     }
     // "FileName:TitleId" of every row, in FileId order.
     std::vector<std::string> Rows() {
@@ -134,33 +129,23 @@ TEST_F(TitleMoveTest, EveryFileMovesAndTapesTakeTheNewTitle) {
     EXPECT_EQ(Sql(db, "SELECT HaveIt FROM Titles WHERE TitleId = 1")[0][0].toInt(), 1);
 }
 
-TEST_F(TitleMoveTest, TheTitleItselfIsRefused) {
-    const Bytes a = Tape(13, {{0, "Viejo"}});
-    File("a", "tzx", &a);
-    Open();
-    TitleMover mover;
-    mover.from = mover.into = 1;
-    ASSERT_TRUE(mover.LoadTarget());
-    ASSERT_TRUE(mover.Plan());
-    EXPECT_FALSE(mover.Run());
-    ASSERT_EQ(prompt.shown.size(), 1u);
-    EXPECT_EQ(prompt.shown[0].text, "Elija otro título");
-    EXPECT_EQ(Rows(), (std::vector<std::string>{"ya:2", "a:1"}));
-    EXPECT_EQ(OnDisk("a.tzx"), a);
-}
-
 TEST_F(TitleMoveTest, CommandLineMergesAndDeletesTheOldTitle) {
     const Bytes a = Tape(13, {{0, "Viejo"}});
     File("a", "tzx", &a);
-    Result r = Cli({"merge", "--from", "1", "--into", "2"});
+    // The title itself is refused, its files and tapes left as they are.
+    Result r = Cli({"merge", "--from", "1", "--into", "1"});
+    EXPECT_EQ(r.status, 1);
+    EXPECT_NE(r.err.find("Elija otro título"), std::string::npos);
+    EXPECT_EQ(Rows(), (std::vector<std::string>{"ya:2", "a:1"}));
+    EXPECT_EQ(OnDisk("a.tzx"), a);
+    Comunes::Reset();
+
+    r = Cli({"merge", "--from", "1", "--into", "2"});
     EXPECT_EQ(r.status, 0) << r.err;
     EXPECT_EQ(r.out, "1 archivo movido\nTítulo 1 borrado\n");
     EXPECT_EQ(Rows(), (std::vector<std::string>{"ya:2", "a:2"}));
     EXPECT_TRUE(Sql(db, "SELECT * FROM Titles WHERE TitleId = 1").empty());
 
-    r = Cli({"merge", "--from", "2", "--into", "2"});
-    EXPECT_EQ(r.status, 1);
-    EXPECT_NE(r.err.find("Elija otro título"), std::string::npos);
     r = Cli({"merge", "--from", "9", "--into", "2"});
     EXPECT_EQ(r.status, 1);
     EXPECT_EQ(r.err, "No existe el título 9\n");

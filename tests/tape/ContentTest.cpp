@@ -71,29 +71,14 @@ TEST_F(ContentTest, ScreensOnATapeAndWhichOneLoadsFirst) {
         if (i + 1 == 8) firstScreenEnd = image.size();
     }
     Read(image);
-    EXPECT_EQ(Summary(tape), (Names{"Cabecera .bin 2",
-                                    "Programa BASIC .bas 1",
-                                    "Cabecera .bin 4",
-                                    "Datos .bin 3",
-                                    "Cabecera .bin 8",
-                                    "",
-                                    "",
-                                    "Pantalla .scr 5",
-                                    "Cabecera .bin 10",
-                                    "Pantalla .scr 9",
-                                    "Cabecera .bin 12",
-                                    "Pantalla .scr 11",
-                                    "Cabecera .bin 14",
-                                    "Datos .bin 13",
-                                    "Cabecera .bin 16",
-                                    "Datos .bin 15",
-                                    "Datos .bin",
-                                    "Cabecera .bin 19",
-                                    "Pantalla .scr 18",
-                                    "Pantalla .scr",
-                                    "Información .bin",
-                                    "Cabecera .bin 23",
-                                    "Programa BASIC .bas 22"}));
+    // clang-format off
+    EXPECT_EQ(Summary(tape), (Names{
+        "Cabecera .bin 2", "Programa BASIC .bas 1", "Cabecera .bin 4", "Datos .bin 3",
+        "Cabecera .bin 8", "", "", "Pantalla .scr 5", "Cabecera .bin 10", "Pantalla .scr 9",
+        "Cabecera .bin 12", "Pantalla .scr 11", "Cabecera .bin 14", "Datos .bin 13",
+        "Cabecera .bin 16", "Datos .bin 15", "Datos .bin", "Cabecera .bin 19", "Pantalla .scr 18",
+        "Pantalla .scr", "Información .bin", "Cabecera .bin 23", "Programa BASIC .bas 22"}));
+    // clang-format on
     EXPECT_EQ(BytesOf(8), Screen(2));
     EXPECT_EQ(BytesOf(10), Screen(3));
     EXPECT_EQ(BytesOf(12), Screen(4));
@@ -384,50 +369,31 @@ TEST_F(ContentTest, EachKindExtractsToItsFileByteForByte) {
     const Bytes pokes = B({3}) + "Inf" + B({1, 2}) + "Vi" + B({1, 8}) + Le(30000, 2) + B({0, 3});
     const Bytes z80 = Z80v1(Ram(49152, 2), true);
     const Bytes code = Filler(500);
-    Read(Tape({Std(Head(3, "code", 500, 32768, 0)),
-               Std(Rom(0xFF, code)),
-               Std(Head(3, "scr", 6912, 16384, 0)),
-               Turbo(Rom(0xFF, Screen(1))),
-               Std(Head(0, "p", 6, 0, 6)),
-               Std(Rom(0xFF, BasicLine(1, B({0xFB})))),
+    // clang-format off
+    Read(Tape({Std(Head(3, "code", 500, 32768, 0)), Std(Rom(0xFF, code)),
+               Std(Head(3, "scr", 6912, 16384, 0)), Turbo(Rom(0xFF, Screen(1))),
+               Std(Head(0, "p", 6, 0, 6)), Std(Rom(0xFF, BasicLine(1, B({0xFB})))),
                Custom("Picture         ", B({0, 3}) + "Gif" + gif),
                Custom("Picture         ", B({1, 0}) + jpeg),
                Custom("Spectrum Screen ", B({0, 7}) + Screen(2) + "x"),
-               Custom("Instructions    ", text),
-               Custom("ZX-Edit document", Filler(70)),
-               Custom("POKEs           ", pokes),
-               Custom("Otra cosa       ", Filler(9)),
-               Custom("Picture         ", B({0, 9}) + "Gif"),
-               B({0x40, 0}) + Le(z80.size(), 3) + z80,
-               B({0x40, 1}) + Le(3, 3) + "sna",
-               PureData(Filler(33)),
-               Pause(0),
-               Text("hola"),
+               Custom("Instructions    ", text), Custom("ZX-Edit document", Filler(70)),
+               Custom("POKEs           ", pokes), Custom("Otra cosa       ", Filler(9)),
+               Custom("Picture         ", B({0, 9}) + "Gif"), B({0x40, 0}) + Le(z80.size(), 3) + z80,
+               B({0x40, 1}) + Le(3, 3) + "sna", PureData(Filler(33)), Pause(0), Text("hola"),
                Custom("Instructions    ", ""),
                Custom("Spectrum Screen ", B({0, 7}) + Screen(3)).substr(0, 21 + 5000)}));
     const std::vector<std::pair<std::string, Bytes>> expected = {
-        {"bin", Head(3, "code", 500, 32768, 0).substr(1, 17)},
-        {"bin", code},
-        {"bin", Head(3, "scr", 6912, 16384, 0).substr(1, 17)},
-        {"scr", Screen(1)},
-        {"bin", Head(0, "p", 6, 0, 6).substr(1, 17)},
-        {"bas", "1 CLS \n"},
-        {"gif", gif},
-        {"jpg", jpeg},
-        {"scr", Screen(2)},
-        {"txt", text},
-        {"zed", Filler(70)},
-        {"pok", pokes},
+        {"bin", Head(3, "code", 500, 32768, 0).substr(1, 17)}, {"bin", code},
+        {"bin", Head(3, "scr", 6912, 16384, 0).substr(1, 17)}, {"scr", Screen(1)},
+        {"bin", Head(0, "p", 6, 0, 6).substr(1, 17)}, {"bas", "1 CLS \n"}, {"gif", gif},
+        {"jpg", jpeg}, {"scr", Screen(2)}, {"txt", text}, {"zed", Filler(70)}, {"pok", pokes},
         {"bin", Filler(9)},
         {"bin", B({0, 9}) + "Gif"}, // a description past the end: the body as it is
-        {"z80", z80},
-        {"sna", "sna"},
-        {"bin", Filler(33).substr(1, 31)},
-        {"", ""},
-        {"", ""},
+        {"z80", z80}, {"sna", "sna"}, {"bin", Filler(33).substr(1, 31)}, {"", ""}, {"", ""},
         {"", ""},
         {"bin", B({0, 7}) + Screen(3).substr(0, 4998)}, // cut short: what is there
     };
+    // clang-format on
     ASSERT_EQ(contents.size(), expected.size());
     for (std::size_t i = 0; i < expected.size(); ++i) {
         SCOPED_TRACE("bloque " + std::to_string(i + 1));

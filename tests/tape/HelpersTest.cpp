@@ -42,19 +42,12 @@ TEST_F(HelpersTest, PathPartsAndExistence) {
 }
 
 TEST_F(HelpersTest, HexadecimalTextToDecimalText) {
-    const std::vector<std::pair<std::string, std::string>> cases = {{"FF", "255"},
-                                                                    {"0100", "256"},
-                                                                    {"", "0"},
-                                                                    {"ff", "255"},
-                                                                    {"aB", "171"},
-                                                                    {"00000000", "0"},
-                                                                    {"FFFFFFFF", "4294967295"},
-                                                                    {"1G", "0"},
-                                                                    {"G1", "0"},
-                                                                    {"-1", "0"},
-                                                                    {" 1", "0"},
-                                                                    {"0x10", "0"},
-                                                                    {"7FFF", "32767"}};
+    // clang-format off
+    const std::vector<std::pair<std::string, std::string>> cases = {
+        {"FF", "255"}, {"0100", "256"}, {"", "0"}, {"ff", "255"}, {"aB", "171"}, {"00000000", "0"},
+        {"FFFFFFFF", "4294967295"}, {"1G", "0"}, {"G1", "0"}, {"-1", "0"}, {" 1", "0"},
+        {"0x10", "0"}, {"7FFF", "32767"}};
+    // clang-format on
     for (const auto& [hex, decimal] : cases)
         EXPECT_EQ(TZXTape::HexToDec(hex), decimal) << '"' << hex << '"';
 }

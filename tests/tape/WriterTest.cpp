@@ -249,22 +249,17 @@ TEST_F(WriterTest, AStepThatFailsLeavesTheFileAsItWas) {
         Boxes boxes;
         bool oldBackupStays;
     };
-    const std::vector<Case> cases = {{"temporary file",
-                                      failing("create", "TMP", std::errc::no_space_on_device),
-                                      {reason("no queda espacio en el disco")},
-                                      true},
-                                     {"old backup",
-                                      failing("remove", backup, std::errc::permission_denied),
-                                      {reason("no se puede borrar la copia " + backup)},
-                                      true},
-                                     {"tape to backup",
-                                      failing("rename", path, std::errc::permission_denied),
-                                      {reason("permiso denegado")},
-                                      false},
-                                     {"temporary file to tape",
-                                      failing("rename", "TMP", std::errc::io_error),
-                                      {reason("error de lectura o escritura en el disco")},
-                                      false}};
+    // clang-format off
+    const std::vector<Case> cases = {
+        {"temporary file", failing("create", "TMP", std::errc::no_space_on_device),
+         {reason("no queda espacio en el disco")}, true},
+        {"old backup", failing("remove", backup, std::errc::permission_denied),
+         {reason("no se puede borrar la copia " + backup)}, true},
+        {"tape to backup", failing("rename", path, std::errc::permission_denied),
+         {reason("permiso denegado")}, false},
+        {"temporary file to tape", failing("rename", "TMP", std::errc::io_error),
+         {reason("error de lectura o escritura en el disco")}, false}};
+    // clang-format on
     for (const auto& c : cases) {
         SCOPED_TRACE(c.what);
         TZXTape tape;

@@ -2,11 +2,8 @@
 // a user would: the questions asked, what the grids show afterwards, what the
 // store and the disk hold, and what is handed to the browser.
 
-#include "../catalogue/CatalogueFixture.h"
-#include "../tape/TestSupport.h"
+#include "MainWindowFixture.h"
 #include "inspector/Info.h"
-#include "platform/Shell.h"
-#include "views/Principal.h"
 #include "widgets/ComboAutoComplete.h"
 
 #include <QApplication>
@@ -16,46 +13,14 @@
 namespace cintal::test {
 namespace {
 
-using Texts = std::vector<std::string>;
-
-class CommandsTest : public CatalogueTest, protected Tzx, protected ScriptedBoxes {
+class CommandsTest : public MainWindowTest {
 protected:
     void SetUp() override {
-        CatalogueTest::SetUp();
-        Shell::Set(&shell);
-        Create();
+        MainWindowTest::SetUp();
         QDir(dir.path()).mkpath("uno");
         one = dir.filePath("uno");
     }
-    void TearDown() override {
-        Shell::Set(nullptr);
-        CatalogueTest::TearDown();
-    }
 
-    qint64 TitleWithId(const QString& name, qint64 idPub = 0, int haveIt = 1,
-                       const QString& year = "1986") {
-        Title(name, year, idPub, "Arcade", haveIt, 4);
-        return Sql(db, "SELECT max(TitleId) FROM Titles")[0][0].toLongLong();
-    }
-    void File(qint64 title, const QString& name, const QString& ext, qint64 path = 1) {
-        Sql(db,
-            "INSERT INTO tFiles (TitleId, FileName, Extension, PathIndex, HaveIt) "
-            "VALUES (?, ?, ?, ?, 1)",
-            {title, name, ext, path});
-    }
-    void Load() { ASSERT_TRUE(frm.Form_Load(db)); }
-    // Selects the row whose cell shows text, as a click would.
-    static void Pick(Grid* g, const char* key, const QString& text) {
-        for (int r = 1; r <= g->Rows(); ++r)
-            if (g->CellText(r, g->ColumnIndex(key)) == text) return g->SetSelectedRow(r);
-        FAIL() << "no row " << S(text);
-    }
-    void Select(const QString& name) { Pick(frm.GridTitles, "ColName", name); }
-    void SelectFile(const QString& name) { Pick(frm.GridFiles, "ColFileName", name); }
-    QString TitleCell(const char* key) const {
-        Grid* g = frm.GridTitles;
-        return g->CellText(g->SelectedRow(), g->ColumnIndex(key));
-    }
     // True when every cell the user sees of the selected title row has these colours.
     bool RowColoured(const QColor& back, const QColor& fore) const {
         Grid* g = frm.GridTitles;
@@ -74,9 +39,7 @@ protected:
     const QColor grey = QColor(0xE0, 0xE0, 0xE0), greyText = QColor(0x66, 0x99, 0xCC);
     const std::string question = Box("¿Eliminar también físicamente el archivo del disco duro?",
                                      "Eliminar registro", Icon::Critical, Buttons::YesNo);
-    RecordingShell shell;
     QString one;
-    Principal frm;
 };
 
 TEST_F(CommandsTest, ToolbarShowsItsTipsAndKeepsUnbuiltCommandsOutOfReach) {

@@ -1,12 +1,10 @@
 // A title selected in the main window: its files as the file grid shows them,
-// its pictures found beside them, and what a double click opens.
+// its pictures and screen found beside them or inside them, and what a double
+// click opens.
 
-#include "../catalogue/CatalogueFixture.h"
+#include "MainWindowFixture.h"
 #include "catalogue/Files.h"
 #include "catalogue/Titles.h"
-#include "platform/Shell.h"
-#include "tape/Prompt.h"
-#include "views/Principal.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -16,22 +14,19 @@
 namespace cintal::test {
 namespace {
 
-class FileGridTest : public CatalogueTest {
+class FileGridTest : public MainWindowTest {
 protected:
     void SetUp() override {
-        CatalogueTest::SetUp();
+        MainWindowTest::SetUp();
         QLocale::setDefault(QLocale(QLocale::Spanish, QLocale::Spain));
-        Shell::Set(&shell);
-        Create();
         one = Folder("uno");
         two = Folder("dos");
         Path(1, one);
         Path(3, two);
     }
     void TearDown() override {
-        Shell::Set(nullptr);
         QLocale::setDefault(QLocale::c());
-        CatalogueTest::TearDown();
+        MainWindowTest::TearDown();
     }
 
     QString Folder(const QString& name) {
@@ -44,30 +39,6 @@ protected:
         QImage img(w, h, QImage::Format_RGB32);
         img.fill(Qt::darkCyan);
         ASSERT_TRUE(img.save(path, "JPG")) << S(path);
-    }
-    qint64 TitleWithId(const QString& name, int haveIt = 1) {
-        Title(name, "1986", 0, "Arcade", haveIt, 4);
-        return Sql(db, "SELECT max(TitleId) FROM Titles")[0][0].toLongLong();
-    }
-    void File(qint64 title, const QString& name, const QString& ext, qint64 path,
-              const QVariantList& more = {}) {
-        QVariantList v{title, name, ext, path};
-        v << (more.value(0).isValid() ? more.value(0) : QVariant(1)); // HaveIt
-        for (int i = 1; i < 8; ++i)
-            v << more.value(i);
-        Sql(db,
-            "INSERT INTO tFiles (TitleId, FileName, Extension, PathIndex, HaveIt, Memory, Players, "
-            "FileSize, Origin, IdLang, LoadSchema, AYSound) VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, "
-            "?, ?)",
-            v);
-    }
-    void Load() { ASSERT_TRUE(frm.Form_Load(db)); }
-    // Selects the title by name, as a click would.
-    void Select(const QString& name) {
-        Grid* g = frm.GridTitles;
-        for (int r = 1; r <= g->Rows(); ++r)
-            if (g->CellText(r, g->ColumnIndex("ColName")) == name) return g->SetSelectedRow(r);
-        FAIL() << "no title " << S(name);
     }
     // A file row's cell as "text/icon key/alignment".
     std::string Cell(int row, const char* key) const {
@@ -86,9 +57,7 @@ protected:
         return QDir(QCoreApplication::applicationDirPath()).filePath("z80.scr");
     }
 
-    RecordingShell shell;
     QString one, two;
-    Principal frm;
 };
 
 TEST_F(FileGridTest, FilesShowDecodedCellsInTheFirstFilesColours) {
@@ -162,7 +131,6 @@ TEST_F(FileGridTest, PicturesAreFoundBesideAnyFileIgnoringCase) {
     const qint64 a = TitleWithId("Mi Juego: Parte 2?");
     File(a, "mijuego", "tzx", 1);
     File(a, "mijuego", "tap", 3);
-    QFile(QDir(two).filePath("SCRSHOT")).exists();
     QDir(two).mkpath("SCRSHOT");
     WriteFile(QDir(two).filePath("SCRSHOT/mi juego - parte 2.SCR"), QByteArray(6912, '\0'));
     Picture(QDir(one).filePath("inlay/Mi Juego - Parte 2.jpg"), 400, 100);   // wide
@@ -172,7 +140,7 @@ TEST_F(FileGridTest, PicturesAreFoundBesideAnyFileIgnoringCase) {
     const qint64 c = TitleWithId("Roto");
     File(c, "roto", "tzx", 1);
     WriteFile(QDir(one).filePath("inlay/Roto.jpg"), "no es una imagen");
-    TitleWithId("Sin Archivos", 0);
+    TitleWithId("Sin Archivos", 0, 0);
     Load();
 
     EXPECT_EQ(frm.ScreenFile(), DefaultScreen());
@@ -215,8 +183,6 @@ TEST_F(FileGridTest, PicturesAreFoundBesideAnyFileIgnoringCase) {
 // takes the title's files, data and picture with it: nothing is left on screen
 // that a command could act on as if it belonged to no title.
 TEST_F(FileGridTest, WithoutASelectedTitleNothingOfTheLastOneStays) {
-    ScriptedPrompt prompt;
-    PromptScope scope(prompt);
     Publisher(1, "Ocean");
     const qint64 t = TitleWithId("Juego");
     Sql(db, "UPDATE Titles SET IdPub = 1");
@@ -226,7 +192,7 @@ TEST_F(FileGridTest, WithoutASelectedTitleNothingOfTheLastOneStays) {
     WriteFile(QDir(one).filePath("scrshot/Juego.scr"), QByteArray(6912, '\x38'));
     Picture(QDir(one).filePath("Inlay/Juego.jpg"), 300, 200);
     // Not in the collection, yet with a file row: the filter hides it.
-    const qint64 lost = TitleWithId("Perdido", 0);
+    const qint64 lost = TitleWithId("Perdido", 0, 0);
     File(lost, "perdido", "tzx", 1, {0});
     Load();
     auto nothingShown = [&](const char* when) {
@@ -298,6 +264,40 @@ TEST_F(FileGridTest, DoubleClicksOpenTheFileAndThePicture) {
     frm.ImgCaratula_DblClick();
     EXPECT_EQ(S(frm.ImgCaratula->toolTip()), "Doble click para abrir el archivo");
     EXPECT_EQ(shell.calls.last(), QDir(one).filePath("Inlay/Juego.jpg"));
+}
+
+TEST_F(FileGridTest, AScreenInsideATapeShowsWhenNoScreenFileStandsBesideIt) {
+    // The first file holds no screen, the second does.
+    const qint64 t = TitleWithId("Juego");
+    File(t, "juego", "sna", 1);
+    File(t, "otro", "tzx", 1);
+    TitleWithId("Otro");
+    test::WriteFile(S(QDir(one).filePath("juego.sna")), "corto");
+    test::WriteFile(S(QDir(one).filePath("otro.tzx")),
+                    Tape({Pause(5), Std(RomHeader(3, "Pantalla")), Std(RomData(6912))}, 1, 13));
+    Load();
+    Select("Juego");
+    const auto decoded = [](const std::string& b) {
+        return ScrImage::Decode(QByteArray(b.data(), static_cast<qsizetype>(b.size())), false);
+    };
+    EXPECT_EQ(frm.SCRImage1->Image(), decoded(Filler(6912)));
+    EXPECT_TRUE(frm.LabelScreenSource->isVisibleTo(&frm));
+    EXPECT_EQ(S(frm.LabelScreenSource->text()), "(de la cinta)");
+    EXPECT_TRUE(frm.OptDatos[0]->isEnabled());
+
+    // A screen file beside a file wins, and the mark goes.
+    const std::string side(6912, '\x55');
+    QDir(one).mkpath("SCRSHOT");
+    test::WriteFile(S(QDir(one).filePath("SCRSHOT/Juego.scr")), side);
+    frm.GridTitles->ClearSelection();
+    Select("Juego");
+    EXPECT_EQ(frm.SCRImage1->Image(), decoded(side));
+    EXPECT_FALSE(frm.LabelScreenSource->isVisibleTo(&frm));
+
+    // Nothing anywhere: the default screen, unmarked.
+    Select("Otro");
+    EXPECT_EQ(frm.ScreenFile(), DefaultScreen());
+    EXPECT_FALSE(frm.LabelScreenSource->isVisibleTo(&frm));
 }
 
 } // namespace
