@@ -1,5 +1,6 @@
 #include "cli/Commands.h"
 
+#include "cli/ArchiveTape.h"
 #include "cli/Arguments.h"
 #include "cli/CatalogueCommands.h"
 #include "cli/ContentCommands.h"
@@ -39,7 +40,9 @@ const char* kHelp =
     "  add --title ID ARCHIVO [--db CATÁLOGO]\n"
     "                           añade un archivo al título ID, como \"Añadir archivo...\"\n"
     "  scan CARPETA [--db CATÁLOGO]\n"
-    "                           añade al catálogo las cintas TZX nuevas bajo la carpeta\n"
+    "                           añade al catálogo las cintas TZX nuevas bajo la carpeta, también\n"
+    "                           las que hay dentro de archivos .zip, .7z y .rar, con su tamaño,\n"
+    "                           CRC32, MD5 y SHA1\n"
     "  import CARPETA [--db CATÁLOGO]\n"
     "                           añade los títulos nuevos de los listados web guardados en la\n"
     "                           carpeta (la que tiene legend.html)\n"
@@ -80,6 +83,9 @@ const char* kHelp =
     "                           o en CINTA-BLOQUE.ext si SALIDA es una carpeta\n"
     "  --help                   muestra esta ayuda\n"
     "\n"
+    "Un archivo dentro de un archivo comprimido (.zip, .7z, .rar) se nombra ARCHIVO.zip|INTERIOR;\n"
+    "list, info, screen, basic, extract y compare lo leen, y nada lo modifica.\n"
+    "\n"
     "Los avisos del programa se escriben en la salida de errores. screen y extract nunca\n"
     "sobrescriben un archivo que exista. Una opción que lleva valor no acepta uno que empiece\n"
     "por \"--\".\n"
@@ -87,12 +93,16 @@ const char* kHelp =
     "Estado de salida: 0 hecho; 1 rechazado, no encontrado o con algo mal; 2 argumentos\n"
     "erróneos o fallo del catálogo.\n";
 
-int List(const std::vector<std::string>& files, std::ostream& out) {
+int List(const std::vector<std::string>& files, std::ostream& out, std::ostream& err) {
     int status = 0;
     for (const std::string& file : files) {
         TZXTape tape;
-        tape.FileName = file;
-        tape.ReadTape();
+        std::string why;
+        if (!ReadTapeAt(file, tape, why)) {
+            err << "cintal-cli: " << file << ": " << why << "\n";
+            status = 1;
+            continue;
+        }
         out << ListTape(tape, file);
         if (!tape.Status().Whole()) status = 1;
     }
@@ -157,11 +167,10 @@ int Compare(const std::vector<std::string>& files, std::ostream& out, std::ostre
     TZXTape tapes[2];
     bool whole = true;
     for (int i = 0; i < 2; ++i) {
-        tapes[i].FileName = files[i];
-        tapes[i].ReadTape();
-        if (tapes[i].Status().Whole()) continue;
+        std::string why;
+        if (ReadTapeAt(files[i], tapes[i], why) && tapes[i].Status().Whole()) continue;
         err << "cintal-cli: " << files[i] << ": no se puede leer entero ("
-            << tapes[i].Status().Cause() << ")\n";
+            << (why.empty() ? tapes[i].Status().Cause() : why) << ")\n";
         whole = false;
     }
     if (!whole) return 2;
@@ -262,9 +271,11 @@ int Run(const std::vector<std::string>& args, std::ostream& out, std::ostream& e
         return ExtractCommand(args, out, err);
     }
     if (command == "init" || command == "titles" || command == "add" || command == "scan" ||
-        command == "import") {
+        command == "import" || command == "hashes" || command == "duplicates") {
         CliPrompt prompt(err, false);
         PromptScope scope(prompt);
+        if (command == "hashes") return Hashes(args, out, err);
+        if (command == "duplicates") return Duplicates(args, out, err);
         if (command == "add") return Add(args, out, err);
         if (command == "scan") return Scan(args, out, err);
         if (command == "import") return Import(args, out, err);
@@ -290,7 +301,7 @@ int Run(const std::vector<std::string>& args, std::ostream& out, std::ostream& e
     const bool yes = arguments.Has("--yes");
     CliPrompt prompt(err, yes);
     PromptScope scope(prompt);
-    if (command == "list") return List(files, out);
+    if (command == "list") return List(files, out, err);
     if (command == "clean") return Clean(files, yes, out);
     if (command == "compare") return Compare(files, out, err);
     return Tap2Tzx(files, out);
