@@ -149,7 +149,19 @@ Scanner::Result Scanner::Run(const QString& folder) {
     Tell();
     Comunes::CurTape = std::make_unique<TZXTape>();
     Result result = Result::Done;
-    for (current = 0; current < List2.size(); ++current) {
+    // What the hashes of the files catalogued already were taken against,
+    // read once rather than once a file.
+    stamps.clear();
+    {
+        QuietErrors quiet;
+        QSqlQuery q = Store::NewQuery();
+        if (!Store::Exec(q, "SELECT FileId, DiskSize, DiskTime FROM tFiles WHERE Sha1 <> '' AND "
+                            "DiskSize IS NOT NULL"))
+            result = Result::StoreFailed;
+        while (q.next())
+            stamps.insert(NumberOf(q.value(0)), {NumberOf(q.value(1)), NumberOf(q.value(2))});
+    }
+    for (current = 0; result == Result::Done && current < List2.size(); ++current) {
         if (!ProcessFile(List2[current])) {
             // What this file wrote goes; the files done before it stay.
             Store::Rollback();
@@ -208,13 +220,8 @@ bool Scanner::ProcessFile(const QString& path) {
         if (!done()) return false;
         ++counters.Omitida;
         // Hashes are taken again only when the file changed on disk.
-        QSqlQuery* q =
-            Store::Cached("SELECT DiskSize, DiskTime, Sha1 FROM tFiles WHERE FileId = ?", {*known});
-        if (!q) return false;
-        const bool same = q->next() && !q->value(0).isNull() && !TextOf(q->value(2)).isEmpty() &&
-                          DiskStamp{NumberOf(q->value(0)), NumberOf(q->value(1))} == f.stamp;
-        q->finish();
-        if (same) return true;
+        const auto was = stamps.constFind(*known);
+        if (was != stamps.cend() && *was == f.stamp) return true;
         std::string bytes, why;
         if (!platform::ReadFileOrInner(p, bytes, why)) return true;
         return FileHashes::Save(

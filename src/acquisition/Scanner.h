@@ -7,6 +7,7 @@
 #include "catalogue/FileHashes.h"
 
 #include <QElapsedTimer>
+#include <QHash>
 #include <QString>
 #include <QStringList>
 #include <functional>
@@ -75,7 +76,8 @@ private:
     void Tell();
 
     QElapsedTimer clock;
-    qint64 unnamed = 0; // tapes whose names aren't valid UTF-8
+    QHash<qint64, DiskStamp> stamps; // by FileId, of the rows with hashes
+    qint64 unnamed = 0;              // tapes whose names aren't valid UTF-8
 };
 
 // Writes the file that CurInfo describes under the title, making the title
