@@ -1,11 +1,15 @@
 // The disk scan over a collection of 10,000 tapes in 200 folders, written
 // once in a temporary folder: into an empty catalogue, then again over the
-// same folder once every file is catalogued.
+// same folder once every file is catalogued; the same with each tape in a zip
+// of its own. Beside them, the hashes of a file and the duplicates of a large
+// catalogue.
 
 #include "CatalogueBenchMain.h"
 #include "TapeBytes.h"
+#include "ZipBytes.h"
 #include "acquisition/Scanner.h"
 #include "catalogue/Comunes.h"
+#include "catalogue/FileHashes.h"
 #include "catalogue/Settings.h"
 #include "catalogue/Store.h"
 #include "tape/Cp1252.h"
@@ -85,6 +89,24 @@ QString Collection() {
     return root;
 }
 
+// Each tape of the collection in a zip of its own.
+QString Zipped() {
+    static QString root;
+    if (!root.isEmpty()) return root;
+    const QString base = workDir->filePath("comprimidos");
+    for (int i = 0; i < kFiles; ++i) {
+        const QString folder =
+            QStringLiteral("%1/serie%2").arg(base).arg(i % kFolders, 3, 10, QLatin1Char('0'));
+        if (i < kFolders) QDir().mkpath(folder);
+        const QString name = QStringLiteral("juego%1").arg(i, 5, 10, QLatin1Char('0'));
+        if (!test::WriteZip(QStringLiteral("%1/%2.zip").arg(folder, name).toStdString(),
+                            {{name.toStdString() + ".tzx", Tape(i % kTitles, i >= kTitles)}}))
+            return {};
+    }
+    root = base;
+    return root;
+}
+
 // A new, empty catalogue opened as the program opens it.
 bool Fresh(benchmark::State& state) {
     static int made = 0;
@@ -99,7 +121,9 @@ bool Fresh(benchmark::State& state) {
 bool Expect(benchmark::State& state, const Scanner& s, Scanner::Result result, qint64 creada,
             qint64 agregada, qint64 omitida) {
     const ScanCounters& c = s.counters;
-    if (result == Scanner::Result::Done && c.Total == kFiles && c.Parcial == kFiles &&
+    // A zip is found, and so is the tape inside it.
+    const qint64 found = c.Comprimidos > 0 ? 2 * kFiles : kFiles;
+    if (result == Scanner::Result::Done && c.Total == found && c.Parcial == found &&
         c.Creada == creada && c.Agregada == agregada && c.Omitida == omitida)
         return true;
     state.SkipWithError(QStringLiteral("contadores inesperados: %1 %2 %3 %4 %5")
@@ -113,8 +137,7 @@ bool Expect(benchmark::State& state, const Scanner& s, Scanner::Result result, q
     return false;
 }
 
-void BM_ScanIntoEmptyCatalogue(benchmark::State& state) {
-    const QString root = Collection();
+void ScanIntoEmptyCatalogue(benchmark::State& state, const QString& root) {
     if (root.isEmpty()) return state.SkipWithError("no se pudo escribir la colección");
     for (auto _ : state) {
         state.PauseTiming();
@@ -133,8 +156,7 @@ void BM_ScanIntoEmptyCatalogue(benchmark::State& state) {
                            benchmark::Counter::kIsRate);
 }
 
-void BM_ScanAgainWhenAllIsCatalogued(benchmark::State& state) {
-    const QString root = Collection();
+void ScanAgainWhenAllIsCatalogued(benchmark::State& state, const QString& root) {
     if (root.isEmpty()) return state.SkipWithError("no se pudo escribir la colección");
     if (!Fresh(state)) return;
     Scanner first;
@@ -152,11 +174,63 @@ void BM_ScanAgainWhenAllIsCatalogued(benchmark::State& state) {
                            benchmark::Counter::kIsRate);
 }
 
+void BM_ScanIntoEmptyCatalogue(benchmark::State& state) {
+    ScanIntoEmptyCatalogue(state, Collection());
+}
+void BM_ScanAgainWhenAllIsCatalogued(benchmark::State& state) {
+    ScanAgainWhenAllIsCatalogued(state, Collection());
+}
+void BM_ScanZippedIntoEmptyCatalogue(benchmark::State& state) {
+    ScanIntoEmptyCatalogue(state, Zipped());
+}
+void BM_ScanZippedAgain(benchmark::State& state) {
+    ScanAgainWhenAllIsCatalogued(state, Zipped());
+}
+
+// Size, CRC32, MD5 and SHA1 of 64 MB in one pass.
+void BM_Hashing(benchmark::State& state) {
+    const std::string data(64 << 20, '\x5a');
+    for (auto _ : state)
+        benchmark::DoNotOptimize(platform::HashBytes(data.data(), qint64(data.size())));
+    state.SetBytesProcessed(qint64(data.size()) * state.iterations());
+}
+
+// "Archivos repetidos" on 100,000 file rows, one in five a copy of another:
+// read from the store and grouped.
+void BM_Duplicates(benchmark::State& state) {
+    constexpr int kRows = 100000;
+    if (!Fresh(state)) return;
+    Store::Begin();
+    Store::Run("INSERT INTO Paths (PathIndex, GameDir) VALUES (1, '/coleccion')");
+    for (int i = 0; i < kRows; ++i) {
+        const int content = i % 5 == 4 ? i - 1 : i;
+        Store::Run("INSERT INTO tFiles (TitleId, FileName, Extension, PathIndex, FileSize, Sha1) "
+                   "VALUES (?, ?, 'tzx', 1, ?, ?)",
+                   {i / 2, QStringLiteral("juego%1").arg(i), 1400 + content % 100,
+                    QStringLiteral("%1").arg(content, 40, 16, QLatin1Char('0'))});
+    }
+    Store::Commit();
+    std::size_t groups = 0;
+    for (auto _ : state) {
+        const auto files = FileHashes::Load();
+        if (!files) return state.SkipWithError("no se pudo leer el catálogo");
+        groups = GroupDuplicates(*files).size();
+    }
+    if (groups != kRows / 5) state.SkipWithError("grupos inesperados");
+}
+
 BENCHMARK(BM_ScanIntoEmptyCatalogue)->Unit(benchmark::kMillisecond)->Iterations(1)->UseRealTime();
 BENCHMARK(BM_ScanAgainWhenAllIsCatalogued)
     ->Unit(benchmark::kMillisecond)
     ->Iterations(1)
     ->UseRealTime();
+BENCHMARK(BM_ScanZippedIntoEmptyCatalogue)
+    ->Unit(benchmark::kMillisecond)
+    ->Iterations(1)
+    ->UseRealTime();
+BENCHMARK(BM_ScanZippedAgain)->Unit(benchmark::kMillisecond)->Iterations(1)->UseRealTime();
+BENCHMARK(BM_Hashing)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(BM_Duplicates)->Unit(benchmark::kMillisecond)->Iterations(3)->UseRealTime();
 
 } // namespace
 

@@ -1,6 +1,7 @@
 #include "catalogue/Records.h"
 
 #include "catalogue/Comunes.h"
+#include "catalogue/FileHashes.h"
 #include "catalogue/Store.h"
 #include "catalogue/Titles.h"
 #include "platform/PathCase.h"
@@ -174,14 +175,20 @@ RecordChange AddFileToTitle(qint64 titleId, const QString& path) {
     CurTape->ReadTape();
     const ArchiveInfo& info = CurTape->ArchiveInfo();
     const QString lang = FromTape(info.iLang);
+    // A file that can't be read keeps no hashes; a later scan takes them.
+    platform::ContentHashes h;
+    const bool hashed = platform::HashFile(path, h);
+    const DiskStamp stamp = FileHashes::StampOf(path);
+    auto kept = [&](const QVariant& v) { return hashed ? v : QVariant(); };
     const bool ok =
         Store::Run("INSERT INTO tFiles (TitleId, FileName, Extension, PathIndex, Origscreen, "
-                   "FileSize, Origin, IdLang, LoadSchema, HaveIt) "
-                   "VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, 1)",
+                   "FileSize, Origin, IdLang, LoadSchema, HaveIt, Crc32, Md5, Sha1, DiskSize, "
+                   "DiskTime) VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, 1, ?, ?, ?, ?, ?)",
                    {titleId, name, extension, pathIndex, info.fOriginalScreen ? 1 : 0,
                     QFileInfo(path).size(), FromTape(info.iOrigin).left(50),
-                    lang.isEmpty() ? QVariant() : QVariant(lang.left(3)),
-                    FromTape(info.iSchema)}) &&
+                    lang.isEmpty() ? QVariant() : QVariant(lang.left(3)), FromTape(info.iSchema),
+                    kept(h.crc32), kept(h.md5), kept(h.sha1), kept(stamp.size),
+                    kept(stamp.time)}) &&
         Store::Run("UPDATE Titles SET HaveIt = 1 WHERE TitleId = ?", {titleId}) && Store::Commit();
     if (!ok) return failed();
     CurTape.reset();

@@ -46,7 +46,13 @@ const char* kSchema[] = {
     " HaveIt INTEGER DEFAULT 0,"
     " Joysticks TEXT,"
     " AYSound INTEGER DEFAULT 0,"
-    " MultiLoad INTEGER DEFAULT 0)",
+    " MultiLoad INTEGER DEFAULT 0,"
+    " InnerPath TEXT,"
+    " Crc32 TEXT,"
+    " Md5 TEXT,"
+    " Sha1 TEXT,"
+    " DiskSize INTEGER,"
+    " DiskTime INTEGER)",
     "CREATE TABLE Paths (PathIndex INTEGER PRIMARY KEY, GameDir TEXT COLLATE NOCASE)",
     "CREATE TABLE Publishers (IdPub INTEGER PRIMARY KEY, PublisherName TEXT COLLATE NOCASE)",
     "CREATE INDEX tFilesTitle ON tFiles (TitleId)",
@@ -87,6 +93,55 @@ int failures = 0;
 int depth = 0;
 
 const QStringList kTables = {"Titles", "tFiles", "Paths", "Publishers"};
+
+// Columns that catalogues made before files inside archives and content
+// hashes lack. InnerPath is the path inside the archive that FileName and
+// Extension name (empty for a plain file); DiskSize and DiskTime are the size
+// and modification time on disk when the hashes were taken.
+const char* kLaterColumns[][2] = {
+    {"InnerPath", "TEXT"}, {"Crc32", "TEXT"},       {"Md5", "TEXT"},
+    {"Sha1", "TEXT"},      {"DiskSize", "INTEGER"}, {"DiskTime", "INTEGER"},
+};
+
+// Adds what an old catalogue lacks, all or nothing. upgraded says whether
+// anything was added.
+bool Upgrade(QSqlDatabase& db, bool& upgraded, QString* reason) {
+    upgraded = false;
+    QSqlQuery q(db);
+    if (!q.exec("PRAGMA table_info(tFiles)")) {
+        if (reason) *reason = ErrorText(q.lastError());
+        return false;
+    }
+    QStringList have;
+    while (q.next())
+        have << q.value(1).toString().toLower();
+    q.finish();
+    QStringList missing;
+    for (const auto& c : kLaterColumns)
+        if (!have.contains(QString::fromLatin1(c[0]).toLower()))
+            missing << QStringLiteral("ALTER TABLE tFiles ADD COLUMN %1 %2").arg(c[0], c[1]);
+    if (missing.isEmpty()) return true;
+    if (!db.transaction()) {
+        if (reason) *reason = ErrorText(db.lastError());
+        return false;
+    }
+    for (const QString& sql : std::as_const(missing)) {
+        if (!q.exec(sql)) {
+            if (reason) *reason = ErrorText(q.lastError());
+            q.finish();
+            db.rollback();
+            return false;
+        }
+    }
+    q.finish();
+    if (!db.commit()) {
+        if (reason) *reason = ErrorText(db.lastError());
+        db.rollback();
+        return false;
+    }
+    upgraded = true;
+    return true;
+}
 
 bool Pragmas(const QSqlDatabase& db, QString* reason) {
     QSqlQuery q(db);
@@ -148,6 +203,7 @@ bool Store::Open(const QString& path, QString* reason) {
         return false;
     }
     QString why;
+    bool upgraded = false;
     {
         QSqlDatabase db = QSqlDatabase::addDatabase("QSQLITE", kConnection);
         db.setDatabaseName(path);
@@ -170,9 +226,16 @@ bool Store::Open(const QString& path, QString* reason) {
             }
             q.finish();
             if (why.isEmpty()) Pragmas(db, &why);
+            if (why.isEmpty()) Upgrade(db, upgraded, &why);
         }
     }
-    if (why.isEmpty()) return true;
+    if (why.isEmpty()) {
+        if (upgraded)
+            Ask("El catálogo se ha puesto al día: ahora guarda los archivos que hay dentro de "
+                "archivos comprimidos y el tamaño, CRC32, MD5 y SHA1 de cada archivo.",
+                {}, Icon::Information);
+        return true;
+    }
     if (reason) *reason = why;
     Close();
     return false;

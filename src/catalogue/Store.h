@@ -18,8 +18,9 @@ public:
     static bool CreateEmpty(const QString& path, QString* reason);
 
     // Opens an existing catalogue; false (with the reason) when the file is
-    // missing, can't be opened, or lacks one of the four tables. Nothing is
-    // created or altered in the file.
+    // missing, can't be opened, or lacks one of the four tables. A catalogue
+    // made before the columns of archives and hashes gains them, in one
+    // transaction, and a box says so; nothing else is altered.
     static bool Open(const QString& path, QString* reason);
     static void Close();
     static bool IsOpen();

@@ -3,6 +3,7 @@
 #include "acquisition/Scanner.h"
 #include "acquisition/WosImporter.h"
 #include "catalogue/Comunes.h"
+#include "catalogue/FileHashes.h"
 #include "catalogue/Records.h"
 #include "catalogue/Store.h"
 #include "catalogue/Titles.h"
@@ -157,6 +158,8 @@ int Scan(const std::vector<std::string>& args, std::ostream& out, std::ostream& 
     const ScanCounters& c = scanner.counters;
     out << "Total encontrados: " << Number(c.Total).toStdString() << "\n"
         << "Total procesados: " << Number(c.Parcial).toStdString() << "\n"
+        << "Archivos comprimidos: " << Number(c.Comprimidos).toStdString() << "\n"
+        << "Cintas dentro de comprimidos: " << Number(c.Interiores).toStdString() << "\n"
         << "A entradas nuevas: " << Number(c.Creada).toStdString() << "\n"
         << "A entradas existentes: " << Number(c.Agregada).toStdString() << "\n"
         << "Archivos omitidos: " << Number(c.Omitida).toStdString() << "\n"
@@ -189,6 +192,45 @@ int Import(const std::vector<std::string>& args, std::ostream& out, std::ostream
     for (const ScanWarning& w : importer.warnings)
         err << w.path.toStdString() << ": " << w.text.toStdString() << "\n";
     return result == WosImporter::Result::StoreFailed ? 2 : 0;
+}
+
+int Hashes(const std::vector<std::string>& args, std::ostream& out, std::ostream& err) {
+    QString db;
+    if (const int status = DbOption(args, "Uso: cintal-cli hashes [--db CATÁLOGO]\n", db, out, err);
+        status >= 0)
+        return status;
+    if (!OpenCatalogue(db, err)) return 2;
+    int status = 0;
+    const bool refreshed = FileHashes::Refresh([&](const QString& path, const QString& why) {
+        err << path.toStdString() << ": " << why.toStdString() << "\n";
+        status = 1;
+    });
+    const auto files = FileHashes::Load();
+    if (!refreshed || !files) return 2;
+    for (const HashedFile& f : *files)
+        out << f.fileId << '\t' << f.size << '\t' << f.crc32.toStdString() << '\t'
+            << f.md5.toStdString() << '\t' << f.sha1.toStdString() << '\t' << f.path.toStdString()
+            << '\n';
+    return status;
+}
+
+int Duplicates(const std::vector<std::string>& args, std::ostream& out, std::ostream& err) {
+    QString db;
+    if (const int status =
+            DbOption(args, "Uso: cintal-cli duplicates [--db CATÁLOGO]\n", db, out, err);
+        status >= 0)
+        return status;
+    if (!OpenCatalogue(db, err)) return 2;
+    const auto files = FileHashes::Load();
+    if (!files) return 2;
+    int n = 0;
+    for (const DuplicateGroup& g : GroupDuplicates(*files)) {
+        out << "Grupo " << ++n << ": " << g.files.size() << " archivos, " << g.size << " bytes, "
+            << g.sha1.toStdString() << '\n';
+        for (const HashedFile* f : g.files)
+            out << '\t' << f->fileId << '\t' << f->path.toStdString() << '\n';
+    }
+    return 0;
 }
 
 } // namespace cintal::cli

@@ -55,4 +55,10 @@ int Scan(const std::vector<std::string>& args, std::ostream& out, std::ostream& 
 // error.
 int Import(const std::vector<std::string>& args, std::ostream& out, std::ostream& err);
 
+// "hashes [--db FILE]": the hashes of every file row, taken again first for
+// the files that changed on disk.
+int Hashes(const std::vector<std::string>& args, std::ostream& out, std::ostream& err);
+// "duplicates [--db FILE]": the groups of rows with the same content.
+int Duplicates(const std::vector<std::string>& args, std::ostream& out, std::ostream& err);
+
 } // namespace cintal::cli

@@ -1,5 +1,6 @@
 #include "cli/Commands.h"
 
+#include "cli/ArchiveTape.h"
 #include "cli/Arguments.h"
 #include "cli/CatalogueCommands.h"
 #include "cli/ContentCommands.h"
@@ -39,7 +40,9 @@ const char* kHelp =
     "  add --title ID ARCHIVO [--db CATÁLOGO]\n"
     "                           añade un archivo al título ID, como \"Añadir archivo...\"\n"
     "  scan CARPETA [--db CATÁLOGO]\n"
-    "                           añade al catálogo las cintas TZX nuevas bajo la carpeta\n"
+    "                           añade al catálogo las cintas TZX nuevas bajo la carpeta, también\n"
+    "                           las que hay dentro de archivos .zip, .7z y .rar, con su tamaño,\n"
+    "                           CRC32, MD5 y SHA1\n"
     "  import CARPETA [--db CATÁLOGO]\n"
     "                           añade los títulos nuevos de los listados web guardados en la\n"
     "                           carpeta (la que tiene legend.html)\n"
@@ -78,8 +81,18 @@ const char* kHelp =
     "                           datos sin indicador ni suma, imagen, texto...) en el archivo "
     "SALIDA,\n"
     "                           o en CINTA-BLOQUE.ext si SALIDA es una carpeta\n"
+    "  hashes [--db CATÁLOGO]   muestra una línea por archivo del catálogo: FileId, tamaño, "
+    "CRC32,\n"
+    "                           MD5, SHA1 y ruta; antes vuelve a calcular las sumas de los\n"
+    "                           archivos que han cambiado en el disco\n"
+    "  duplicates [--db CATÁLOGO]\n"
+    "                           muestra los grupos de archivos del catálogo con el mismo\n"
+    "                           contenido (mismo tamaño y SHA1)\n"
     "  --help                   muestra esta ayuda\n"
     "  --version                muestra la versión\n"
+    "\n"
+    "Un archivo dentro de un archivo comprimido (.zip, .7z, .rar) se nombra ARCHIVO.zip|INTERIOR;\n"
+    "list, info, screen, basic, extract y compare lo leen, y nada lo modifica.\n"
     "\n"
     "Sin --db, el catálogo es cintal.mdb junto al programa o, si está instalado, en la carpeta\n"
     "de datos del usuario (~/.local/share/cintal).\n"
@@ -90,12 +103,16 @@ const char* kHelp =
     "Estado de salida: 0 hecho; 1 rechazado, no encontrado o con algo mal; 2 argumentos\n"
     "erróneos o fallo del catálogo.\n";
 
-int List(const std::vector<std::string>& files, std::ostream& out) {
+int List(const std::vector<std::string>& files, std::ostream& out, std::ostream& err) {
     int status = 0;
     for (const std::string& file : files) {
         TZXTape tape;
-        tape.FileName = file;
-        tape.ReadTape();
+        std::string why;
+        if (!ReadTapeAt(file, tape, why)) {
+            err << "cintal-cli: " << file << ": " << why << "\n";
+            status = 1;
+            continue;
+        }
         out << ListTape(tape, file);
         if (!tape.Status().Whole()) status = 1;
     }
@@ -160,11 +177,10 @@ int Compare(const std::vector<std::string>& files, std::ostream& out, std::ostre
     TZXTape tapes[2];
     bool whole = true;
     for (int i = 0; i < 2; ++i) {
-        tapes[i].FileName = files[i];
-        tapes[i].ReadTape();
-        if (tapes[i].Status().Whole()) continue;
+        std::string why;
+        if (ReadTapeAt(files[i], tapes[i], why) && tapes[i].Status().Whole()) continue;
         err << "cintal-cli: " << files[i] << ": no se puede leer entero ("
-            << tapes[i].Status().Cause() << ")\n";
+            << (why.empty() ? tapes[i].Status().Cause() : why) << ")\n";
         whole = false;
     }
     if (!whole) return 2;
@@ -265,9 +281,11 @@ int Run(const std::vector<std::string>& args, std::ostream& out, std::ostream& e
         return ExtractCommand(args, out, err);
     }
     if (command == "init" || command == "titles" || command == "add" || command == "scan" ||
-        command == "import") {
+        command == "import" || command == "hashes" || command == "duplicates") {
         CliPrompt prompt(err, false);
         PromptScope scope(prompt);
+        if (command == "hashes") return Hashes(args, out, err);
+        if (command == "duplicates") return Duplicates(args, out, err);
         if (command == "add") return Add(args, out, err);
         if (command == "scan") return Scan(args, out, err);
         if (command == "import") return Import(args, out, err);
@@ -293,7 +311,7 @@ int Run(const std::vector<std::string>& args, std::ostream& out, std::ostream& e
     const bool yes = arguments.Has("--yes");
     CliPrompt prompt(err, yes);
     PromptScope scope(prompt);
-    if (command == "list") return List(files, out);
+    if (command == "list") return List(files, out, err);
     if (command == "clean") return Clean(files, yes, out);
     if (command == "compare") return Compare(files, out, err);
     return Tap2Tzx(files, out);

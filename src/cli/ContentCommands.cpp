@@ -1,5 +1,6 @@
 #include "cli/ContentCommands.h"
 
+#include "cli/ArchiveTape.h"
 #include "cli/Arguments.h"
 #include "cli/Commands.h"
 #include "tape/Content.h"
@@ -56,14 +57,23 @@ bool BlockNumber(const std::string& text, std::int64_t& number, std::ostream& er
 // Reads a TZX tape, or a TAP file turned into one in memory. False, with the
 // reason on standard error, when nothing could be read.
 bool LoadTape(const std::string& file, TZXTape& tape, std::ostream& err) {
-    if (!FileExists(file)) {
+    const bool inner = !ArchiveOf(file).empty();
+    if (!inner && !FileExists(file)) {
         err << "cintal-cli: no existe el archivo " << file << "\n";
         return false;
     }
     Bytes image, tzx;
-    if (Lower(ExtensionOf(file)) == "tap" && ReadWholeFile(file, image) &&
+    std::string why;
+    if (inner && !BytesAt(file, image, why)) {
+        err << "cintal-cli: " << file << ": " << why << "\n";
+        return false;
+    }
+    if (Lower(ExtensionOf(file)) == "tap" && (inner || ReadWholeFile(file, image)) &&
         image.substr(0, 7) != "ZXTape!" && TapImageToTzx(image, tzx)) {
         tape.ReadImage(tzx);
+    } else if (inner) {
+        tape.FileName = file;
+        tape.ReadImage(image);
     } else {
         tape.FileName = file;
         tape.ReadTape();
@@ -142,8 +152,11 @@ int ScreenCommand(const std::vector<std::string>& args, std::ostream& out, std::
     }
     if (Refused(target, err)) return 1;
     Bytes bytes;
-    if (!FileExists(file) || !ReadWholeFile(file, bytes)) {
-        err << "cintal-cli: no se puede leer el archivo " << file << "\n";
+    std::string why;
+    if (!ArchiveOf(file).empty() ? !BytesAt(file, bytes, why)
+                                 : !FileExists(file) || !ReadWholeFile(file, bytes)) {
+        err << "cintal-cli: no se puede leer el archivo " << file
+            << (why.empty() ? std::string() : ": " + why) << "\n";
         return 1;
     }
     const std::optional<Bytes> screen = ScreenOfFile(bytes, ExtensionOf(file));

@@ -3,6 +3,7 @@
 #include "catalogue/Comunes.h"
 #include "catalogue/Records.h"
 #include "catalogue/Store.h"
+#include "cli/ArchiveTape.h"
 #include "cli/Arguments.h"
 #include "cli/Commands.h"
 #include "inspector/Inspector.h"
@@ -56,6 +57,20 @@ int BoxOf(const std::string& name) {
     return -1;
 }
 
+void PrintInfo(TZXTape& tape, std::ostream& out) {
+    for (const auto& f : kArchiveFields) {
+        const std::string& text = tape.ArchiveInfo().*(f.field);
+        if (!text.empty())
+            out << "info\t" << f.id << '\t' << f.name << '\t' << Printable(text) << '\n';
+    }
+}
+
+// "Juego.zip" of "/ruta/Juego.zip".
+std::string FileNameWithExt(const std::string& path) {
+    const auto slash = path.find_last_of('/');
+    return slash == std::string::npos ? path : path.substr(slash + 1);
+}
+
 } // namespace
 
 int InfoCommand(const std::vector<std::string>& args, std::ostream& out, std::ostream& err) {
@@ -81,15 +96,27 @@ int InfoCommand(const std::vector<std::string>& args, std::ostream& out, std::os
     }
     InfoPrompt prompt(err, yes);
     PromptScope scope(prompt);
+    // Nothing is ever written inside an archive.
+    if (const std::string archive = ArchiveOf(a.words[0]); !archive.empty()) {
+        if (!sets.empty()) {
+            err << "cintal-cli: El archivo está dentro de " << FileNameWithExt(archive)
+                << ": no se puede modificar\n";
+            return 1;
+        }
+        TZXTape tape;
+        std::string why;
+        if (!ReadTapeAt(a.words[0], tape, why)) {
+            err << "cintal-cli: " << a.words[0] << ": " << why << "\n";
+            return 1;
+        }
+        PrintInfo(tape, out);
+        return tape.Status().Whole() ? 0 : 1;
+    }
     const QString path = QFileInfo(file).absoluteFilePath();
     Inspector inspector;
     inspector.Open(path);
     if (sets.empty()) {
-        for (const auto& f : kArchiveFields) {
-            const std::string& text = inspector.Tape().ArchiveInfo().*(f.field);
-            if (!text.empty())
-                out << "info\t" << f.id << '\t' << f.name << '\t' << Printable(text) << '\n';
-        }
+        PrintInfo(inspector.Tape(), out);
         return inspector.Tape().Status().Whole() ? 0 : 1;
     }
 

@@ -324,7 +324,8 @@ TEST_F(ScanTest, CliScanPrintsTheCountersThenTheWarningsAndFailsOnAStoreFailure)
     Put("x/sano.tzx", Named("Sano", "Ocean"));
     Result r = CliWithoutTime({"scan", S(root), "--db", S(db)});
     EXPECT_EQ(r.status, 0);
-    EXPECT_EQ(r.out, "Total encontrados: 2\nTotal procesados: 2\nA entradas nuevas: 2\n"
+    EXPECT_EQ(r.out, "Total encontrados: 2\nTotal procesados: 2\nArchivos comprimidos: 0\n"
+                     "Cintas dentro de comprimidos: 0\nA entradas nuevas: 2\n"
                      "A entradas existentes: 0\nArchivos omitidos: 0\nCompañías agregadas: 1\n"
                      "Tiempo empleado: -\nTerminado: 2 avisos\n");
     // The first folder of an empty register tells its number, as a gap would.

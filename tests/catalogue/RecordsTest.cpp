@@ -5,6 +5,8 @@
 #include "../cli/CliRun.h"
 #include "../tape/TestSupport.h"
 #include "CatalogueFixture.h"
+#include "cli/Commands.h"
+#include "platform/Hashes.h"
 #include "tape/Cp1252.h"
 
 #include <QDir>
@@ -114,6 +116,9 @@ TEST_F(RecordsTest, AFileAddedByHandCarriesItsTapesTextsOnce) {
     EXPECT_EQ(Rows("SELECT Extension, coalesce(Origin, ''), IdLang, coalesce(LoadSchema, ''), "
                    "FileSize FROM tFiles WHERE FileName = 'JUEGO'"),
               Texts{"Z80||NULL||15"});
+    // Its content's hashes come with it.
+    EXPECT_EQ(Rows("SELECT Crc32, Md5 FROM tFiles WHERE FileName = 'JUEGO'"),
+              Texts{"77eeca17|" + S(platform::HashBytes("no es una cinta", 15).md5)});
     EXPECT_TRUE(prompt.shown.empty());
 }
 

@@ -1,5 +1,6 @@
 // The catalogue file and the registers read from it.
 
+#include "../tape/TestSupport.h"
 #include "CatalogueFixture.h"
 #include "catalogue/Titles.h"
 
@@ -152,6 +153,27 @@ TEST(SettingsTest, KeysDifferingOnlyInCaseAreOneKey) {
     QSettings file(dir.filePath("cintal.ini"), QSettings::IniFormat);
     EXPECT_EQ(file.allKeys().size(), 1);
     UseSettingsFile({});
+}
+
+TEST_F(StoreTest, AnOldCatalogueIsUpgradedInPlaceOnceAndSaysSo) {
+    Create();
+    for (const char* column : {"InnerPath", "Crc32", "Md5", "Sha1", "DiskSize", "DiskTime"})
+        Sql(db, QStringLiteral("ALTER TABLE tFiles DROP COLUMN %1").arg(column));
+    Sql(db, "INSERT INTO tFiles (TitleId, FileName, Extension, PathIndex) VALUES (1, 'Uno', "
+            "'tzx', 1)");
+    ScriptedBoxes boxes;
+    QString reason;
+    for (int i = 0; i < 2; ++i) {
+        ASSERT_TRUE(Store::Open(db, &reason)) << S(reason);
+        Store::Close();
+    }
+    EXPECT_EQ(boxes.Shown(),
+              (Boxes{Box("El catálogo se ha puesto al día: ahora guarda los archivos que hay "
+                         "dentro de archivos comprimidos y el tamaño, CRC32, MD5 y SHA1 de cada "
+                         "archivo.",
+                         {}, Icon::Information)}));
+    EXPECT_EQ(Rows("SELECT FileName, InnerPath, Sha1, DiskTime FROM tFiles"),
+              (std::vector<std::string>{"Uno|NULL|NULL|NULL"}));
 }
 
 } // namespace
