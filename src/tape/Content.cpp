@@ -174,7 +174,7 @@ std::vector<BlockContent> ContentOf(const Blocks& blocks) {
     std::size_t header = 0;
     for (const BlockRef& b : blocks) {
         const std::size_t index = out.size();
-        out.push_back(classifier.Next(detail::PieceOf(b->BlockData), index, header));
+        out.push_back(classifier.Next(detail::PieceOf(b->Data()), index, header));
         if (header != detail::Classifier::kNone) {
             out[header].pair = static_cast<std::int64_t>(index) + 1;
             out[index].pair = static_cast<std::int64_t>(header) + 1;
@@ -184,7 +184,7 @@ std::vector<BlockContent> ContentOf(const Blocks& blocks) {
 }
 
 std::string_view ContentBytes(const Block& block, const BlockContent& content) {
-    return detail::Sub(block.BlockData, content.offset, content.length);
+    return detail::Sub(block.Data(), content.offset, content.length);
 }
 
 std::string ContentKindName(ContentKind kind) {

@@ -92,7 +92,7 @@ public:
 private:
     void Reset();
     void Read(bool onlyData);
-    void ReadBlocks(std::string_view image, bool onlyData);
+    void ReadBlocks(std::shared_ptr<const Bytes> file, bool onlyData);
 
     std::shared_ptr<BlockList> blocks;
     std::shared_ptr<ArchiveRecord> archive;
