@@ -16,9 +16,6 @@ namespace cintal::cli {
 
 namespace {
 
-const char* kUsage = "Uso: cintal-cli info [--set CAMPO=TEXTO]... [--yes] [--db CATÁLOGO] "
-                     "CINTA.tzx\n";
-
 // The command line's questions: Aceptar/Cancelar is a question too, and
 // only --yes accepts it.
 class InfoPrompt : public CliPrompt {
@@ -69,10 +66,7 @@ std::optional<qint64> FileRowOf(const QString& path) {
 
 int InfoCommand(const std::vector<std::string>& args, std::ostream& out, std::ostream& err) {
     Arguments a;
-    if (const int status = Stop(a.Parse(
-            args, {{{"--db", true}, {"--yes"}, {"--set", true, true}}, 1, 1, kUsage}, out, err));
-        status >= 0)
-        return status;
+    if (const int status = Stop(a.Parse(args, InfoSpec(), out, err)); status >= 0) return status;
     const QString db = QString::fromStdString(a.Value("--db"));
     const QString file = QString::fromStdString(a.words[0]);
     const bool yes = a.Has("--yes");
@@ -94,11 +88,7 @@ int InfoCommand(const std::vector<std::string>& args, std::ostream& out, std::os
     Inspector inspector;
     inspector.Open(path);
     if (sets.empty()) {
-        for (const auto& f : kArchiveFields) {
-            const std::string& text = inspector.Tape().ArchiveInfo().*(f.field);
-            if (!text.empty())
-                out << "info\t" << f.id << '\t' << f.name << '\t' << Printable(text) << '\n';
-        }
+        out << ArchiveLines(inspector.Tape().ArchiveInfo());
         return inspector.Tape().Status().Whole() ? 0 : 1;
     }
 
