@@ -60,7 +60,7 @@ bool LoadTape(const std::string& file, TZXTape& tape, std::ostream& err) {
     Bytes image, tzx;
     if (Lower(ExtensionOf(file)) == "tap" && ReadWholeFile(file, image) &&
         image.substr(0, 7) != "ZXTape!" && TapImageToTzx(image, tzx)) {
-        tape.ReadImage(tzx);
+        tape.ReadImage(std::make_shared<const Bytes>(std::move(tzx)));
     } else {
         tape.FileName = file;
         tape.ReadTape();

@@ -4,6 +4,7 @@
 #include <cstring>
 #include <iostream>
 #include <string>
+#include <vector>
 
 #ifdef _WIN32
 #include <process.h>
@@ -35,12 +36,40 @@ std::string OwnFolder(const char* argv0) {
     return slash == std::string::npos ? std::string() : self.substr(0, slash + 1);
 }
 
+#ifdef _WIN32
+// _spawnv joins the arguments with blanks as they are: each one is quoted so
+// that the program started reads it back whole.
+std::string Quoted(const std::string& a) {
+    if (!a.empty() && a.find_first_of(" \t\"") == std::string::npos) return a;
+    std::string out = "\"";
+    std::size_t slashes = 0;
+    for (char c : a) {
+        if (c == '\\') {
+            ++slashes;
+            continue;
+        }
+        out.append(c == '"' ? 2 * slashes + 1 : slashes, '\\');
+        slashes = 0;
+        out += c;
+    }
+    out.append(2 * slashes, '\\');
+    return out + '"';
+}
+#endif
+
 } // namespace
 
 int HandOver(const char* program, char** argv) {
     const std::string path = OwnFolder(argv[0]) + program;
 #ifdef _WIN32
-    const intptr_t status = _spawnv(_P_WAIT, path.c_str(), argv);
+    std::vector<std::string> quoted;
+    for (char** a = argv; *a; ++a)
+        quoted.push_back(Quoted(*a));
+    std::vector<const char*> args;
+    for (const std::string& a : quoted)
+        args.push_back(a.c_str());
+    args.push_back(nullptr);
+    const intptr_t status = _spawnv(_P_WAIT, path.c_str(), args.data());
     if (status != -1) return static_cast<int>(status);
 #else
     execv(path.c_str(), argv);

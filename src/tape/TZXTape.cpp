@@ -94,12 +94,16 @@ void TZXTape::Read(bool onlyData) {
 }
 
 void TZXTape::ReadImage(std::string_view image, bool onlyData) {
+    ReadImage(std::make_shared<const Bytes>(image), onlyData);
+}
+
+void TZXTape::ReadImage(std::shared_ptr<const Bytes> image, bool onlyData) {
     Reset();
-    if (image.size() < 8) {
+    if (image->size() < 8) {
         status.stop = ReadStop::TooShort;
         return;
     }
-    ReadBlocks(std::make_shared<const Bytes>(image), onlyData);
+    ReadBlocks(std::move(image), onlyData);
 }
 
 void TZXTape::ReadBlocks(std::shared_ptr<const Bytes> file, bool onlyData) {

@@ -70,8 +70,9 @@ public:
     // Read FileName keeping only the blocks of the tape's signal and flow.
     void ReadOnlyData();
     // The same reads from an image already in memory, for tests, benchmarks
-    // and the fuzzer.
+    // and the fuzzer: the first keeps a copy of it, the second shares it.
     void ReadImage(std::string_view image, bool onlyData = false);
+    void ReadImage(std::shared_ptr<const Bytes> image, bool onlyData = false);
 
     // Writes the tape over sFileName, keeping the old file as a ".tmp"
     // backup beside it. Returns whether the file was written.
