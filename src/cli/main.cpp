@@ -1,4 +1,5 @@
 #include "cli/TapeCommands.h"
+#include "platform/FileMap.h"
 #include "platform/FileSync.h"
 #include "platform/HandOver.h"
 
@@ -11,6 +12,7 @@ int main(int argc, char** argv) {
     std::vector<std::string> args(argv + 1, argv + argc);
     if (!cintal::cli::IsTapeCommand(args)) return cintal::platform::HandOver("cintal-cli-qt", argv);
     cintal::UseFileSync();
+    cintal::UseFileMap();
     std::ios::sync_with_stdio(false);
     const int status = cintal::cli::RunTapeCommand(args, std::cout, std::cerr);
     std::cout.flush();

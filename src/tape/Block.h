@@ -38,14 +38,14 @@ struct Block {
         data = *owned;
         holder = std::move(owned);
     }
-    // The block is the part of an image that others may share.
-    void SetView(std::shared_ptr<const Bytes> image, std::size_t offset, std::size_t length) {
-        data = std::string_view(*image).substr(offset, length);
-        holder = std::move(image);
+    // The block is bytes of an image that others may share, kept alive by keep.
+    void SetView(std::shared_ptr<const void> keep, std::string_view bytes) {
+        data = bytes;
+        holder = std::move(keep);
     }
 
 private:
-    std::shared_ptr<const Bytes> holder; // keeps data alive
+    std::shared_ptr<const void> holder; // keeps data alive
     std::string_view data;
 };
 

@@ -80,17 +80,18 @@ void TZXTape::Read(bool onlyData) {
         Ask("no existe el archivo!!!!!");
         return;
     }
-    auto image = std::make_shared<Bytes>();
-    if (!ops.Read(FileName, *image)) {
+    std::shared_ptr<const void> keep;
+    std::string_view image;
+    if (!ops.Load(FileName, keep, image)) {
         status.stop = ReadStop::Unreadable;
         Ask("No se puede leer el archivo " + FileName);
         return;
     }
-    if (image->size() < 8) {
+    if (image.size() < 8) {
         status.stop = ReadStop::TooShort;
         return;
     }
-    ReadBlocks(std::move(image), onlyData);
+    ReadBlocks(std::move(keep), image, onlyData);
 }
 
 void TZXTape::ReadImage(std::string_view image, bool onlyData) {
@@ -103,11 +104,11 @@ void TZXTape::ReadImage(std::shared_ptr<const Bytes> image, bool onlyData) {
         status.stop = ReadStop::TooShort;
         return;
     }
-    ReadBlocks(std::move(image), onlyData);
+    const std::string_view bytes = *image;
+    ReadBlocks(std::move(image), bytes, onlyData);
 }
 
-void TZXTape::ReadBlocks(std::shared_ptr<const Bytes> file, bool onlyData) {
-    const std::string_view image = *file;
+void TZXTape::ReadBlocks(std::shared_ptr<const void> owner, std::string_view image, bool onlyData) {
     if (image.substr(0, 7) != "ZXTape!") {
         status.stop = ReadStop::NoSignature;
         return;
@@ -167,7 +168,8 @@ void TZXTape::ReadBlocks(std::shared_ptr<const Bytes> file, bool onlyData) {
         b->TipoBloque = BlockList::BlockKindName(id);
         b->Descr = std::move(d.descr);
         b->LenghtTot = d.size;
-        b->SetView(file, static_cast<std::size_t>(start), static_cast<std::size_t>(have));
+        b->SetView(owner,
+                   image.substr(static_cast<std::size_t>(start), static_cast<std::size_t>(have)));
         list.Append(b);
         if (have < d.size) {
             b->CutShort = true;

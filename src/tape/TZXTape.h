@@ -93,7 +93,7 @@ public:
 private:
     void Reset();
     void Read(bool onlyData);
-    void ReadBlocks(std::shared_ptr<const Bytes> file, bool onlyData);
+    void ReadBlocks(std::shared_ptr<const void> owner, std::string_view image, bool onlyData);
 
     std::shared_ptr<BlockList> blocks;
     std::shared_ptr<ArchiveRecord> archive;

@@ -32,7 +32,10 @@ TEST_F(ProgramTest, EveryCommandGivesWhatTheWholeCommandSetGives) {
     WriteFile(
         tape,
         Tape({Std(RomHeader(0, "Juego")), Std(RomData(10)), Archive({{0, "Ca\xF1\xF3n"}})}, 1, 13));
-    const std::vector<std::vector<std::string>> lines = {{"list", tape, dir.File("falta.tzx")},
+    // Big enough to be mapped rather than read.
+    const std::string big = dir.File("grande.tzx");
+    WriteFile(big, Tape({Std(RomHeader(3, "Datos")), PureData(Filler(2 << 20)), Pause(0)}));
+    const std::vector<std::vector<std::string>> lines = {{"list", tape, dir.File("falta.tzx"), big},
                                                          {"info", tape},
                                                          {"basic", tape},
                                                          {"screen", tape, dir.File("p.scr")},
