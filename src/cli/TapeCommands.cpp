@@ -93,9 +93,15 @@ Button CliPrompt::Show(const Message& message) {
 }
 
 std::string Printable(const std::string& cp1252) {
-    std::string utf8 = Cp1252ToUtf8(cp1252), out;
-    out.reserve(utf8.size());
-    for (char c : utf8) {
+    // Runs of plain characters go over whole: a listing prints thousands.
+    std::string out;
+    out.reserve(cp1252.size() + 8);
+    std::size_t plain = 0;
+    for (std::size_t i = 0; i < cp1252.size(); ++i) {
+        const auto c = static_cast<unsigned char>(cp1252[i]);
+        if (c >= 0x20 && c < 0x80 && c != '\\') continue;
+        out.append(cp1252, plain, i - plain);
+        plain = i + 1;
         switch (c) {
         case '\t':
             out += "\\t";
@@ -110,9 +116,10 @@ std::string Printable(const std::string& cp1252) {
             out += "\\\\";
             break;
         default:
-            out += c;
+            out += Cp1252ToUtf8(std::string_view(cp1252).substr(i, 1));
         }
     }
+    out.append(cp1252, plain);
     return out;
 }
 
