@@ -59,7 +59,7 @@ void CheckRoundTrip(TZXTape& first) {
     auto b = WithoutArchive(second);
     if (a.size() != b.size()) Fail("block count changed");
     for (std::size_t i = 0; i < a.size(); ++i) {
-        if (a[i]->BlockData != b[i]->BlockData) Fail("block bytes changed");
+        if (a[i]->Data() != b[i]->Data()) Fail("block bytes changed");
         if (b[i]->CutShort) Fail("a written block reads cut short");
     }
 
@@ -81,7 +81,7 @@ void CheckOnlyData(TZXTape& full, std::string_view input) {
         Fail("the data-only read kept other blocks");
     std::size_t i = 0;
     for (const auto& b : data.Blocks()) {
-        if (b->BlockData != expected[i]->BlockData || b->Descr != expected[i]->Descr)
+        if (b->Data() != expected[i]->Data() || b->Descr != expected[i]->Descr)
             Fail("the data-only read gave another block");
         ++i;
     }
@@ -102,7 +102,7 @@ void CheckContent(TZXTape& tape, std::string_view input) {
     std::size_t i = 0;
     for (const auto& b : tape.Blocks()) {
         const BlockContent& c = contents[i++];
-        const std::size_t held = b->BlockData.size();
+        const std::size_t held = b->Data().size();
         if (c.offset > held || c.length > held - c.offset) Fail("content outside its block");
         if (c.kind == ContentKind::Screen && c.length != kScreenSize)
             Fail("a screen of another size");
@@ -143,11 +143,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t siz
     bool cut = false;
     for (const auto& b : tape.Blocks()) {
         ++ordinal;
-        const auto held = static_cast<std::int64_t>(b->BlockData.size());
+        const auto held = static_cast<std::int64_t>(b->Data().size());
         if (b->CutShort ? held >= b->LenghtTot : held != b->LenghtTot)
             Fail("a block's length does not match its bytes");
         if (b->CutShort && ordinal != tape.Blocks().Count()) Fail("a cut block is not the last");
-        if (b->BlockData.empty() || static_cast<std::uint8_t>(b->BlockData[0]) != b->IdTipoBloque)
+        if (b->Data().empty() || static_cast<std::uint8_t>(b->Data()[0]) != b->IdTipoBloque)
             Fail("a block does not start with its id");
         total += held;
         cut = cut || b->CutShort;

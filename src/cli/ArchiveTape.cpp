@@ -3,6 +3,8 @@
 #include "platform/Archive.h"
 #include "tape/TZXTape.h"
 
+#include <memory>
+
 namespace cintal::cli {
 
 bool BytesAt(const std::string& path, std::string& bytes, std::string& why) {
@@ -17,7 +19,7 @@ bool ReadTapeAt(const std::string& path, TZXTape& tape, std::string& why) {
     }
     std::string bytes;
     if (!BytesAt(path, bytes, why)) return false;
-    tape.ReadImage(bytes);
+    tape.ReadImage(std::make_shared<const std::string>(std::move(bytes)));
     return true;
 }
 

@@ -7,16 +7,18 @@
 #include "cli/InfoCommand.h"
 #include "cli/MaintenanceCommands.h"
 #include "cli/ReorganiseCommands.h"
+#include "cli/TapeCommands.h"
 
-#include "tape/Compare.h"
 #include "tape/Content.h"
-#include "tape/Cp1252.h"
 #include "tape/TZXFunct.h"
 #include "tape/TZXTape.h"
 #include "tape/TapConvert.h"
 
+#include <QBuffer>
+#include <QByteArray>
+#include <QImage>
+#include <cstring>
 #include <ostream>
-#include <sstream>
 
 namespace cintal::cli {
 
@@ -103,22 +105,6 @@ const char* kHelp =
     "Estado de salida: 0 hecho; 1 rechazado, no encontrado o con algo mal; 2 argumentos\n"
     "erróneos o fallo del catálogo.\n";
 
-int List(const std::vector<std::string>& files, std::ostream& out, std::ostream& err) {
-    int status = 0;
-    for (const std::string& file : files) {
-        TZXTape tape;
-        std::string why;
-        if (!ReadTapeAt(file, tape, why)) {
-            err << "cintal-cli: " << file << ": " << why << "\n";
-            status = 1;
-            continue;
-        }
-        out << ListTape(tape, file);
-        if (!tape.Status().Whole()) status = 1;
-    }
-    return status;
-}
-
 int Clean(const std::vector<std::string>& files, bool yes, std::ostream& out) {
     int status = 0;
     for (const std::string& file : files) {
@@ -164,121 +150,37 @@ int Tap2Tzx(const std::vector<std::string>& files, std::ostream& out) {
     return status;
 }
 
-// One side of a row of compare: number, id and description, or three empty
-// fields.
-std::string Side(TZXTape& tape, std::int64_t position) {
-    if (position == 0) return "\t\t";
-    const BlockRef b = tape.Blocks().Item(static_cast<double>(position));
-    return std::to_string(position) + '\t' + Hex2(b->IdTipoBloque) + '\t' + Printable(b->Descr);
-}
-
-int Compare(const std::vector<std::string>& files, std::ostream& out, std::ostream& err) {
-    // A tape read in part would show as blocks missing: nothing is compared.
-    TZXTape tapes[2];
-    bool whole = true;
-    for (int i = 0; i < 2; ++i) {
-        std::string why;
-        if (ReadTapeAt(files[i], tapes[i], why) && tapes[i].Status().Whole()) continue;
-        err << "cintal-cli: " << files[i] << ": no se puede leer entero ("
-            << (why.empty() ? tapes[i].Status().Cause() : why) << ")\n";
-        whole = false;
-    }
-    if (!whole) return 2;
-    const Comparison c = CompareTapes(tapes[0], tapes[1]);
-    static const char* const marks[] = {"=", "~", "<", ">", " "};
-    for (const CompareRow& row : c.rows)
-        out << marks[static_cast<int>(row.kind)] << '\t' << Side(tapes[0], row.a) << '\t'
-            << Side(tapes[1], row.b) << '\n';
-    out << CompareSummary(c) << '\n' << ArchiveInfoSummary(c) << '\n';
-    return c.changed + c.onlyA + c.onlyB > 0 ? 1 : 0;
+Bytes Png(const Bytes& screen) {
+    const std::vector<std::uint32_t> pixels = ScreenPixels(screen);
+    QImage image(kScreenWidth, kScreenHeight, QImage::Format_RGB32);
+    for (int y = 0; y < kScreenHeight; ++y)
+        std::memcpy(image.scanLine(y), pixels.data() + static_cast<std::size_t>(y) * kScreenWidth,
+                    kScreenWidth * sizeof(std::uint32_t));
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::WriteOnly);
+    if (!image.save(&buffer, "PNG")) return {};
+    return Bytes(bytes.constData(), static_cast<std::size_t>(bytes.size()));
 }
 
 } // namespace
-
-Button CliPrompt::Show(const Message& message) {
-    err << FormatMessage(message);
-    if (message.buttons == Buttons::YesNo || message.buttons == Buttons::YesNoCancel) {
-        Button answer = yes ? Button::Yes : Button::No;
-        err << " -> " << (answer == Button::Yes ? "Sí" : "No");
-        err << "\n";
-        return answer;
-    }
-    err << "\n";
-    return DefaultAnswer(message.buttons);
-}
-
-std::string Printable(const std::string& cp1252) {
-    std::string utf8 = Cp1252ToUtf8(cp1252), out;
-    out.reserve(utf8.size());
-    for (char c : utf8) {
-        switch (c) {
-        case '\t':
-            out += "\\t";
-            break;
-        case '\r':
-            out += "\\r";
-            break;
-        case '\n':
-            out += "\\n";
-            break;
-        case '\\':
-            out += "\\\\";
-            break;
-        default:
-            out += c;
-        }
-    }
-    return out;
-}
-
-std::string ListTape(TZXTape& tape, const std::string& file) {
-    std::ostringstream out;
-    out << "Archivo " << file << " - versión " << tape.FileVersion << "." << tape.FileRevision
-        << "\n";
-    // Positions as the inspector counts them: from 11, each start one past
-    // the previous end, so a cut last block ends past the file's size.
-    std::int64_t start = 11, number = 0;
-    const std::vector<BlockContent> contents = ContentOf(tape.Blocks());
-    for (const BlockRef& b : tape.Blocks()) {
-        std::int64_t end = start + b->LenghtTot - 1;
-        const Checksum sum = contents[static_cast<std::size_t>(number)].checksum;
-        out << ++number << '\t' << Hex2(b->IdTipoBloque) << '\t' << Printable(b->TipoBloque) << '\t'
-            << Printable(b->Descr) << '\t' << start << '\t' << end << '\t'
-            << (sum == Checksum::Right   ? "ok"
-                : sum == Checksum::Wrong ? "mal"
-                                         : "")
-            << '\n';
-        start = end + 1;
-    }
-    ArchiveInfo& info = tape.ArchiveInfo();
-    for (const auto& f : kArchiveFields) {
-        const std::string& text = info.*(f.field);
-        if (!text.empty())
-            out << "info\t" << f.id << '\t' << f.name << '\t' << Printable(text) << '\n';
-    }
-    const ReadStatus& st = tape.Status();
-    if (!st.Whole())
-        out << "incompleto\t" << st.ordinal << '\t' << st.position << '\t' << st.Cause() << '\n';
-    return out.str();
-}
 
 int Run(const std::vector<std::string>& args, std::ostream& out, std::ostream& err) {
     if (args.empty() || args[0] == "--help" || args[0] == "-h" || args[0] == "ayuda") {
         (args.empty() ? err : out) << kHelp;
         return args.empty() ? 2 : 0;
     }
+    if (IsTapeCommand(args)) return RunTapeCommand(args, out, err);
     const std::string& command = args[0];
     if (command == "info") return InfoCommand(args, out, err);
     if (command == "purge") return Purge(args, out, err);
     if (command == "merge") return Merge(args, out, err);
     if (command == "reorganise") return Reorganise(args, out, err);
     if (command == "rename") return Rename(args, out, err);
-    if (command == "screen" || command == "basic" || command == "extract") {
+    if (command == "screen") {
         CliPrompt prompt(err, false);
         PromptScope scope(prompt);
-        if (command == "screen") return ScreenCommand(args, out, err);
-        if (command == "basic") return BasicCommand(args, out, err);
-        return ExtractCommand(args, out, err);
+        return ScreenCommand(args, out, err, &Png);
     }
     if (command == "init" || command == "titles" || command == "add" || command == "scan" ||
         command == "import" || command == "hashes" || command == "duplicates") {
@@ -293,14 +195,10 @@ int Run(const std::vector<std::string>& args, std::ostream& out, std::ostream& e
     }
     const std::size_t many = args.size();
     CommandSpec spec;
-    if (command == "list")
-        spec = {{}, 1, many, "Uso: cintal-cli list ARCHIVO...\n"};
-    else if (command == "clean")
+    if (command == "clean")
         spec = {{{"--yes"}}, 1, many, "Uso: cintal-cli clean [--yes] ARCHIVO...\n"};
     else if (command == "tap2tzx")
         spec = {{}, 1, many, "Uso: cintal-cli tap2tzx ARCHIVO.tap...\n"};
-    else if (command == "compare")
-        spec = {{}, 2, 2, "Uso: cintal-cli compare A.tzx B.tzx\n"};
     else {
         err << "cintal-cli: orden desconocida " << command << "\n" << kHelp;
         return 2;
@@ -311,9 +209,7 @@ int Run(const std::vector<std::string>& args, std::ostream& out, std::ostream& e
     const bool yes = arguments.Has("--yes");
     CliPrompt prompt(err, yes);
     PromptScope scope(prompt);
-    if (command == "list") return List(files, out, err);
     if (command == "clean") return Clean(files, yes, out);
-    if (command == "compare") return Compare(files, out, err);
     return Tap2Tzx(files, out);
 }
 

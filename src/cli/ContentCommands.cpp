@@ -2,15 +2,12 @@
 
 #include "cli/ArchiveTape.h"
 #include "cli/Arguments.h"
-#include "cli/Commands.h"
+#include "cli/TapeCommands.h"
 #include "tape/Content.h"
 #include "tape/TZXFunct.h"
 #include "tape/TZXTape.h"
 #include "tape/TapConvert.h"
 
-#include <QBuffer>
-#include <QByteArray>
-#include <QImage>
 #include <cstring>
 #include <filesystem>
 #include <ostream>
@@ -70,10 +67,10 @@ bool LoadTape(const std::string& file, TZXTape& tape, std::ostream& err) {
     }
     if (Lower(ExtensionOf(file)) == "tap" && (inner || ReadWholeFile(file, image)) &&
         image.substr(0, 7) != "ZXTape!" && TapImageToTzx(image, tzx)) {
-        tape.ReadImage(tzx);
+        tape.ReadImage(std::make_shared<const Bytes>(std::move(tzx)));
     } else if (inner) {
         tape.FileName = file;
-        tape.ReadImage(image);
+        tape.ReadImage(std::make_shared<const Bytes>(std::move(image)));
     } else {
         tape.FileName = file;
         tape.ReadTape();
@@ -124,22 +121,10 @@ bool Write(const std::string& path, std::string_view bytes, std::ostream& err) {
     return false;
 }
 
-Bytes Png(const Bytes& screen) {
-    const std::vector<std::uint32_t> pixels = ScreenPixels(screen);
-    QImage image(kScreenWidth, kScreenHeight, QImage::Format_RGB32);
-    for (int y = 0; y < kScreenHeight; ++y)
-        std::memcpy(image.scanLine(y), pixels.data() + static_cast<std::size_t>(y) * kScreenWidth,
-                    kScreenWidth * sizeof(std::uint32_t));
-    QByteArray bytes;
-    QBuffer buffer(&bytes);
-    buffer.open(QIODevice::WriteOnly);
-    if (!image.save(&buffer, "PNG")) return {};
-    return Bytes(bytes.constData(), static_cast<std::size_t>(bytes.size()));
-}
-
 } // namespace
 
-int ScreenCommand(const std::vector<std::string>& args, std::ostream& out, std::ostream& err) {
+int ScreenCommand(const std::vector<std::string>& args, std::ostream& out, std::ostream& err,
+                  PngMaker png) {
     std::vector<std::string> words;
     if (const int status = Words(args, 2, 2, kScreenUsage, words, out, err); status >= 0)
         return status;
@@ -164,7 +149,7 @@ int ScreenCommand(const std::vector<std::string>& args, std::ostream& out, std::
         err << file << ": no tiene pantalla\n";
         return 1;
     }
-    const Bytes written = kind == "scr" ? *screen : Png(*screen);
+    const Bytes written = kind == "scr" ? *screen : png ? png(*screen) : Bytes();
     if (written.empty()) {
         err << "cintal-cli: no se puede hacer la imagen PNG\n";
         return 1;

@@ -6,9 +6,13 @@
 
 namespace cintal::cli {
 
+// A Spectrum screen as a 256x192 PNG picture, or nothing when it can't be made.
+using PngMaker = std::string (*)(const std::string& screen);
+
 // `screen ARCHIVO SALIDA.scr|SALIDA.png`: the first screen of a tape or a
-// snapshot, as a Spectrum screen file or as a 256x192 PNG picture.
-int ScreenCommand(const std::vector<std::string>& args, std::ostream& out, std::ostream& err);
+// snapshot, as a Spectrum screen file or, through png, as a PNG picture.
+int ScreenCommand(const std::vector<std::string>& args, std::ostream& out, std::ostream& err,
+                  PngMaker png);
 
 // `basic CINTA [BLOQUE]`: the listing of the tape's first BASIC program, or
 // of the program in block BLOQUE (its header's number will do too).

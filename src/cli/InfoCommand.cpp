@@ -17,9 +17,6 @@ namespace cintal::cli {
 
 namespace {
 
-const char* kUsage = "Uso: cintal-cli info [--set CAMPO=TEXTO]... [--yes] [--db CATÁLOGO] "
-                     "CINTA.tzx\n";
-
 // The command line's questions: Aceptar/Cancelar is a question too, and
 // only --yes accepts it.
 class InfoPrompt : public CliPrompt {
@@ -57,14 +54,6 @@ int BoxOf(const std::string& name) {
     return -1;
 }
 
-void PrintInfo(TZXTape& tape, std::ostream& out) {
-    for (const auto& f : kArchiveFields) {
-        const std::string& text = tape.ArchiveInfo().*(f.field);
-        if (!text.empty())
-            out << "info\t" << f.id << '\t' << f.name << '\t' << Printable(text) << '\n';
-    }
-}
-
 // "Juego.zip" of "/ruta/Juego.zip".
 std::string FileNameWithExt(const std::string& path) {
     const auto slash = path.find_last_of('/');
@@ -75,10 +64,7 @@ std::string FileNameWithExt(const std::string& path) {
 
 int InfoCommand(const std::vector<std::string>& args, std::ostream& out, std::ostream& err) {
     Arguments a;
-    if (const int status = Stop(a.Parse(
-            args, {{{"--db", true}, {"--yes"}, {"--set", true, true}}, 1, 1, kUsage}, out, err));
-        status >= 0)
-        return status;
+    if (const int status = Stop(a.Parse(args, InfoSpec(), out, err)); status >= 0) return status;
     const QString db = QString::fromStdString(a.Value("--db"));
     const QString file = QString::fromStdString(a.words[0]);
     const bool yes = a.Has("--yes");
@@ -109,14 +95,14 @@ int InfoCommand(const std::vector<std::string>& args, std::ostream& out, std::os
             err << "cintal-cli: " << a.words[0] << ": " << why << "\n";
             return 1;
         }
-        PrintInfo(tape, out);
+        out << ArchiveLines(tape.ArchiveInfo());
         return tape.Status().Whole() ? 0 : 1;
     }
     const QString path = QFileInfo(file).absoluteFilePath();
     Inspector inspector;
     inspector.Open(path);
     if (sets.empty()) {
-        PrintInfo(inspector.Tape(), out);
+        out << ArchiveLines(inspector.Tape().ArchiveInfo());
         return inspector.Tape().Status().Whole() ? 0 : 1;
     }
 

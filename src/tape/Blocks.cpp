@@ -46,7 +46,7 @@ BlockRef Blocks::Add(std::int32_t sIdTipoBloque, std::string sDescr, Bytes sBloc
                      double sLenghtTot, const std::string&, double sPosition) {
     auto b = std::make_shared<Block>();
     b->IdTipoBloque = sIdTipoBloque;
-    b->BlockData = std::move(sBlockData);
+    b->SetData(std::move(sBlockData));
     b->Descr = std::move(sDescr);
     b->LenghtTot = static_cast<std::int64_t>(sLenghtTot);
     b->TipoBloque = BlockKindName(sIdTipoBloque);
@@ -56,6 +56,10 @@ BlockRef Blocks::Add(std::int32_t sIdTipoBloque, std::string sDescr, Bytes sBloc
     else
         list.push_back(b);
     return b;
+}
+
+void Blocks::Append(BlockRef block) {
+    list.push_back(std::move(block));
 }
 
 BlockRef Blocks::Item(double vntIndexKey) const {
@@ -107,14 +111,7 @@ BlockRef Blocks::Move(double BlockNumber, bool Up) {
 
     // The moved block is a new object: a reference held from before no longer
     // points into the list.
-    const Block& old = *list[*at];
-    auto moved = std::make_shared<Block>();
-    moved->Descr = old.Descr;
-    moved->BlockData = old.BlockData;
-    moved->IdTipoBloque = old.IdTipoBloque;
-    moved->LenghtTot = old.LenghtTot;
-    moved->TipoBloque = old.TipoBloque;
-    moved->CutShort = old.CutShort;
+    auto moved = std::make_shared<Block>(*list[*at]);
     RemoveAt(*at);
     std::size_t dest = Up ? *at - 1 : *at + 1;
     list.insert(list.begin() + static_cast<std::ptrdiff_t>(std::min(dest, list.size())), moved);

@@ -18,6 +18,8 @@ public:
     // below 0 or beyond the end appends (an empty list has no position 1).
     BlockRef Add(std::int32_t sIdTipoBloque, std::string sDescr, Bytes sBlockData,
                  double sLenghtTot, const std::string& sKey = {}, double sPosition = 0);
+    // Appends a block made whole elsewhere, its kind name included.
+    void Append(BlockRef block);
     // The block at that position, or nothing when there is none.
     BlockRef Item(double vntIndexKey) const;
     std::int64_t Count() const { return static_cast<std::int64_t>(list.size()); }

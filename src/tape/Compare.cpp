@@ -148,7 +148,7 @@ bool LeftOut(const Block& b) {
 }
 
 bool SameBlock(const Block& x, const Block& y) {
-    return x.IdTipoBloque == y.IdTipoBloque && x.BlockData == y.BlockData;
+    return x.IdTipoBloque == y.IdTipoBloque && x.Data() == y.Data();
 }
 
 // A 64-bit hash of a block's bytes, four lanes of eight bytes at a time with
@@ -200,7 +200,7 @@ class BlockIds {
 public:
     explicit BlockIds(std::size_t n) : slots(std::bit_ceil(2 * n + 2), kNone) { blocks.reserve(n); }
     std::uint32_t Of(const Block& b) {
-        const std::uint64_t h = HashOf(b.BlockData) ^
+        const std::uint64_t h = HashOf(b.Data()) ^
                                 std::uint64_t(std::uint32_t(b.IdTipoBloque)) * 0x9E3779B97F4A7C15u;
         const std::size_t mask = slots.size() - 1;
         for (std::size_t i = h & mask;; i = (i + 1) & mask) {

@@ -50,7 +50,7 @@ enum class Checksum { None, Right, Wrong };
 struct BlockContent {
     ContentKind kind = ContentKind::None;
     Checksum checksum = Checksum::None;
-    // Where the content stands in the block's BlockData: for ROM-style
+    // Where the content stands in the block's bytes (Data()): for ROM-style
     // blocks the bytes between flag and checksum; for a screen its 6912
     // bytes; for custom info the file it carries after its own fields.
     // Always within the bytes the block holds.

@@ -13,8 +13,18 @@ namespace cintal::detail {
 
 namespace {
 
+FileMap mapFile = nullptr;
+
+class Disk : public FileOps {
+public:
+    bool Load(const std::string& path, std::shared_ptr<const void>& keep,
+              std::string_view& bytes) override {
+        return (mapFile && mapFile(path, keep, bytes)) || FileOps::Load(path, keep, bytes);
+    }
+};
+
 FileOps& DiskOps() {
-    static FileOps disk;
+    static Disk disk;
     return disk;
 }
 
@@ -38,6 +48,15 @@ bool FileOps::Exists(const std::string& path) {
 
 bool FileOps::Read(const std::string& path, std::string& out) {
     return ReadWholeFile(path, out);
+}
+
+bool FileOps::Load(const std::string& path, std::shared_ptr<const void>& keep,
+                   std::string_view& bytes) {
+    auto read = std::make_shared<std::string>();
+    if (!Read(path, *read)) return false;
+    bytes = *read;
+    keep = std::move(read);
+    return true;
 }
 
 bool FileOps::Same(const std::string& a, const std::string& b) {
@@ -81,6 +100,10 @@ std::error_code FileOps::Rename(const std::string& from, const std::string& to) 
 
 void SetFileFlush(FileFlush flush) {
     flushFile = flush ? flush : &FlushBuffer;
+}
+
+void SetFileMap(FileMap map) {
+    mapFile = map;
 }
 
 FileOps& CurrentFileOps() {

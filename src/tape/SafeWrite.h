@@ -5,6 +5,7 @@
 #include "tape/StandIn.h"
 
 #include <cstdio>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <system_error>
@@ -23,6 +24,10 @@ public:
     virtual bool Exists(const std::string& path);
     // The whole file; false when it can't be opened or read.
     virtual bool Read(const std::string& path, std::string& out);
+    // The whole file as bytes held by keep, which may be shared: by default
+    // what Read gives.
+    virtual bool Load(const std::string& path, std::shared_ptr<const void>& keep,
+                      std::string_view& bytes);
     // True when both names exist and stand for one file.
     virtual bool Same(const std::string& a, const std::string& b);
     // The names of a folder's entries; "" is the current folder.
@@ -42,6 +47,13 @@ FileOps& CurrentFileOps();
 // at start-up. Null puts the buffer-only push back.
 using FileFlush = bool (*)(std::FILE* file);
 void SetFileFlush(FileFlush flush);
+
+// How the disk's FileOps may show a whole file in memory without copying it
+// (a mapping of the file), for a program that reads tapes and ends; false
+// where it can't, and the file is read as ever. Null puts reading back.
+using FileMap = bool (*)(const std::string& path, std::shared_ptr<const void>& keep,
+                         std::string_view& bytes);
+void SetFileMap(FileMap map);
 
 // Puts a FileOps in place for the lifetime of a scope and then the previous one.
 class FileOpsScope : public StandInScope<FileOps> {

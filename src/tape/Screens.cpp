@@ -166,7 +166,7 @@ std::optional<Bytes> FirstScreen(const Blocks& blocks) {
     auto it = blocks.begin();
     return FirstScreenOf([&]() -> std::optional<Piece> {
         if (it == blocks.end()) return std::nullopt;
-        return detail::PieceOf((*it++)->BlockData);
+        return detail::PieceOf((*it++)->Data());
     });
 }
 

@@ -1,5 +1,6 @@
 #include "tape/TZXFunct.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <filesystem>
 #include <system_error>
@@ -72,9 +73,8 @@ std::string JoinPath(const std::string& dir, const std::string& name) {
 }
 
 std::string Hex2(int id) {
-    char buf[8];
-    std::snprintf(buf, sizeof buf, "0x%02X", id & 0xFF);
-    return buf;
+    static constexpr char digits[] = "0123456789ABCDEF";
+    return {'0', 'x', digits[(id >> 4) & 0xF], digits[id & 0xF]};
 }
 
 bool ReadWholeFile(const std::string& path, std::string& out) {
@@ -84,17 +84,22 @@ bool ReadWholeFile(const std::string& path, std::string& out) {
     // The size is only a hint: the loop reads what the file really holds.
     std::error_code ec;
     auto hint = std::filesystem::file_size(path, ec);
-    if (!ec && hint < (std::uintmax_t(1) << 40)) out.reserve(static_cast<std::size_t>(hint));
-    char buf[1 << 16];
+    // Read straight into the string, one piece more than the size says so
+    // that the end is seen.
+    std::size_t have = 0, want = 1 << 16;
+    if (!ec && hint < (std::uintmax_t(1) << 40)) want = static_cast<std::size_t>(hint) + 1;
     bool ok = true;
     for (;;) {
-        std::size_t n = std::fread(buf, 1, sizeof buf, f);
-        out.append(buf, n);
-        if (n < sizeof buf) {
+        out.resize(have + want);
+        const std::size_t n = std::fread(out.data() + have, 1, want, f);
+        have += n;
+        if (n < want) {
             ok = !std::ferror(f);
             break;
         }
+        want = std::max<std::size_t>(want, 1 << 16);
     }
+    out.resize(have);
     std::fclose(f);
     if (!ok) out.clear();
     return ok;

@@ -6,6 +6,7 @@
 #include "tape/TZXFunct.h"
 
 #include <algorithm>
+#include <vector>
 
 namespace cintal {
 
@@ -79,8 +80,9 @@ void TZXTape::Read(bool onlyData) {
         Ask("no existe el archivo!!!!!");
         return;
     }
-    std::string image;
-    if (!ops.Read(FileName, image)) {
+    std::shared_ptr<const void> keep;
+    std::string_view image;
+    if (!ops.Load(FileName, keep, image)) {
         status.stop = ReadStop::Unreadable;
         Ask("No se puede leer el archivo " + FileName);
         return;
@@ -89,19 +91,24 @@ void TZXTape::Read(bool onlyData) {
         status.stop = ReadStop::TooShort;
         return;
     }
-    ReadBlocks(image, onlyData);
+    ReadBlocks(std::move(keep), image, onlyData);
 }
 
 void TZXTape::ReadImage(std::string_view image, bool onlyData) {
+    ReadImage(std::make_shared<const Bytes>(image), onlyData);
+}
+
+void TZXTape::ReadImage(std::shared_ptr<const Bytes> image, bool onlyData) {
     Reset();
-    if (image.size() < 8) {
+    if (image->size() < 8) {
         status.stop = ReadStop::TooShort;
         return;
     }
-    ReadBlocks(image, onlyData);
+    const std::string_view bytes = *image;
+    ReadBlocks(std::move(image), bytes, onlyData);
 }
 
-void TZXTape::ReadBlocks(std::string_view image, bool onlyData) {
+void TZXTape::ReadBlocks(std::shared_ptr<const void> owner, std::string_view image, bool onlyData) {
     if (image.substr(0, 7) != "ZXTape!") {
         status.stop = ReadStop::NoSignature;
         return;
@@ -124,6 +131,10 @@ void TZXTape::ReadBlocks(std::string_view image, bool onlyData) {
     BlockList& list = Blocks();
     cintal::ArchiveInfo* texts = onlyData ? nullptr : &ArchiveInfo();
     detail::DecodeState st;
+    // The blocks are made in runs that grow with the tape, each one piece of
+    // memory that its blocks keep alive: not one allocation per block.
+    std::shared_ptr<std::vector<Block>> run;
+    std::size_t used = 0;
     const auto size = static_cast<std::int64_t>(image.size());
     std::int64_t pos = 10; // from 0 here; messages count from 1
     while (pos < size) {
@@ -147,10 +158,19 @@ void TZXTape::ReadBlocks(std::string_view image, bool onlyData) {
         if (!keep) continue;
         // Never more than the image holds, whatever the block declares.
         const std::int64_t have = std::min(d.size, size - start);
-        BlockRef b = list.Add(
-            id, std::move(d.descr),
-            Bytes(image.substr(static_cast<std::size_t>(start), static_cast<std::size_t>(have))),
-            static_cast<double>(d.size));
+        if (!run || used == run->size()) {
+            run = std::make_shared<std::vector<Block>>(
+                std::clamp<std::size_t>(static_cast<std::size_t>(list.Count()), 16, 4096));
+            used = 0;
+        }
+        BlockRef b(run, &(*run)[used++]);
+        b->IdTipoBloque = id;
+        b->TipoBloque = BlockList::BlockKindName(id);
+        b->Descr = std::move(d.descr);
+        b->LenghtTot = d.size;
+        b->SetView(owner,
+                   image.substr(static_cast<std::size_t>(start), static_cast<std::size_t>(have)));
+        list.Append(b);
         if (have < d.size) {
             b->CutShort = true;
             cutOrdinal = st.ordinal;

@@ -70,8 +70,9 @@ public:
     // Read FileName keeping only the blocks of the tape's signal and flow.
     void ReadOnlyData();
     // The same reads from an image already in memory, for tests, benchmarks
-    // and the fuzzer.
+    // and the fuzzer: the first keeps a copy of it, the second shares it.
     void ReadImage(std::string_view image, bool onlyData = false);
+    void ReadImage(std::shared_ptr<const Bytes> image, bool onlyData = false);
 
     // Writes the tape over sFileName, keeping the old file as a ".tmp"
     // backup beside it. Returns whether the file was written.
@@ -92,7 +93,7 @@ public:
 private:
     void Reset();
     void Read(bool onlyData);
-    void ReadBlocks(std::string_view image, bool onlyData);
+    void ReadBlocks(std::shared_ptr<const void> owner, std::string_view image, bool onlyData);
 
     std::shared_ptr<BlockList> blocks;
     std::shared_ptr<ArchiveRecord> archive;

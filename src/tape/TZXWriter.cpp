@@ -50,7 +50,7 @@ Bytes TZXTape::Image(std::int16_t version, std::int16_t revision) const {
     std::size_t total = 10 + info.size();
     if (blocks)
         for (const BlockRef& b : *blocks)
-            if (b->IdTipoBloque != 0x32) total += b->BlockData.size();
+            if (b->IdTipoBloque != 0x32) total += b->Data().size();
     Bytes image;
     image.reserve(total);
     image.append("ZXTape!\x1A", 8);
@@ -59,7 +59,7 @@ Bytes TZXTape::Image(std::int16_t version, std::int16_t revision) const {
     image += info;
     if (blocks)
         for (const BlockRef& b : *blocks)
-            if (b->IdTipoBloque != 0x32) image += b->BlockData;
+            if (b->IdTipoBloque != 0x32) image += b->Data();
     return image;
 }
 

@@ -639,7 +639,7 @@ TEST_F(InfoTest, BlockCommandsChangeTheListInMemoryAndTheSelectionFollows) {
     EXPECT_EQ(offered, "Pantalla (*.scr)");
     EXPECT_EQ(g->Rows(), 4);
     EXPECT_EQ(S(g->CellText(2, g->ColumnIndex("ColTipoBloque"))), "Info personalizada");
-    EXPECT_EQ(info->Logic().Tape().Blocks().Item(2)->BlockData,
+    EXPECT_EQ(info->Logic().Tape().Blocks().Item(2)->Data(),
               Custom("Spectrum Screen ", B({0, 0}) + Filler(6912)));
 
     // Cancel adds nothing; a name the engine wouldn't take is refused aloud.

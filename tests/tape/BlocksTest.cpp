@@ -39,7 +39,7 @@ TEST_F(BlocksTest, AddAndMovePlaceBlocksByPosition) {
     EXPECT_EQ(Descrs(list), "abxyc");
     EXPECT_EQ(list.Item(4), moved);
     EXPECT_NE(moved, y); // a new object: what the caller held is out of the list
-    EXPECT_EQ(moved->BlockData, y->BlockData);
+    EXPECT_EQ(moved->Data(), y->Data());
     EXPECT_EQ(moved->LenghtTot, 10);
     EXPECT_EQ(moved->TipoBloque, y->TipoBloque);
     list.Move(1, false);
@@ -151,7 +151,7 @@ TEST_F(BlocksTest, NewBlocksMadeFromFiles) {
         EXPECT_EQ(descr, c.descr);
         const auto b = tape.Blocks().Item(1);
         EXPECT_EQ(b->Descr, c.descr);
-        EXPECT_TRUE(SameBytes(b->BlockData, c.data));
+        EXPECT_TRUE(SameBytes(Bytes(b->Data()), c.data));
         EXPECT_EQ(b->LenghtTot, std::int64_t(c.data.size()));
         const Boxes notes = {Box("comprobar que no hay otra info"), Box("esto falla!")};
         EXPECT_EQ(Shown(), c.name == "leeme.txt" ? notes : Boxes{});

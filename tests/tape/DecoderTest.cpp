@@ -38,7 +38,7 @@ TEST_F(DecoderTest, EveryKindReadsWithItsTextAndExactExtent) {
         EXPECT_EQ(b->IdTipoBloque, id);
         EXPECT_EQ(b->TipoBloque, kKindNames.at(id));
         EXPECT_EQ(b->Descr, kinds[i].descr);
-        EXPECT_EQ(b->BlockData, kinds[i].bytes);
+        EXPECT_EQ(b->Data(), kinds[i].bytes);
         EXPECT_EQ(b->LenghtTot, std::int64_t(kinds[i].bytes.size()));
         EXPECT_FALSE(b->CutShort);
     }
@@ -57,7 +57,7 @@ TEST_F(DecoderTest, ArchiveBlocksFillArchiveInfoAndLaterTextsWin) {
     EXPECT_EQ(tape.Blocks().Item(1)->Descr, "Juego");
     EXPECT_EQ(tape.Blocks().Item(1)->TipoBloque, "Info de archivo");
     EXPECT_EQ(tape.Blocks().Item(3)->Descr, "");
-    EXPECT_EQ(tape.Blocks().Item(3)->BlockData, second);
+    EXPECT_EQ(tape.Blocks().Item(3)->Data(), second);
     const ArchiveInfo& info = tape.ArchiveInfo();
     const std::vector<std::string> texts = {
         info.iName,  info.iPublisher, info.iAuthor, info.iYear,        info.iLang,    info.iType,
@@ -96,7 +96,7 @@ TEST_F(DecoderTest, CustomInfoTextsByIdAndShortData) {
     for (std::size_t i = 0; i < cases.size(); ++i) {
         SCOPED_TRACE("bloque " + std::to_string(i + 1));
         EXPECT_EQ(tape.Blocks().Item(double(i + 1))->Descr, cases[i].second);
-        EXPECT_EQ(tape.Blocks().Item(double(i + 1))->BlockData, cases[i].first);
+        EXPECT_EQ(tape.Blocks().Item(double(i + 1))->Data(), cases[i].first);
     }
 }
 

@@ -71,7 +71,7 @@ TEST_F(ReaderTest, CutInsideFieldsDropsTheBlockCutInsideDataKeepsIt) {
             }
             ASSERT_EQ(tape.Blocks().Count(), 2);
             const auto last = tape.Blocks().Item(2);
-            EXPECT_EQ(last->BlockData, block.substr(0, keep));
+            EXPECT_EQ(last->Data(), block.substr(0, keep));
             EXPECT_EQ(last->LenghtTot, std::int64_t(block.size()));
             EXPECT_TRUE(last->CutShort);
             EXPECT_FALSE(tape.Blocks().Item(1)->CutShort);
@@ -145,7 +145,7 @@ TEST_F(ReaderTest, ReadOnlyDataKeepsTheSignalAndFlowBlocksOnly) {
     auto k = kinds.begin();
     for (const auto& block : tape.Blocks()) {
         ids.push_back(block->IdTipoBloque);
-        while (k != kinds.end() && k->bytes != block->BlockData)
+        while (k != kinds.end() && k->bytes != block->Data())
             ++k;
         ASSERT_NE(k, kinds.end()) << block->Descr;
         EXPECT_EQ(block->Descr, k->descr);
