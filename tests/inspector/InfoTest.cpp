@@ -457,6 +457,11 @@ TEST_F(InfoTest, ANewerVersionRefusedKeepsTheFileAndStoresWhatItHolds) {
     const Bytes tape = Tape({Archive({{0, "Juego"}, {4, "French"}}), Pause(10)}, 1, 21);
     Put("juego.tzx", tape);
     Open("Juego");
+    EXPECT_EQ(Shown(), Texts{Box("El archivo TZX indica una versión 1.21. Esta aplicación soporta "
+                                 "hasta la revisión 1.20 del formato TZX, por lo que el archivo "
+                                 "puede no ser compatible",
+                                 "Versión incompatible", Icon::Critical)});
+    prompt.shown.clear();
     info->SetBoxText(Box::Title, "Cambiado");
     info->TextInfo_KeyUp();
     prompt.Answer(Button::No);
