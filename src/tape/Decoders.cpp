@@ -135,9 +135,11 @@ std::string CswText(std::string_view block) {
 
 std::string GeneralizedText(std::string_view block) {
     const GeneralizedBlock g = ParseGeneralized(block);
-    std::string out = "Piloto/sinc.: " + Count(g.pilot.count, "s\xEDmbolo") +
-                      ", datos: " + Count(g.data.count, "s\xEDmbolo") + ", pausa de " +
-                      Num(g.pauseMs) + " mseg.";
+    // The data first: a list too narrow for the whole text still tells
+    // blocks apart.
+    std::string out = "Datos: " + Count(g.data.count, "s\xEDmbolo") +
+                      ", piloto/sinc.: " + Num(g.pilot.count) + ", pausa de " + Num(g.pauseMs) +
+                      " mseg.";
     return g.damaged ? out + kDamaged : out;
 }
 

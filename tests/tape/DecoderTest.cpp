@@ -57,21 +57,20 @@ TEST_F(DecoderTest, DamagedPulseBlocksAreKeptAsTheyStandAndSaySo) {
         {B({0x18}) + Le(3, 4) + B({0xE8, 3, 0x44}), "CSW 68 Hz, compresi\xF3n 0, 0 pulsos"},
         {raw::CswRecording(0, 1, 2, B({5, 5})), "CSW 0 Hz, RLE, 2 pulsos"},
         {raw::CswRecording(44100, 3, 1, B({5})), "CSW 44100 Hz, compresi\xF3n 3, 1 pulso"},
-        {shortGeneralized,
-         "Piloto/sinc.: 2 s\xEDmbolos, datos: 32 s\xEDmbolos, pausa de 1000 mseg."},
+        {shortGeneralized, "Datos: 32 s\xEDmbolos, piloto/sinc.: 2, pausa de 1000 mseg."},
         // 256 symbols of 255 pulses each, in 3 bytes.
         {B({0x19}) + Le(17, 4) + header + B({255, 0}) + Le(0, 4) + B({0, 2, 0, 0, 0}),
-         "Piloto/sinc.: 1 s\xEDmbolo, datos: 0 s\xEDmbolos, pausa de 0 mseg."},
+         "Datos: 0 s\xEDmbolos, piloto/sinc.: 1, pausa de 0 mseg."},
         // The stream names a fourth symbol of two.
         {B({0x19}) + Le(23, 4) + header + B({1, 2}) + Le(0, 4) + B({0, 2}) + B({0, 1, 0, 0, 2, 0}) +
              B({3, 1, 0}),
-         "Piloto/sinc.: 1 s\xEDmbolo, datos: 0 s\xEDmbolos, pausa de 0 mseg."},
+         "Datos: 0 s\xEDmbolos, piloto/sinc.: 1, pausa de 0 mseg."},
         // Four billion symbols of one bit in three bytes.
         {B({0x19}) + Le(23, 4) + Le(0, 6) + B({0, 0}) + Le(0xFFFFFFFF, 4) + B({1, 2}) +
              B({0, 1, 0, 0, 2, 0}) + Filler(3),
-         "Piloto/sinc.: 0 s\xEDmbolos, datos: 4294967295 s\xEDmbolos, pausa de 0 mseg."},
+         "Datos: 4294967295 s\xEDmbolos, piloto/sinc.: 0, pausa de 0 mseg."},
         {B({0x19}) + Le(3, 4) + B({1, 2, 0}),
-         "Piloto/sinc.: 0 s\xEDmbolos, datos: 0 s\xEDmbolos, pausa de 513 mseg."},
+         "Datos: 0 s\xEDmbolos, piloto/sinc.: 0, pausa de 513 mseg."},
         {B({0x2B}) + Le(1, 4) + B({2}), "Nivel 2"},
         {B({0x2B}) + Le(2, 4) + B({1, 0}), "Nivel 1"}};
     for (const auto& [block, text] : cases) {

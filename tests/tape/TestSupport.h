@@ -136,10 +136,10 @@ struct Tzx {
              "CSW 44100 Hz, RLE, 3 pulsos"},
             {raw::CswRecording(22050, 2, 1000, Filler(20)), "CSW 22050 Hz, Z-RLE, 1000 pulsos"},
             {raw::GeneralizedRom(RomData(10)),
-             "Piloto/sinc.: 2 s\xEDmbolos, datos: 96 s\xEDmbolos, pausa de 1000 mseg."},
+             "Datos: 96 s\xEDmbolos, piloto/sinc.: 2, pausa de 1000 mseg."},
             {raw::Generalized(0, {}, {}, {{0, {500, 500}}, {1, {800}}, {2, {90, 20, 30}}}, 1,
                               B({0x40})),
-             "Piloto/sinc.: 0 s\xEDmbolos, datos: 1 s\xEDmbolo, pausa de 0 mseg."},
+             "Datos: 1 s\xEDmbolo, piloto/sinc.: 0, pausa de 0 mseg."},
             {raw::SignalLevel(1), "Nivel alto"}};
         // clang-format on
     }
