@@ -38,7 +38,8 @@ std::vector<const Block*> WithoutArchive(TZXTape& t) {
 }
 
 bool IsDataKind(int id) {
-    return (id >= 0x10 && id <= 0x15) || (id >= 0x20 && id <= 0x27);
+    return (id >= 0x10 && id <= 0x15) || id == 0x18 || id == 0x19 || (id >= 0x20 && id <= 0x27) ||
+           id == 0x2B;
 }
 
 // What a text becomes after one trip through the writer.

@@ -7,6 +7,7 @@
 
 #include "tape/Block.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -155,6 +156,103 @@ inline Bytes DirectRecording(std::string_view samples, std::uint16_t pauseMs = 1
     out += static_cast<char>(8);
     Le24(out, static_cast<std::uint32_t>(samples.size()));
     out += samples;
+    return out;
+}
+
+// A CSW recording: compression 1 is RLE, 2 Z-RLE; the pulse count is the
+// decompressed stream's.
+inline Bytes CswRecording(std::uint32_t sampleRate, std::uint8_t compression, std::uint32_t pulses,
+                          std::string_view data, std::uint16_t pauseMs = 1000) {
+    Bytes out("\x18");
+    Le32(out, static_cast<std::uint32_t>(10 + data.size()));
+    Le16(out, pauseMs);
+    Le24(out, sampleRate);
+    out += static_cast<char>(compression);
+    Le32(out, pulses);
+    out += data;
+    return out;
+}
+
+// Pulse lengths in samples as CSW's RLE holds them: a byte each, or a 0 and
+// 32 bits for one too long for a byte.
+inline Bytes CswRle(const std::vector<std::uint32_t>& samples) {
+    Bytes out;
+    for (auto n : samples) {
+        if (n > 0 && n < 256) {
+            out += static_cast<char>(n);
+        } else {
+            out += '\0';
+            Le32(out, n);
+        }
+    }
+    return out;
+}
+
+// One symbol of a generalized data block: how its first pulse sets the
+// level (0 toggles, 1 keeps, 2 low, 3 high) and its pulses in T-states.
+struct GeneralizedSymbol {
+    std::uint8_t flags = 0;
+    std::vector<std::uint16_t> pulses;
+};
+
+// Each alphabet is written only when its stream has symbols; every symbol is
+// padded with zero pulses to the longest of its alphabet.
+inline Bytes Generalized(std::uint16_t pauseMs, const std::vector<GeneralizedSymbol>& pilotAlphabet,
+                         const std::vector<std::pair<std::uint8_t, std::uint16_t>>& pilot,
+                         const std::vector<GeneralizedSymbol>& dataAlphabet,
+                         std::uint32_t dataSymbols, std::string_view data) {
+    auto most = [](const std::vector<GeneralizedSymbol>& alphabet) {
+        std::size_t n = 0;
+        for (const auto& s : alphabet)
+            n = std::max(n, s.pulses.size());
+        return n;
+    };
+    auto table = [](Bytes& out, const std::vector<GeneralizedSymbol>& alphabet, std::size_t n) {
+        for (const auto& s : alphabet) {
+            out += static_cast<char>(s.flags);
+            for (std::size_t i = 0; i < n; ++i)
+                Le16(out, i < s.pulses.size() ? s.pulses[i] : 0);
+        }
+    };
+    const std::size_t npp = most(pilotAlphabet), npd = most(dataAlphabet);
+    Bytes body;
+    Le16(body, pauseMs);
+    Le32(body, static_cast<std::uint32_t>(pilot.size()));
+    body += static_cast<char>(npp);
+    body += static_cast<char>(pilotAlphabet.size() & 0xFF);
+    Le32(body, dataSymbols);
+    body += static_cast<char>(npd);
+    body += static_cast<char>(dataAlphabet.size() & 0xFF);
+    if (!pilot.empty()) {
+        table(body, pilotAlphabet, npp);
+        for (const auto& [symbol, repetitions] : pilot) {
+            body += static_cast<char>(symbol);
+            Le16(body, repetitions);
+        }
+    }
+    if (dataSymbols > 0) {
+        table(body, dataAlphabet, npd);
+        body += data;
+    }
+    Bytes out("\x19");
+    Le32(out, static_cast<std::uint32_t>(body.size()));
+    out += body;
+    return out;
+}
+
+// A ROM record as a generalized block with the ROM loader's own symbols.
+inline Bytes GeneralizedRom(std::string_view romBlock, std::uint16_t pauseMs = 1000) {
+    const bool header = !romBlock.empty() && static_cast<std::uint8_t>(romBlock[0]) < 128;
+    return Generalized(pauseMs, {{0, {2168}}, {0, {667, 735}}},
+                       {{0, static_cast<std::uint16_t>(header ? 8063 : 3223)}, {1, 1}},
+                       {{0, {855, 855}}, {0, {1710, 1710}}},
+                       static_cast<std::uint32_t>(8 * romBlock.size()), romBlock);
+}
+
+inline Bytes SignalLevel(std::uint8_t level) {
+    Bytes out("\x2B");
+    Le32(out, 1);
+    out += static_cast<char>(level);
     return out;
 }
 

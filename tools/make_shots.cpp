@@ -9,9 +9,9 @@
 #include "catalogue/Settings.h"
 #include "catalogue/Store.h"
 #include "inspector/Info.h"
-#include "tape/Prompt.h"
 #include "maintenance/Ordena.h"
 #include "maintenance/frmRenombra.h"
+#include "tape/Prompt.h"
 #include "views/Principal.h"
 
 #include <QApplication>
@@ -96,6 +96,16 @@ int main(int argc, char** argv) {
             Save(window, QDir(out).filePath("inspector-pantalla.png"));
             info.GridTZX->SetSelectedRow(3);
             Save(window, QDir(out).filePath("inspector-basic.png"));
+            window.close();
+        };
+        frm.CmdModify_Click();
+    }
+    // The inspector on a tape of the block kinds that TZX 1.20 brought.
+    if (SelectTitle(frm, QStringLiteral("Mansión Misteriosa"))) {
+        frm.RunModal = [&](QDialog& window) {
+            window.show();
+            static_cast<Info&>(window).GridTZX->SetSelectedRow(5); // a screen in such a block
+            Save(window, QDir(out).filePath("inspector-tzx120.png"));
             window.close();
         };
         frm.CmdModify_Click();

@@ -30,8 +30,10 @@ const char* kHelp =
     "Órdenes:\n"
     "  list ARCHIVO...          muestra los bloques, con su suma de control, y la información de\n"
     "                           archivo de cada cinta TZX\n"
-    "  clean [--yes] ARCHIVO... quita los bloques sobrantes y guarda la cinta en la versión 1.13;\n"
-    "                           --yes responde Sí a la pregunta de una versión superior\n"
+    "  clean [--yes] ARCHIVO... quita los bloques sobrantes y guarda la cinta, las anteriores a "
+    "la\n"
+    "                           versión 1.13 en la 1.13; --yes responde Sí a la pregunta de una\n"
+    "                           versión superior a la 1.20\n"
     "  tap2tzx ARCHIVO.tap...   convierte archivos TAP en archivos TZX junto a ellos\n"
     "  compare A.tzx B.tzx      compara dos cintas TZX bloque a bloque: una línea por fila con\n"
     "                           = igual, ~ distinto, < sólo en A, > sólo en B, o en blanco para\n"
@@ -117,8 +119,8 @@ int Clean(const std::vector<std::string>& files, bool yes, std::ostream& out) {
             continue;
         }
         const int v = tape.FileVersion, r = tape.FileRevision;
-        const bool newer = v >= 2 || (v == 1 && r >= 14);
-        const bool upgradeDue = !(v == 1 && r == 13);
+        const bool newer = NewerThanSupported(v, r);
+        const bool upgradeDue = newer || OlderThanRaised(v, r);
         const auto removed = tape.Blocks().CheckRedundantBlocks();
         if (removed == 0 && !upgradeDue) {
             out << file << ": sin cambios\n";
@@ -129,7 +131,8 @@ int Clean(const std::vector<std::string>& files, bool yes, std::ostream& out) {
                 << tape.FileVersion << "." << tape.FileRevision << "\n";
         } else if (newer && !yes) {
             out << file << ": no se ha modificado (versión " << v << "." << r
-                << " superior a la soportada; use --yes para guardarlo como 1.13)\n";
+                << " superior a la soportada; use --yes para guardarlo como 1."
+                << kSupportedRevision << ")\n";
         } else {
             out << file << ": no se ha modificado\n";
             status = 1;

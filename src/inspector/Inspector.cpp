@@ -260,6 +260,10 @@ Inspector::TapeSaved Inspector::SaveTape(std::optional<qint64> fileId) {
         tape->SetBlocks(editedBlocks);
         tape->SetArchiveInfo(editedInfo);
         onDisk.FileName = tape->FileName;
+        // Read for the store only: what the read would say (a version above
+        // the supported one), the user has just been asked about.
+        ScriptedPrompt silent;
+        PromptScope scope(silent);
         onDisk.ReadTape();
     }
 
@@ -276,7 +280,8 @@ Inspector::TapeSaved Inspector::SaveTape(std::optional<qint64> fileId) {
         result.row = std::move(row);
         break;
     case FileRowSaved::NoRow:
-        Ask(QStringLiteral("El archivo ya no está en el catálogo"), Comunes::kAppTitle, Icon::Information);
+        Ask(QStringLiteral("El archivo ya no está en el catálogo"), Comunes::kAppTitle,
+            Icon::Information);
         break;
     case FileRowSaved::Failed: // the store has shown its failure
         break;

@@ -3,6 +3,7 @@
 #include "tape/Blocks.h"
 #include "tape/Classifier.h"
 #include "tape/Decoders.h"
+#include "tape/PulseBlocks.h"
 
 #include <algorithm>
 #include <cstring>
@@ -94,6 +95,15 @@ Piece PieceOf(std::string_view block) {
         p.rom = block.size() >= layout.fixed;
         p.romOffset = layout.fixed;
         p.declared = static_cast<std::size_t>(layout.Length(block));
+    } else if (p.id == kGeneralized) {
+        // Played with the ROM loader's symbols, the data stream is a record
+        // as the ROM saves it, one bit a symbol.
+        const GeneralizedBlock g = ParseGeneralized(block);
+        if (g.StandardSymbols()) {
+            p.rom = true;
+            p.romOffset = g.dataOffset;
+            p.declared = g.data.count / 8;
+        }
     }
     return p;
 }
@@ -111,7 +121,8 @@ Piece TapPiece(std::string_view entry) {
 BlockContent Classifier::Next(const Piece& p, std::size_t index, std::size_t& header) {
     header = kNone;
     if (p.rom) return Rom(p, index, header);
-    if (p.id == 0x15) pending = false; // data of its own, not the header's
+    // Recorded data of its own: whatever followed a header was not its data.
+    if (p.id == 0x15 || p.id == kCswRecording || p.id == kGeneralized) pending = false;
     if (p.id == kCustomInfo) return CustomContent(p);
     if (p.id == kSnapshot) return SnapshotContent(p);
     return {};

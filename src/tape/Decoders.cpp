@@ -1,6 +1,7 @@
 #include "tape/Decoders.h"
 
 #include "tape/Layout.h"
+#include "tape/PulseBlocks.h"
 
 #include <utility>
 #include <vector>
@@ -36,6 +37,11 @@ const std::string kLineEnd = "      ................... ";
 
 std::string Num(std::int64_t n) {
     return std::to_string(n);
+}
+
+// "1 pulso", "2 pulsos".
+std::string Count(std::int64_t n, const std::string& noun) {
+    return Num(n) + " " + noun + (n == 1 ? "" : "s");
 }
 
 void StandardText(const View& v, std::int64_t len, DecodeState& st, std::string& out) {
@@ -104,6 +110,45 @@ void CustomText(const View& v, std::int64_t len, std::string& out) {
     }
 }
 
+// Said of a block whose fields promise more than it holds, or hold what no
+// tape can: it is kept as it stands and read only as far as it goes. (\361
+// is an ñ in Windows-1252: a hex escape would swallow the "a".)
+const std::string kDamaged = " (da\361ado)";
+
+std::string CswText(std::string_view block) {
+    const CswBlock c = ParseCsw(block);
+    std::string out = "CSW " + Num(c.sampleRate) + " Hz, ";
+    switch (c.compression) {
+    case static_cast<std::uint32_t>(CswCompression::Rle):
+        out += "RLE";
+        break;
+    case static_cast<std::uint32_t>(CswCompression::ZRle):
+        out += "Z-RLE";
+        break;
+    default:
+        out += "compresi\xF3n " + Num(c.compression);
+        break;
+    }
+    out += ", " + Count(c.pulses, "pulso");
+    return c.damaged ? out + kDamaged : out;
+}
+
+std::string GeneralizedText(std::string_view block) {
+    const GeneralizedBlock g = ParseGeneralized(block);
+    // The data first: a list too narrow for the whole text still tells
+    // blocks apart.
+    std::string out = "Datos: " + Count(g.data.count, "s\xEDmbolo") +
+                      ", piloto/sinc.: " + Num(g.pilot.count) + ", pausa de " + Num(g.pauseMs) +
+                      " mseg.";
+    return g.damaged ? out + kDamaged : out;
+}
+
+std::string LevelText(std::string_view block, std::int64_t len) {
+    const std::uint32_t level = U8(block, 5);
+    if (len == 1 && block.size() > 5 && level <= 1) return level == 0 ? "Nivel bajo" : "Nivel alto";
+    return "Nivel " + Num(level) + kDamaged;
+}
+
 } // namespace
 
 CustomId CustomIdOf(std::string_view id) {
@@ -153,6 +198,15 @@ Decoded DecodeBlock(std::string_view image, std::size_t start, DecodeState& st,
         break;
     case 0x15:
         d.descr = "Direct recording: " + Num(len);
+        break;
+    case kCswRecording:
+        d.descr = CswText(v.Bytes(0, d.size));
+        break;
+    case kGeneralized:
+        d.descr = GeneralizedText(v.Bytes(0, d.size));
+        break;
+    case kSignalLevel:
+        d.descr = LevelText(v.Bytes(0, d.size), len);
         break;
     case 0x20: {
         std::uint32_t pause = v.U16(1);

@@ -65,6 +65,9 @@ struct BlockLayout {
 
 inline constexpr std::uint8_t kCustomInfo = 0x35;
 inline constexpr std::uint8_t kSnapshot = 0x40;
+inline constexpr std::uint8_t kCswRecording = 0x18;
+inline constexpr std::uint8_t kGeneralized = 0x19;
+inline constexpr std::uint8_t kSignalLevel = 0x2B;
 
 struct KindLayout {
     std::uint8_t id;
@@ -83,6 +86,10 @@ inline constexpr KindLayout kKinds[] = {
     {0x15, {"Grabaci\xF3n directa", 9, 6, 3}},
     {0x16, {"C64 Standard Block"}},
     {0x17, {"C64 Turbo Block"}},
+    // The kinds since 1.10 put their length right after the id; what they
+    // hold is checked by their own parse.
+    {kCswRecording, {"Grabaci\xF3n CSW", 5, 1, 4}},
+    {kGeneralized, {"Datos generalizados", 5, 1, 4}},
     {0x20, {"Pausa/detenci\xF3n", 3}},
     {0x21, {"Inicio de grupo", 2, 1, 1}},
     {0x22, {"Final de grupo", 1}},
@@ -93,6 +100,7 @@ inline constexpr KindLayout kKinds[] = {
     {0x27, {nullptr, 1}},
     {0x28, {"Seleccionar bloque", 3, 1, 2}},
     {0x2A, {"Parar la cinta si 48K", 5}},
+    {kSignalLevel, {"Nivel de la se\361al", 5, 1, 4}},
     {0x30, {"Texto: ", 2, 1, 1}},
     {0x31, {"Mensaje:", 3, 2, 1}},
     // Its entries are walked one by one rather than trusted to the length.
@@ -113,6 +121,13 @@ constexpr std::array<BlockLayout, 256> LayoutTable() {
 }
 
 inline constexpr std::array<BlockLayout, 256> kLayouts = LayoutTable();
+
+// The kinds that make up a tape's signal and the flow of its playing: what a
+// read of the data alone keeps.
+inline bool SignalOrFlow(std::uint32_t id) {
+    return (id >= 0x10 && id <= 0x15) || id == kCswRecording || id == kGeneralized ||
+           (id >= 0x20 && id <= 0x27) || id == kSignalLevel;
+}
 
 // The layout of a block id; an empty one for ids of no known kind. Looked up
 // for every block read, so it stays a table in reach of the inliner.

@@ -1,6 +1,7 @@
 #include "tape/TZXTape.h"
 
 #include "tape/Decoders.h"
+#include "tape/Layout.h"
 #include "tape/Prompt.h"
 #include "tape/SafeWrite.h"
 #include "tape/TZXFunct.h"
@@ -119,13 +120,11 @@ void TZXTape::ReadBlocks(std::shared_ptr<const void> owner, std::string_view ima
     }
     FileVersion = static_cast<std::uint8_t>(image[8]);
     FileRevision = static_cast<std::uint8_t>(image[9]);
-    // Version 1 never warns: 1.20 tapes are common and a scan of thousands
-    // must not stop on each one. Saving asks its own question.
-    if (FileVersion != 1 && FileRevision < 12 && !(FileVersion == 10 && FileRevision == 1))
+    if (!quietVersion && NewerThanSupported(FileVersion, FileRevision))
         Ask("El archivo TZX indica una versión " + std::to_string(FileVersion) + "." +
-                std::to_string(FileRevision) +
-                ". Esta aplicación soporta hasta la revisión 1.13 del formato TZX, "
-                "por lo que el archivo puede no ser compatible",
+                std::to_string(FileRevision) + ". Esta aplicación soporta hasta la revisión 1." +
+                std::to_string(kSupportedRevision) +
+                " del formato TZX, por lo que el archivo puede no ser compatible",
             "Versión incompatible", Icon::Critical);
 
     BlockList& list = Blocks();
@@ -154,7 +153,7 @@ void TZXTape::ReadBlocks(std::shared_ptr<const void> owner, std::string_view ima
             return;
         }
         pos = start + d.size;
-        const bool keep = !onlyData || (id >= 0x10 && id <= 0x15) || (id >= 0x20 && id <= 0x27);
+        const bool keep = !onlyData || detail::SignalOrFlow(id);
         if (!keep) continue;
         // Never more than the image holds, whatever the block declares.
         const std::int64_t have = std::min(d.size, size - start);

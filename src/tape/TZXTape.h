@@ -16,6 +16,20 @@ using BlockList = Blocks;
 using ArchiveRecord = ArchiveInfo;
 using Trainer = Pokes;
 
+// The newest revision of the TZX format (major version 1) that the engine
+// reads and writes whole, and the one older tapes are raised to on saving.
+inline constexpr int kSupportedRevision = 20;
+inline constexpr int kRaisedRevision = 13;
+
+// A version the engine may not read whole: 1.21 and up, 2.x and up.
+inline bool NewerThanSupported(int version, int revision) {
+    return version > 1 || (version == 1 && revision > kSupportedRevision);
+}
+// A version that saving raises to 1.13 when asked to.
+inline bool OlderThanRaised(int version, int revision) {
+    return version < 1 || (version == 1 && revision < kRaisedRevision);
+}
+
 // Why a read did not take the whole file.
 enum class ReadStop {
     None,         // read whole
@@ -99,6 +113,9 @@ private:
     std::shared_ptr<ArchiveRecord> archive;
     std::shared_ptr<Trainer> pokes;
     ReadStatus status;
+    // Set while Save reads the file back after the user refused to save a
+    // newer version: the version was just asked about.
+    bool quietVersion = false;
     // Where the cut last block stood when it was read, for the refusal text.
     std::int64_t cutOrdinal = 0;
     std::int64_t cutPosition = 0;

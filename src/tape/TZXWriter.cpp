@@ -79,20 +79,23 @@ bool TZXTape::Save(const std::string& sFileName, bool UpdateVersion) {
     }
 
     std::int16_t v = FileVersion, r = FileRevision;
-    auto upgrade = [&] {
+    auto mark = [&](int revision) {
         v = 1;
-        r = 13;
-        Ask("Formato de archivo actualizado a la versión 1.13", {}, Icon::Exclamation);
+        r = static_cast<std::int16_t>(revision);
+        Ask("Formato de archivo actualizado a la versión 1." + std::to_string(revision), {},
+            Icon::Exclamation);
     };
-    if (UpdateVersion && ((v == 1 && r < 13) || v < 1)) upgrade();
-    if (v >= 2 || (v == 1 && r >= 14)) {
+    if (UpdateVersion && OlderThanRaised(v, r)) mark(kRaisedRevision);
+    if (NewerThanSupported(v, r)) {
         if (Ask("La versión del archivo es superior a la versión soportada. Si guarda los "
                 "cambios puede perderse información. ¿Desea continuar?",
                 {}, Icon::Critical, Buttons::YesNo) != Button::Yes) {
+            quietVersion = true;
             ReadTape();
+            quietVersion = false;
             return false;
         }
-        upgrade();
+        mark(kSupportedRevision);
     }
 
     const Bytes image = Image(v, r);

@@ -41,10 +41,10 @@ Bytes Named(const std::string& name, const std::string& publisher) {
 }
 
 // A block id that no version of the format has.
-const Bytes kUnknownBlock("\x19\x01\x02\x03", 4);
+const Bytes kUnknownBlock("\x60\x01\x02\x03", 4);
 
 std::string UnknownAt(const Bytes& before, int ordinal) {
-    return "Bloque desconocido: 25 en  byte " + std::to_string(before.size() + 1) + " , bloque " +
+    return "Bloque desconocido: 96 en  byte " + std::to_string(before.size() + 1) + " , bloque " +
            std::to_string(ordinal);
 }
 

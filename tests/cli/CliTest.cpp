@@ -47,32 +47,33 @@ TEST_F(CliTest, ListShowsBlocksPositionsChecksumsArchiveTextsAndWhereAReadStoppe
     EXPECT_EQ(r.err, "otro\n");
 
     const std::string broken = dir.File("roto.tzx");
-    WriteFile(broken, Tape({Pause(10), B({0x19, 1, 2, 3})}, 1, 13));
+    WriteFile(broken, Tape({Pause(10), B({0x60, 1, 2, 3})}, 1, 13));
     r = Cli({"list", broken});
     EXPECT_EQ(r.status, 1);
     EXPECT_NE(r.out.find("1\t0x20\tPausa/detención\tPausa de 10 mseg.\t11\t13\t\n"
-                         "incompleto\t2\t14\tbloque desconocido 0x19\n"),
+                         "incompleto\t2\t14\tbloque desconocido 0x60\n"),
               std::string::npos)
         << r.out;
-    EXPECT_EQ(r.err, "Bloque desconocido: 25 en  byte 14 , bloque 2\n");
+    EXPECT_EQ(r.err, "Bloque desconocido: 96 en  byte 14 , bloque 2\n");
 }
 
 TEST_F(CliTest, CleanRemovesRedundantBlocksAndAsksBeforeDowngradingANewerTape) {
     const std::string path = dir.File("a.tzx");
-    const Bytes original = Tape({Merge(), Archive({{0, "Uno"}}), Pause(5), Archive({{0, "Dos"}})});
+    const Bytes original =
+        Tape({Merge(), Archive({{0, "Uno"}}), Pause(5), Archive({{0, "Dos"}})}, 1, 21);
     WriteFile(path, original);
 
-    // Without --yes the 1.20 tape is left alone.
+    // Without --yes the 1.21 tape is left alone.
     Result r = Cli({"clean", path});
     EXPECT_EQ(r.status, 0);
-    EXPECT_EQ(r.out, path + ": no se ha modificado (versión 1.20 superior a la soportada; use "
-                            "--yes para guardarlo como 1.13)\n");
+    EXPECT_EQ(r.out, path + ": no se ha modificado (versión 1.21 superior a la soportada; use "
+                            "--yes para guardarlo como 1.20)\n");
     EXPECT_TRUE(SameBytes(ReadFile(path), original));
 
     r = Cli({"clean", "--yes", path});
     EXPECT_EQ(r.status, 0);
-    EXPECT_EQ(r.out, path + ": guardado, 2 bloques eliminados, versión 1.13\n");
-    EXPECT_TRUE(SameBytes(ReadFile(path), Tape({Archive({{0, "Dos"}}), Pause(5)}, 1, 13)));
+    EXPECT_EQ(r.out, path + ": guardado, 2 bloques eliminados, versión 1.20\n");
+    EXPECT_TRUE(SameBytes(ReadFile(path), Tape({Archive({{0, "Dos"}}), Pause(5)}, 1, 20)));
     EXPECT_TRUE(SameBytes(ReadFile(dir.File("a.tmp")), original));
 
     r = Cli({"clean", path});
@@ -80,11 +81,11 @@ TEST_F(CliTest, CleanRemovesRedundantBlocksAndAsksBeforeDowngradingANewerTape) {
 
     // A tape that was not read whole is never written.
     const std::string cut = dir.File("b.tzx");
-    const Bytes cutBytes = Tape({Merge(), B({0x19, 0})});
+    const Bytes cutBytes = Tape({Merge(), B({0x60, 0})});
     WriteFile(cut, cutBytes);
     r = Cli({"clean", "--yes", cut});
     EXPECT_EQ(r.status, 1);
-    EXPECT_EQ(r.out, cut + ": no se ha modificado (bloque desconocido 0x19)\n");
+    EXPECT_EQ(r.out, cut + ": no se ha modificado (bloque desconocido 0x60)\n");
     EXPECT_TRUE(SameBytes(ReadFile(cut), cutBytes));
 
     // A tape named like a backup keeps its own backup beside it.
@@ -159,14 +160,14 @@ TEST_F(CliTest, CompareListsTheAlignedBlocksAndExitsByWhatDiffers) {
 
     // A tape not read whole is not compared.
     const std::string broken = dir.File("roto.tzx"), missing = dir.File("no.tzx");
-    WriteFile(broken, Tape({Pause(10), B({0x19, 1, 2, 3})}));
+    WriteFile(broken, Tape({Pause(10), B({0x60, 1, 2, 3})}));
     r = Cli({"compare", broken, missing});
     EXPECT_EQ(r.status, 2);
     EXPECT_EQ(r.out, "");
-    EXPECT_EQ(r.err, "Bloque desconocido: 25 en  byte 14 , bloque 2\n"
+    EXPECT_EQ(r.err, "Bloque desconocido: 96 en  byte 14 , bloque 2\n"
                      "cintal-cli: " +
                          broken +
-                         ": no se puede leer entero (bloque desconocido 0x19)\n"
+                         ": no se puede leer entero (bloque desconocido 0x60)\n"
                          "no existe el archivo!!!!!\n"
                          "cintal-cli: " +
                          missing + ": no se puede leer entero (el archivo no existe)\n");

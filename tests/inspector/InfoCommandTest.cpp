@@ -48,7 +48,7 @@ TEST_F(InfoCommandTest, PrintsTheTextsAndSetsFieldsAsGuardarInfoDoes) {
 
 TEST_F(InfoCommandTest, QuestionsAreNoUnlessYesAndNonTapesAreRefused) {
     const std::string tape = File("nueva.tzx");
-    const Bytes newer = Tape({Pause(5)}, 1, 20);
+    const Bytes newer = Tape({Pause(5)}, 1, 21);
     WriteFile(tape, newer);
     Result r = Cli({"--set", "iName=X", tape});
     EXPECT_EQ(r.status, 1);
@@ -67,7 +67,7 @@ TEST_F(InfoCommandTest, QuestionsAreNoUnlessYesAndNonTapesAreRefused) {
     r = Cli({"--yes", "--set", "iAuthor=" + std::string(300, 'a'), tape});
     EXPECT_EQ(r.status, 0) << r.err;
     EXPECT_TRUE(
-        SameBytes(ReadFile(tape), Tape({Archive({{2, std::string(255, 'a')}}), Pause(5)}, 1, 13)));
+        SameBytes(ReadFile(tape), Tape({Archive({{2, std::string(255, 'a')}}), Pause(5)}, 1, 20)));
 
     const std::string snapshot = File("juego.z80");
     WriteFile(snapshot, "instantánea");

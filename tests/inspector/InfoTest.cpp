@@ -424,8 +424,13 @@ TEST_F(InfoTest, ClosingWithAPendingTapeAsksAndCancelKeepsTheWindow) {
 }
 
 TEST_F(InfoTest, ANewerVersionRefusedKeepsTheFileAndStoresWhatItHolds) {
-    const Bytes tape = Tape({Archive({{0, "Juego"}, {4, "French"}}), Pause(10)}, 1, 20);
+    const Bytes tape = Tape({Archive({{0, "Juego"}, {4, "French"}}), Pause(10)}, 1, 21);
     const qint64 f = OpenTape(tape);
+    EXPECT_EQ(Shown(), Texts{Box("El archivo TZX indica una versión 1.21. Esta aplicación soporta "
+                                 "hasta la revisión 1.20 del formato TZX, por lo que el archivo "
+                                 "puede no ser compatible",
+                                 "Versión incompatible", Icon::Critical)});
+    prompt.shown.clear();
     info->SetBoxText(Box::Title, "Cambiado");
     info->TextInfo_KeyUp();
     prompt.Answer(Button::No);
@@ -567,7 +572,7 @@ TEST_F(InfoTest, FilesThatAreNotWholeTapesAreNeverWritten) {
     File(t, "juego", "z80");
     File(t, "cortada", "tzx");
     Put("juego.z80", "Z80 snapshot bytes");
-    const Bytes cut = Tape({Pause(10), B({0x19, 0x10, 0, 0})}, 1, 13);
+    const Bytes cut = Tape({Pause(10), B({0x60, 0x10, 0, 0})}, 1, 13);
     Put("cortada.tzx", cut);
     Open("Juego");
     info->SetBoxText(Box::Title, "Nombre");
@@ -581,7 +586,7 @@ TEST_F(InfoTest, FilesThatAreNotWholeTapesAreNeverWritten) {
     info->GridFiles->SetSelectedRow(2);
     EXPECT_FALSE(info->CmdTZXSave->isEnabled());
     EXPECT_EQ(S(info->CmdTZXSave->toolTip()),
-              "La cinta no se leyó entera: bloque desconocido 0x19");
+              "La cinta no se leyó entera: bloque desconocido 0x60");
     info->CmdTZXSave_Click();
     EXPECT_TRUE(SameBytes(ReadFile(S(Disk("cortada.tzx"))), cut));
     EXPECT_EQ(Sql(db, "SELECT count(*) FROM tFiles WHERE Origin = 'Original'")[0][0], 2);

@@ -183,7 +183,7 @@ TEST_F(TitleMoveTest, ATitleWithoutYearOrPublisherLeavesTheTapesOwn) {
 TEST_F(TitleMoveTest, ATapeTheUserWontSaveKeepsItsRecordAndTheOldTitleStays) {
     // A newer version than the writer knows: the command line answers No to
     // saving it, so that tape and its record stay with the old title.
-    const Bytes newer = Tape(20, {{0, "Viejo"}});
+    const Bytes newer = Tape(21, {{0, "Viejo"}});
     const Bytes a = Tape(13, {{0, "Viejo"}});
     File("nueva", "tzx", &newer);
     File("a", "tzx", &a);
@@ -195,7 +195,7 @@ TEST_F(TitleMoveTest, ATapeTheUserWontSaveKeepsItsRecordAndTheOldTitleStays) {
     EXPECT_EQ(OnDisk("nueva.tzx"), newer);
     EXPECT_EQ(Sql(db, "SELECT Name FROM Titles WHERE TitleId = 1")[0][0].toString(), "Viejo");
 
-    // Yes to the question saves it as 1.13, and the old title goes.
+    // Yes to the question saves it as 1.20, and the old title goes.
     Comunes::Reset();
     r = Cli({"merge", "--from", "1", "--into", "2", "--yes"});
     EXPECT_EQ(r.status, 0) << r.err;

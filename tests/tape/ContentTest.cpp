@@ -344,6 +344,23 @@ TEST_F(ContentTest, BasicListingsAsZmakebasReadsThem) {
     EXPECT_EQ(BasicListing("abc"), "");
 }
 
+TEST_F(ContentTest, GeneralizedBlocksWithTheRomsSymbolsReadLikeStandardOnes) {
+    const Bytes program = BasicLine(10, B({0xF5}) + "\"hola\"");
+    Bytes custom = raw::GeneralizedRom(Rom(0xFF, Screen(2)));
+    custom[custom.size() - 6914 - 2] = 0x60; // the 1's second pulse is no longer the ROM's
+    Read(Tape({raw::GeneralizedRom(Head(0, "juego", int(program.size()), 10, int(program.size()))),
+               raw::GeneralizedRom(Rom(0xFF, program)),
+               raw::GeneralizedRom(Head(3, "pant", 6912, 16384, 0)),
+               raw::GeneralizedRom(Rom(0xFF, Screen(1))), Std(Head(3, "pant", 6912, 16384, 0)),
+               custom, Std(Rom(0xFF, Screen(3)))}));
+    EXPECT_EQ(Summary(tape), (Names{"Cabecera .bin 2", "Programa BASIC .bas 1", "Cabecera .bin 4",
+                                    "Pantalla .scr 3", "Cabecera .bin", "", "Datos .bin"}));
+    EXPECT_EQ(ListingOf(*tape.Blocks().Item(2), contents[1]), "10 PRINT \"hola\"\n");
+    EXPECT_EQ(BytesOf(4), Screen(1));
+    EXPECT_EQ(contents[3].checksum, Checksum::Right);
+    EXPECT_EQ(FirstScreen(tape.Blocks()), Screen(1));
+}
+
 TEST_F(ContentTest, ChecksumsOfTheThreeDataKinds) {
     Bytes bad = Rom(0xFF, Filler(100));
     bad[50] ^= 0x01;

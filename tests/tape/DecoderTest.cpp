@@ -12,6 +12,7 @@ namespace {
 const std::map<int, std::string> kKindNames = {
     {0x10, "Bloque estandar"}, {0x11, "Bloque turbo"}, {0x12, "Tono puro"},
     {0x13, "Secuencia de pulsos"}, {0x14, "Datos puros"}, {0x15, "Grabaci\xF3n directa"},
+    {0x18, "Grabaci\xF3n CSW"}, {0x19, "Datos generalizados"}, {0x2B, "Nivel de la se\361al"},
     {0x20, "Pausa/detenci\xF3n"}, {0x21, "Inicio de grupo"}, {0x22, "Final de grupo"},
     {0x23, "Salto al bloque"}, {0x24, "Inicio de bucle"}, {0x25, "Final de bucle"},
     {0x26, ""}, {0x27, ""}, {0x28, "Seleccionar bloque"}, {0x2A, "Parar la cinta si 48K"},
@@ -45,6 +46,44 @@ TEST_F(DecoderTest, EveryKindReadsWithItsTextAndExactExtent) {
     EXPECT_TRUE(tape.Status().Whole());
     // Call sequence and return have no kind name, and say so once each.
     EXPECT_EQ(Shown(), (Boxes{Box("otro"), Box("otro")}));
+}
+
+TEST_F(DecoderTest, DamagedPulseBlocksAreKeptAsTheyStandAndSaySo) {
+    Bytes shortGeneralized = raw::GeneralizedRom(RomData(2));
+    shortGeneralized.replace(1, 4, Le(shortGeneralized.size() - 6, 4));
+    shortGeneralized.pop_back();
+    const Bytes header = Le(0, 2) + Le(1, 4); // pause, one pilot/sync entry
+    const std::vector<std::pair<Bytes, std::string>> cases = {
+        {B({0x18}) + Le(3, 4) + B({0xE8, 3, 0x44}), "CSW 68 Hz, compresi\xF3n 0, 0 pulsos"},
+        {raw::CswRecording(0, 1, 2, B({5, 5})), "CSW 0 Hz, RLE, 2 pulsos"},
+        {raw::CswRecording(44100, 3, 1, B({5})), "CSW 44100 Hz, compresi\xF3n 3, 1 pulso"},
+        {shortGeneralized, "Datos: 32 s\xEDmbolos, piloto/sinc.: 2, pausa de 1000 mseg."},
+        // 256 symbols of 255 pulses each, in 3 bytes.
+        {B({0x19}) + Le(17, 4) + header + B({255, 0}) + Le(0, 4) + B({0, 2, 0, 0, 0}),
+         "Datos: 0 s\xEDmbolos, piloto/sinc.: 1, pausa de 0 mseg."},
+        // The stream names a fourth symbol of two.
+        {B({0x19}) + Le(23, 4) + header + B({1, 2}) + Le(0, 4) + B({0, 2}) + B({0, 1, 0, 0, 2, 0}) +
+             B({3, 1, 0}),
+         "Datos: 0 s\xEDmbolos, piloto/sinc.: 1, pausa de 0 mseg."},
+        // Four billion symbols of one bit in three bytes.
+        {B({0x19}) + Le(23, 4) + Le(0, 6) + B({0, 0}) + Le(0xFFFFFFFF, 4) + B({1, 2}) +
+             B({0, 1, 0, 0, 2, 0}) + Filler(3),
+         "Datos: 4294967295 s\xEDmbolos, piloto/sinc.: 0, pausa de 0 mseg."},
+        {B({0x19}) + Le(3, 4) + B({1, 2, 0}),
+         "Datos: 0 s\xEDmbolos, piloto/sinc.: 0, pausa de 513 mseg."},
+        {B({0x2B}) + Le(1, 4) + B({2}), "Nivel 2"},
+        {B({0x2B}) + Le(2, 4) + B({1, 0}), "Nivel 1"}};
+    for (const auto& [block, text] : cases) {
+        SCOPED_TRACE(text);
+        TZXTape tape;
+        tape.ReadImage(Tape({block, Pause(7)}));
+        EXPECT_TRUE(tape.Status().Whole());
+        ASSERT_EQ(tape.Blocks().Count(), 2);
+        EXPECT_EQ(tape.Blocks().Item(1)->Descr, text + " (da\361ado)");
+        EXPECT_EQ(tape.Blocks().Item(1)->BlockData, block);
+        EXPECT_EQ(tape.Blocks().Item(2)->Descr, "Pausa de 7 mseg.");
+    }
+    EXPECT_TRUE(Shown().empty());
 }
 
 TEST_F(DecoderTest, ArchiveBlocksFillArchiveInfoAndLaterTextsWin) {

@@ -131,7 +131,16 @@ struct Tzx {
             {Text("Cargando \xA9 1984"), "Cargando \xA9 1984"}, {Msg("Pulse PLAY"), "Pulse PLAY"},
             {Hardware(2), ""}, {B({0x34}) + Filler(8), ""},
             {Custom("POKEs           ", Filler(12)), "Pokes"}, {Snapshot(Filler(40)), "SNAPSHOT"},
-            {Merge(), "XXXXXXXXXXXXXX"}};
+            {Merge(), "XXXXXXXXXXXXXX"},
+            {raw::CswRecording(44100, 1, 3, raw::CswRle({10, 300, 20}), 0),
+             "CSW 44100 Hz, RLE, 3 pulsos"},
+            {raw::CswRecording(22050, 2, 1000, Filler(20)), "CSW 22050 Hz, Z-RLE, 1000 pulsos"},
+            {raw::GeneralizedRom(RomData(10)),
+             "Datos: 96 s\xEDmbolos, piloto/sinc.: 2, pausa de 1000 mseg."},
+            {raw::Generalized(0, {}, {}, {{0, {500, 500}}, {1, {800}}, {2, {90, 20, 30}}}, 1,
+                              B({0x40})),
+             "Datos: 1 s\xEDmbolo, piloto/sinc.: 0, pausa de 0 mseg."},
+            {raw::SignalLevel(1), "Nivel alto"}};
         // clang-format on
     }
 };

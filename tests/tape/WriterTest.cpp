@@ -107,6 +107,8 @@ TEST_F(WriterTest, VersionRulesWithTheUsersAnswers) {
                                 "", Icon::Critical, Buttons::YesNo);
     const std::string raised =
         Box("Formato de archivo actualizado a la versión 1.13", "", Icon::Exclamation);
+    const std::string marked =
+        Box("Formato de archivo actualizado a la versión 1.20", "", Icon::Exclamation);
     struct Case {
         int v, r;
         bool update;
@@ -118,8 +120,9 @@ TEST_F(WriterTest, VersionRulesWithTheUsersAnswers) {
     const std::vector<Case> cases = {
         {1, 10, false, {}, 1, 10, {}},        {1, 10, true, {}, 1, 13, {raised}},
         {1, 13, true, {}, 1, 13, {}},         {0, 5, true, {}, 1, 13, {raised}},
-        {0, 5, false, {}, 0, 5, {}},          {1, 14, false, {Button::Yes}, 1, 13, {ask, raised}},
-        {2, 0, true, {Button::Yes}, 1, 13, {ask, raised}}, {1, 20, true, {Button::No}, 0, 0, {ask}}};
+        {0, 5, false, {}, 0, 5, {}},          {1, 14, true, {}, 1, 14, {}},
+        {1, 20, true, {}, 1, 20, {}},         {1, 21, false, {Button::Yes}, 1, 20, {ask, marked}},
+        {2, 0, true, {Button::Yes}, 1, 20, {ask, marked}}, {1, 22, true, {Button::No}, 0, 0, {ask}}};
     // clang-format on
     for (const auto& c : cases) {
         SCOPED_TRACE(std::to_string(c.v) + "." + std::to_string(c.r));
@@ -147,7 +150,7 @@ TEST_F(WriterTest, VersionRulesWithTheUsersAnswers) {
 
 TEST_F(WriterTest, RefusesATapeNotReadWholeAndLeavesTheFileAlone) {
     const std::vector<std::pair<Bytes, std::string>> cases = {
-        {Tape({Pause(5), Tone(), B({0x19}) + Le(0, 4), Pause(6)}, 1, 10), Refusal(3, 19)},
+        {Tape({Pause(5), Tone(), B({0x60}) + Le(0, 4), Pause(6)}, 1, 10), Refusal(3, 19)},
         {Tape({Pause(5), Std(RomData(4)).substr(0, 3)}, 1, 10), Refusal(2, 14)}};
     for (const auto& [image, box] : cases) {
         SCOPED_TRACE(box);

@@ -190,7 +190,9 @@ void Juegos(const fs::path& dir) {
         ScreenFile(dir, ArtOf(info, Scene::Storm));
     }
     {
-        // TZX 1.20 with a block this program can't walk over, blocks behind it.
+        // Every kind that TZX 1.20 brought: the loader and its screen as
+        // generalized data with the ROM's symbols, a turbo part with symbols
+        // of its own, the level set by hand, and two parts sampled as CSW.
         Info info{.name = "Mansión Misteriosa",
                   .publisher = "Topacio Soft",
                   .year = "1990",
@@ -199,11 +201,21 @@ void Juegos(const fs::path& dir) {
                   .loader = "Datos generalizados",
                   .origin = "Original"};
         Filler f("mansion");
-        auto blocks = StandardLoad("MANSION", 25000, 4000, false);
-        blocks.push_back(Generalized(f.Code(3000)));
-        blocks.push_back(Pause(1000));
-        blocks.push_back(Turbo(RomData(f.Code(20000))));
-        // The writer carries a block it can't decode; only the reader stops at it.
+        const Bytes program = LoaderProgram(24999, 25000, true);
+        const auto size = static_cast<std::uint16_t>(program.size());
+        const std::vector<Bytes> blocks{
+            GeneralizedRom(RomHeader(RomType::Program, "MANSION", size, 10, size)),
+            GeneralizedRom(RomData(program)),
+            GeneralizedRom(RomHeader(RomType::Code, "pantalla", kScreenSize, 16384, 32768)),
+            GeneralizedRom(RomData(LoadingScreen("mansion"))),
+            SignalLevel(0),
+            Generalized(0, {{0, {1200}}, {0, {400, 450}}}, {{0, 2000}, {1, 1}},
+                        {{0, {400, 400}}, {0, {800, 800}}}, 8 * 3000, f.Code(3000)),
+            Pause(1000),
+            CswOf(RomData(f.Code(600)), false),
+            CswOf(RomData(f.Code(900)), true),
+            Pause(1000),
+            Turbo(RomData(f.Code(20000)))};
         Write(dir, "Mansion Misteriosa.tzx", Assemble(1, 20, info, blocks));
         const Art art = ArtOf(info, Scene::Castle);
         ScreenFile(dir, art);

@@ -7,6 +7,8 @@
 #include "tape/Cp1252.h"
 #include "tape/TZXTape.h"
 
+#include <QByteArray>
+
 #include <algorithm>
 
 namespace cintal::demo {
@@ -510,24 +512,23 @@ Bytes TrDosDisk(const std::string& label,
     return catalogue + body;
 }
 
-Bytes Generalized(std::string_view data) {
-    Bytes body;
-    Le16(body, 1000); // pause
-    Le32(body, 0);    // no pilot
-    body += '\0';
-    body += '\0';
-    Le32(body, static_cast<std::uint32_t>(data.size() * 8));
-    body += '\x02'; // two pulses per symbol
-    body += '\x02'; // two symbols
-    for (std::uint16_t pulse : {855, 1710}) {
-        body += '\0';
-        Le16(body, pulse);
-        Le16(body, pulse);
-    }
-    body += data;
-    Bytes out("\x19");
-    Le32(out, static_cast<std::uint32_t>(body.size()));
-    return out + body;
+Bytes CswOf(std::string_view romBlock, bool zrle) {
+    // At 44100 Hz a ROM pilot pulse is 27 samples; a short pilot is enough here.
+    std::vector<std::uint32_t> samples(1000, 27);
+    samples.push_back(8);
+    samples.push_back(9);
+    for (char c : romBlock)
+        for (int bit = 7; bit >= 0; --bit) {
+            const std::uint32_t n = (static_cast<std::uint8_t>(c) >> bit) & 1 ? 21 : 11;
+            samples.push_back(n);
+            samples.push_back(n);
+        }
+    const auto pulses = static_cast<std::uint32_t>(samples.size());
+    Bytes rle = CswRle(samples);
+    if (!zrle) return CswRecording(44100, 1, pulses, rle);
+    // qCompress puts the length in four bytes before the zlib stream.
+    const QByteArray z = qCompress(QByteArray(rle.data(), qsizetype(rle.size())), 9);
+    return CswRecording(44100, 2, pulses, std::string_view(z.constData() + 4, z.size() - 4));
 }
 
 Bytes Assemble(std::int16_t version, std::int16_t revision, const Info& info,

@@ -74,8 +74,8 @@ Bytes ScreenData(std::string_view description, std::string_view key);
 
 Bytes PictureData(std::string_view description, std::string_view key);
 
-// TZX 1.20's generalised data block, which this program has no decoder for.
-Bytes Generalized(std::string_view data);
+// A ROM record recorded as a CSW block at 44100 Hz, RLE or Z-RLE.
+Bytes CswOf(std::string_view romBlock, bool zrle);
 
 // --- Snapshots, disks and sound
 
