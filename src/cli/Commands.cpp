@@ -6,6 +6,7 @@
 #include "cli/InfoCommand.h"
 #include "cli/MaintenanceCommands.h"
 #include "cli/ReorganiseCommands.h"
+#include "cli/WavCommand.h"
 
 #include "tape/Compare.h"
 #include "tape/Content.h"
@@ -78,9 +79,12 @@ const char* kHelp =
     "                           datos sin indicador ni suma, imagen, texto...) en el archivo "
     "SALIDA,\n"
     "                           o en CINTA-BLOQUE.ext si SALIDA es una carpeta\n"
+    "  wav CINTA SALIDA.wav [--rate HZ]\n"
+    "                           guarda el sonido de la cinta (TZX o TAP) como archivo WAV mono\n"
+    "                           de 16 bits, a 44100 Hz si no se da otra frecuencia\n"
     "  --help                   muestra esta ayuda\n"
     "\n"
-    "Los avisos del programa se escriben en la salida de errores. screen y extract nunca\n"
+    "Los avisos del programa se escriben en la salida de errores. screen, extract y wav nunca\n"
     "sobrescriben un archivo que exista. Una opción que lleva valor no acepta uno que empiece\n"
     "por \"--\".\n"
     "\n"
@@ -254,11 +258,12 @@ int Run(const std::vector<std::string>& args, std::ostream& out, std::ostream& e
     if (command == "merge") return Merge(args, out, err);
     if (command == "reorganise") return Reorganise(args, out, err);
     if (command == "rename") return Rename(args, out, err);
-    if (command == "screen" || command == "basic" || command == "extract") {
+    if (command == "screen" || command == "basic" || command == "extract" || command == "wav") {
         CliPrompt prompt(err, false);
         PromptScope scope(prompt);
         if (command == "screen") return ScreenCommand(args, out, err);
         if (command == "basic") return BasicCommand(args, out, err);
+        if (command == "wav") return WavCommand(args, out, err);
         return ExtractCommand(args, out, err);
     }
     if (command == "init" || command == "titles" || command == "add" || command == "scan" ||

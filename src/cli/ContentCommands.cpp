@@ -53,28 +53,6 @@ bool BlockNumber(const std::string& text, std::int64_t& number, std::ostream& er
     return true;
 }
 
-// Reads a TZX tape, or a TAP file turned into one in memory. False, with the
-// reason on standard error, when nothing could be read.
-bool LoadTape(const std::string& file, TZXTape& tape, std::ostream& err) {
-    if (!FileExists(file)) {
-        err << "cintal-cli: no existe el archivo " << file << "\n";
-        return false;
-    }
-    Bytes image, tzx;
-    if (Lower(ExtensionOf(file)) == "tap" && ReadWholeFile(file, image) &&
-        image.substr(0, 7) != "ZXTape!" && TapImageToTzx(image, tzx)) {
-        tape.ReadImage(tzx);
-    } else {
-        tape.FileName = file;
-        tape.ReadTape();
-    }
-    if (tape.Blocks().Count() == 0 && !tape.Status().Whole()) {
-        err << file << ": " << tape.Status().Cause() << "\n";
-        return false;
-    }
-    return true;
-}
-
 // The words of a command on a block of a tape, the tape read and the block
 // number (0 when left out) checked against it.
 struct TapeBlock {
@@ -128,6 +106,26 @@ Bytes Png(const Bytes& screen) {
 }
 
 } // namespace
+
+bool LoadTape(const std::string& file, TZXTape& tape, std::ostream& err) {
+    if (!FileExists(file)) {
+        err << "cintal-cli: no existe el archivo " << file << "\n";
+        return false;
+    }
+    Bytes image, tzx;
+    if (Lower(ExtensionOf(file)) == "tap" && ReadWholeFile(file, image) &&
+        image.substr(0, 7) != "ZXTape!" && TapImageToTzx(image, tzx)) {
+        tape.ReadImage(tzx);
+    } else {
+        tape.FileName = file;
+        tape.ReadTape();
+    }
+    if (tape.Blocks().Count() == 0 && !tape.Status().Whole()) {
+        err << file << ": " << tape.Status().Cause() << "\n";
+        return false;
+    }
+    return true;
+}
 
 int ScreenCommand(const std::vector<std::string>& args, std::ostream& out, std::ostream& err) {
     std::vector<std::string> words;

@@ -4,7 +4,15 @@
 #include <string>
 #include <vector>
 
+namespace cintal {
+class TZXTape;
+}
+
 namespace cintal::cli {
+
+// Reads a TZX tape, or a TAP file turned into one in memory. False, with the
+// reason on standard error, when nothing could be read.
+bool LoadTape(const std::string& file, TZXTape& tape, std::ostream& err);
 
 // `screen ARCHIVO SALIDA.scr|SALIDA.png`: the first screen of a tape or a
 // snapshot, as a Spectrum screen file or as a 256x192 PNG picture.
