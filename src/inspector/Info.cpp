@@ -1,5 +1,6 @@
 #include "inspector/Info.h"
 
+#include "inspector/TapeSound.h"
 #include "inspector/TitlePane.h"
 
 #include "catalogue/Comunes.h"
@@ -110,6 +111,7 @@ void Info::GridFiles_SelectionChange() {
 }
 
 void Info::OpenFile(const QString& path) {
+    Sound->Stop();
     TextPath->setText(path);
     logic.Open(path);
     FillGrid();
@@ -308,6 +310,7 @@ QString Info::PendingQuestion() const {
 
 bool Info::Form_Unload() {
     if (!SettlePending()) return false;
+    Sound->Stop();
     if (mainFiles) Grids::FillFiles(property("Tag").toLongLong(), *mainFiles);
     SaveTitle();
     return true;

@@ -29,6 +29,8 @@
 
 namespace cintal {
 
+class TapeSound;
+
 class Info : public ModalWindow {
     Q_OBJECT
 public:
@@ -124,6 +126,8 @@ public:
     QPushButton* Command6;
     QPushButton* Command7;
     QPushButton* CommandExtraer;
+    // "Exportar WAV..." and "Reproducir", beside the buttons of the blocks.
+    TapeSound* Sound;
     QCheckBox* Check1;
     QCheckBox* Check2;
     // The block list and what the selected block holds, side by side.

@@ -33,8 +33,7 @@ namespace {
 
 // Writes beside with writeTemp, then renames into place.
 template <class WriteTemp>
-bool WriteNewFile(const std::string& path, bool replace, std::string& reason,
-                  WriteTemp writeTemp) {
+bool WriteNewFile(const std::string& path, bool replace, std::string& reason, WriteTemp writeTemp) {
     auto refuse = [&](const std::string& existing) {
         reason = "ya existe " + existing;
         return false;
@@ -60,18 +59,20 @@ bool WriteNewFile(const std::string& path, bool replace, std::string& reason,
 
 bool WriteContentFile(const std::string& path, std::string_view bytes, bool replace,
                       std::string& reason) {
-    return WriteNewFile(path, replace, reason, [&](const std::string& dir, const std::string& avoid,
-                                                   std::string& temp, std::string& why) {
-        return detail::WriteTempFile(dir, bytes, avoid, temp, why);
-    });
+    return WriteNewFile(
+        path, replace, reason,
+        [&](const std::string& dir, const std::string& avoid, std::string& temp, std::string& why) {
+            return detail::WriteTempFile(dir, bytes, avoid, temp, why);
+        });
 }
 
 bool WriteContentFile(const std::string& path, const ByteSource& bytes, bool replace,
                       std::string& reason) {
-    return WriteNewFile(path, replace, reason, [&](const std::string& dir, const std::string& avoid,
-                                                   std::string& temp, std::string& why) {
-        return detail::WriteTempFile(dir, bytes, avoid, temp, why);
-    });
+    return WriteNewFile(
+        path, replace, reason,
+        [&](const std::string& dir, const std::string& avoid, std::string& temp, std::string& why) {
+            return detail::WriteTempFile(dir, bytes, avoid, temp, why);
+        });
 }
 
 } // namespace cintal

@@ -51,8 +51,10 @@ public:
         if (ms == 0) return;
         const std::uint64_t length = std::uint64_t{ms} * kTStatesPerMs;
         if (!edgePending) {
-            if (level) At(false, length);
-            else Hold(length);
+            if (level)
+                At(false, length);
+            else
+                Hold(length);
         } else if (!level) {
             Edge(kTStatesPerMs);
             if (length > kTStatesPerMs) Edge(length - kTStatesPerMs);

@@ -88,7 +88,7 @@ std::uint64_t SampleStream::Total(const Blocks& blocks, std::uint32_t rate, std:
 }
 
 bool WriteWav(const Blocks& blocks, const std::string& path, std::uint32_t rate,
-              std::string& reason, const std::function<bool(double)>& progress) {
+              std::string& reason, const std::function<bool(double)>& progress, bool replace) {
     if (rate < 1000 || rate > 384000) {
         reason = "la frecuencia de muestreo ha de estar entre 1000 y 384000 Hz";
         return false;
@@ -126,7 +126,7 @@ bool WriteWav(const Blocks& blocks, const std::string& path, std::uint32_t rate,
         out = piece;
         return true;
     };
-    if (!WriteContentFile(path, source, false, reason)) {
+    if (!WriteContentFile(path, source, replace, reason)) {
         if (cancelled) reason = "se ha cancelado";
         return false;
     }

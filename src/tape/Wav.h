@@ -52,12 +52,13 @@ private:
     std::vector<Start> starts;
 };
 
-// Writes the sound of a tape as a new WAV file, mono 16-bit PCM at rate Hz,
-// beside and renamed into place, never over a file that exists. progress
+// Writes the sound of a tape as a WAV file, mono 16-bit PCM at rate Hz,
+// beside and renamed into place, over a file that exists only with replace. progress
 // gets the part done, from 0 to 1, and may give up the write by returning
 // false. On failure nothing is left behind and reason says why, in Spanish.
 bool WriteWav(const Blocks& blocks, const std::string& path, std::uint32_t rate,
-              std::string& reason, const std::function<bool(double)>& progress = {});
+              std::string& reason, const std::function<bool(double)>& progress = {},
+              bool replace = false);
 
 // Why the sound of a tape would stop short of its end, in Spanish: the read
 // stopped early or the file ends inside a block's data. Empty for a whole tape.

@@ -48,7 +48,7 @@ TEST(WavCliTest, WritesTheSoundOfATapeAndRefusesWhatItMustNot) {
                          "bloque 2); no "
                          "se ha escrito el archivo WAV\n");
     EXPECT_EQ(dir.List(), (Names{"cortada.tzx", "juego.tap", "juego.tzx", "juego.wav", "lento.wav",
-                                "tap.wav"}));
+                                 "tap.wav"}));
 }
 
 } // namespace

@@ -101,8 +101,8 @@ TEST_F(SignalTest, EveryDataKindGivesItsPulses) {
 }
 
 TEST_F(SignalTest, PausesFinishTheLastEdgeAndThenGoLow) {
-    Of({raw::Pulses({500, 600}), raw::Pause(5), raw::Pause(3), raw::PureTone(700, 1),
-        raw::Pause(2), B({0x2B}) + Le(1, 4) + B({1}), raw::PureTone(800, 2), raw::StopTape(),
+    Of({raw::Pulses({500, 600}), raw::Pause(5), raw::Pause(3), raw::PureTone(700, 1), raw::Pause(2),
+        B({0x2B}) + Le(1, 4) + B({1}), raw::PureTone(800, 2), raw::StopTape(),
         raw::PureTone(900, 1)});
     const auto played = Played();
     ASSERT_EQ(played.size(), 8u);
@@ -141,8 +141,8 @@ TEST_F(SignalTest, RecordedAndGeneralizedBlocksGiveTheirPulses) {
     const Bytes data = B({0xFF, 0x80, 0x7F});
     const Bytes pilot = B({0}) + Le(2168, 2) + Le(0, 2) + B({0}) + Le(667, 2) + Le(735, 2);
     const Bytes bits = B({0}) + Le(855, 2) + Le(855, 2) + B({0}) + Le(1710, 2) + Le(1710, 2);
-    const Bytes body = Le(2, 2) + Le(2, 4) + B({2, 2}) + Le(24, 4) + B({2, 2}) + pilot +
-                       B({0}) + Le(3223, 2) + B({1}) + Le(1, 2) + bits + data;
+    const Bytes body = Le(2, 2) + Le(2, 4) + B({2, 2}) + Le(24, 4) + B({2, 2}) + pilot + B({0}) +
+                       Le(3223, 2) + B({1}) + Le(1, 2) + bits + data;
     const Bytes rle = B({35, 70, 0}) + Le(350, 4);
     Bytes packed(64, '\0');
     uLongf size = packed.size();
