@@ -162,6 +162,35 @@ TEST_F(SignalTest, RecordedAndGeneralizedBlocksGiveTheirPulses) {
     EXPECT_EQ(played[3].pulses, Alternate({3500, 7000, 35000}, false));
 }
 
+TEST_F(SignalTest, GeneralizedSymbolsSetTheLevelByTheirFlags) {
+    // Two bits a symbol: force high, force low, keep the level, change it.
+    const Bytes body = Le(0, 2) + Le(0, 4) + B({0, 0}) + Le(4, 4) + B({2, 4}) + B({3}) +
+                       Le(100, 2) + Le(200, 2) + B({2}) + Le(300, 2) + Le(0, 2) + B({1}) +
+                       Le(400, 2) + Le(0, 2) + B({0}) + Le(500, 2) + Le(0, 2) + B({0x1B});
+    Of({B({0x19}) + Le(body.size(), 4) + body});
+    EXPECT_EQ(Played().at(0).pulses,
+              (Sequence{{100, true}, {200, false}, {300, false}, {400, false}, {500, true}}));
+}
+
+TEST_F(SignalTest, PlayingEndsWhereTheTapeStopsAndKnowsWhereEachBlockBegan) {
+    // 100 T-states a sample at 35,000 Hz.
+    Of({raw::PureTone(3500, 2), raw::StopTape(), raw::PureTone(3500, 1)});
+    std::vector<std::int16_t> samples(200);
+    SampleStream playing(blocks, 35000, 0, true);
+    EXPECT_EQ(playing.Read(samples.data(), samples.size()), 70u);
+    EXPECT_EQ(SampleStream::Total(blocks, 35000, 0, true), 70u);
+    EXPECT_EQ(std::count(samples.begin(), samples.begin() + 35, kWavHigh), 35);
+    ASSERT_EQ(playing.Starts().size(), 2u);
+    EXPECT_EQ(playing.Starts()[1].sample, 70u);
+    EXPECT_EQ(playing.Starts()[1].block, 1u);
+    // From the block after the stop, as "Reproducir" on it does.
+    SampleStream after(blocks, 35000, 2, true);
+    EXPECT_EQ(after.Read(samples.data(), samples.size()), 35u);
+    EXPECT_EQ(samples[0], kWavHigh);
+    // A recording goes on past the stop.
+    EXPECT_EQ(SampleStream::Total(blocks, 35000), 105u);
+}
+
 TEST_F(SignalTest, WavCarriesFractionsAndNeverWritesOverAFile) {
     // 1000 pulses of 2168 T are 27.3168 samples each at 44,100 Hz.
     Of({raw::PureTone(2168, 1000), raw::Pause(1000)});
