@@ -51,37 +51,6 @@ bool BlockNumber(const std::string& text, std::int64_t& number, std::ostream& er
     return true;
 }
 
-// Reads a TZX tape, or a TAP file turned into one in memory. False, with the
-// reason on standard error, when nothing could be read.
-bool LoadTape(const std::string& file, TZXTape& tape, std::ostream& err) {
-    const bool inner = !ArchiveOf(file).empty();
-    if (!inner && !FileExists(file)) {
-        err << "cintal-cli: no existe el archivo " << file << "\n";
-        return false;
-    }
-    Bytes image, tzx;
-    std::string why;
-    if (inner && !BytesAt(file, image, why)) {
-        err << "cintal-cli: " << file << ": " << why << "\n";
-        return false;
-    }
-    if (Lower(ExtensionOf(file)) == "tap" && (inner || ReadWholeFile(file, image)) &&
-        image.substr(0, 7) != "ZXTape!" && TapImageToTzx(image, tzx)) {
-        tape.ReadImage(std::make_shared<const Bytes>(std::move(tzx)));
-    } else if (inner) {
-        tape.FileName = file;
-        tape.ReadImage(std::make_shared<const Bytes>(std::move(image)));
-    } else {
-        tape.FileName = file;
-        tape.ReadTape();
-    }
-    if (tape.Blocks().Count() == 0 && !tape.Status().Whole()) {
-        err << file << ": " << tape.Status().Cause() << "\n";
-        return false;
-    }
-    return true;
-}
-
 // The words of a command on a block of a tape, the tape read and the block
 // number (0 when left out) checked against it.
 struct TapeBlock {
@@ -122,6 +91,35 @@ bool Write(const std::string& path, std::string_view bytes, std::ostream& err) {
 }
 
 } // namespace
+
+bool LoadTape(const std::string& file, TZXTape& tape, std::ostream& err) {
+    const bool inner = !ArchiveOf(file).empty();
+    if (!inner && !FileExists(file)) {
+        err << "cintal-cli: no existe el archivo " << file << "\n";
+        return false;
+    }
+    Bytes image, tzx;
+    std::string why;
+    if (inner && !BytesAt(file, image, why)) {
+        err << "cintal-cli: " << file << ": " << why << "\n";
+        return false;
+    }
+    if (Lower(ExtensionOf(file)) == "tap" && (inner || ReadWholeFile(file, image)) &&
+        image.substr(0, 7) != "ZXTape!" && TapImageToTzx(image, tzx)) {
+        tape.ReadImage(std::make_shared<const Bytes>(std::move(tzx)));
+    } else if (inner) {
+        tape.FileName = file;
+        tape.ReadImage(std::make_shared<const Bytes>(std::move(image)));
+    } else {
+        tape.FileName = file;
+        tape.ReadTape();
+    }
+    if (tape.Blocks().Count() == 0 && !tape.Status().Whole()) {
+        err << file << ": " << tape.Status().Cause() << "\n";
+        return false;
+    }
+    return true;
+}
 
 int ScreenCommand(const std::vector<std::string>& args, std::ostream& out, std::ostream& err,
                   PngMaker png) {

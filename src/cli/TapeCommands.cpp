@@ -3,6 +3,7 @@
 #include "cli/ArchiveTape.h"
 #include "cli/Arguments.h"
 #include "cli/ContentCommands.h"
+#include "cli/WavCommand.h"
 
 #include "tape/Compare.h"
 #include "tape/Content.h"
@@ -177,16 +178,17 @@ bool IsTapeCommand(const std::vector<std::string>& args) {
     const std::string& command = args[0];
     return command == "list" || command == "compare" || command == "basic" ||
            command == "extract" || (command == "screen" && ToScreenFile(args)) ||
-           (command == "info" && ReadsOnly(args));
+           command == "wav" || (command == "info" && ReadsOnly(args));
 }
 
 int RunTapeCommand(const std::vector<std::string>& args, std::ostream& out, std::ostream& err) {
     const std::string& command = args[0];
-    if (command == "screen" || command == "basic" || command == "extract") {
+    if (command == "screen" || command == "basic" || command == "extract" || command == "wav") {
         CliPrompt prompt(err, false);
         PromptScope scope(prompt);
         if (command == "screen") return ScreenCommand(args, out, err, nullptr);
         if (command == "basic") return BasicCommand(args, out, err);
+        if (command == "wav") return WavCommand(args, out, err);
         return ExtractCommand(args, out, err);
     }
     if (command == "info") return ShowInfo(args, out, err);

@@ -1,5 +1,6 @@
 #include "inspector/Info.h"
 
+#include "inspector/TapeSound.h"
 #include "inspector/TitlePane.h"
 
 #include "catalogue/Comunes.h"
@@ -124,6 +125,7 @@ void Info::GridFiles_SelectionChange() {
 }
 
 void Info::OpenFile(const QString& path) {
+    Sound->Stop();
     TextPath->setText(path);
     logic.Open(path);
     FillGrid();
@@ -314,6 +316,7 @@ QString Info::PendingQuestion() const {
 
 bool Info::Form_Unload() {
     if (!SettlePending()) return false;
+    Sound->Stop();
     if (tapeOnly) return true;
     if (mainFiles) Grids::FillFiles(property("Tag").toLongLong(), *mainFiles);
     SaveTitle();

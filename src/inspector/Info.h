@@ -30,6 +30,8 @@
 
 namespace cintal {
 
+class TapeSound;
+
 class Info : public ModalWindow, public TitleBoxes {
     Q_OBJECT
 public:
@@ -123,6 +125,8 @@ public:
     QPushButton* Command6;
     QPushButton* Command7;
     QPushButton* CommandExtraer;
+    // "Exportar WAV..." and "Reproducir", beside the buttons of the blocks.
+    TapeSound* Sound;
     QCheckBox* Check1;
     QCheckBox* Check2;
     // The block list and what the selected block holds, side by side.

@@ -1,9 +1,10 @@
 #include "inspector/Info.h"
 
+#include "inspector/TapeSound.h"
 #include "inspector/TitlePane.h"
 
-#include "widgets/KeyFilter.h"
 #include "widgets/ComboAutoComplete.h"
+#include "widgets/KeyFilter.h"
 #include "widgets/Pictures.h"
 
 #include <QFileDialog>
@@ -175,10 +176,14 @@ void Info::BuildLayout() {
     CommandExtraer->setObjectName("CommandExtraer");
     CommandExtraer->setEnabled(false);
     CommandExtraer->setToolTip(QStringLiteral("Guardar el contenido del bloque en un archivo"));
+    Sound = new TapeSound(this, logic, *GridTZX, [this] { return SelectedBlock(); });
     for (QWidget* w : std::initializer_list<QWidget*>{CmdTZXSave, Command3, CommandSube,
                                                       CommandBaja, CommandExtraer})
         buttons->addWidget(w);
     buttons->addStretch(1);
+    for (QWidget* w :
+         std::initializer_list<QWidget*>{Sound->LabelTime, Sound->CommandPlay, Sound->CommandWav})
+        buttons->addWidget(w);
     left->addLayout(buttons);
     auto* adds = new QHBoxLayout;
     Command2 = new QPushButton(QStringLiteral("addBMP"), this);
@@ -353,6 +358,11 @@ void Info::Wire() {
         // Replacing a file is asked here, through the program's own box.
         return QFileDialog::getSaveFileName(this, QStringLiteral("Extraer el bloque"), proposed,
                                             QString(), nullptr, QFileDialog::DontConfirmOverwrite);
+    };
+    Sound->ChooseSaveFile = [this](const QString& proposed) {
+        return QFileDialog::getSaveFileName(this, QStringLiteral("Exportar WAV"), proposed,
+                                            QStringLiteral("Sonido WAV (*.wav)"), nullptr,
+                                            QFileDialog::DontConfirmOverwrite);
     };
     connect(Command3, &QPushButton::clicked, this, &Info::Command3_Click);
     connect(CommandSube, &QToolButton::clicked, this, &Info::CommandSube_Click);

@@ -1,5 +1,7 @@
 #include "inspector/frmCompara.h"
 
+#include "inspector/TapeSound.h"
+
 #include "catalogue/Comunes.h"
 #include "tape/Prompt.h"
 #include "widgets/Grids.h"
@@ -99,10 +101,10 @@ frmCompara::frmCompara(Grid* titles, Grid* files, QWidget* parent) : Info(titles
 }
 
 void frmCompara::Reduce() {
-    for (QWidget* w : std::initializer_list<QWidget*>{ComboEstado, Label2, CmdTZXSave, Command2,
-                                                      Command3, Command5, Command6, CommandExtraer,
-                                                      CommandSube, CommandBaja, Frame2, OptDatos[0],
-                                                      OptDatos[1], OptDatos[2], FramePreview})
+    for (QWidget* w : std::initializer_list<QWidget*>{
+             ComboEstado, Label2, CmdTZXSave, Command2, Command3, Command5, Command6,
+             CommandExtraer, CommandSube, CommandBaja, Frame2, OptDatos[0], OptDatos[1],
+             OptDatos[2], FramePreview, Sound->CommandWav, Sound->CommandPlay, Sound->LabelTime})
         w->setVisible(false);
     TextInfo[Box::RePublisher]->setEnabled(true);
     Label1[9]->setEnabled(true);

@@ -8,6 +8,7 @@
 // gives what it holds.
 
 #include "tape/Block.h"
+#include "tape/ByteSource.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -143,6 +144,9 @@ std::string ExistingFile(const std::string& path);
 // write refused. On failure nothing is left behind and reason says why, in
 // Spanish.
 bool WriteContentFile(const std::string& path, std::string_view bytes, bool replace,
+                      std::string& reason);
+// The same with the bytes a piece at a time.
+bool WriteContentFile(const std::string& path, const ByteSource& bytes, bool replace,
                       std::string& reason);
 
 } // namespace cintal

@@ -29,8 +29,11 @@ std::string ExistingFile(const std::string& path) {
     return {};
 }
 
-bool WriteContentFile(const std::string& path, std::string_view bytes, bool replace,
-                      std::string& reason) {
+namespace {
+
+// Writes beside with writeTemp, then renames into place.
+template <class WriteTemp>
+bool WriteNewFile(const std::string& path, bool replace, std::string& reason, WriteTemp writeTemp) {
     auto refuse = [&](const std::string& existing) {
         reason = "ya existe " + existing;
         return false;
@@ -40,7 +43,7 @@ bool WriteContentFile(const std::string& path, std::string_view bytes, bool repl
         if (!existing.empty()) return refuse(existing);
     }
     std::string temp;
-    if (!detail::WriteTempFile(FolderOf(path), bytes, path, temp, reason)) return false;
+    if (!writeTemp(FolderOf(path), path, temp, reason)) return false;
     // Looked at again right before the rename, which would replace a file
     // made in the meantime.
     const std::string existing = replace ? std::string() : ExistingFile(path);
@@ -50,6 +53,26 @@ bool WriteContentFile(const std::string& path, std::string_view bytes, bool repl
         return existing.empty() ? false : refuse(existing);
     }
     return true;
+}
+
+} // namespace
+
+bool WriteContentFile(const std::string& path, std::string_view bytes, bool replace,
+                      std::string& reason) {
+    return WriteNewFile(
+        path, replace, reason,
+        [&](const std::string& dir, const std::string& avoid, std::string& temp, std::string& why) {
+            return detail::WriteTempFile(dir, bytes, avoid, temp, why);
+        });
+}
+
+bool WriteContentFile(const std::string& path, const ByteSource& bytes, bool replace,
+                      std::string& reason) {
+    return WriteNewFile(
+        path, replace, reason,
+        [&](const std::string& dir, const std::string& avoid, std::string& temp, std::string& why) {
+            return detail::WriteTempFile(dir, bytes, avoid, temp, why);
+        });
 }
 
 } // namespace cintal

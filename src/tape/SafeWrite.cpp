@@ -40,6 +40,30 @@ std::error_code LastError(int fallback) {
     return std::error_code(errno ? errno : fallback, std::generic_category());
 }
 
+std::error_code WriteNew(const std::string& path, const ByteSource& bytes) {
+    errno = 0;
+    // "x": fail rather than open a file that someone else already made.
+    std::FILE* f = std::fopen(path.c_str(), "wbx");
+    if (!f) return LastError(EIO);
+    std::error_code ec;
+    for (std::string_view piece;;) {
+        if (!bytes(piece)) {
+            ec = std::make_error_code(std::errc::operation_canceled);
+            break;
+        }
+        errno = 0;
+        if (piece.empty()) break;
+        if (std::fwrite(piece.data(), 1, piece.size(), f) != piece.size()) {
+            ec = LastError(EIO);
+            break;
+        }
+    }
+    if (!ec && !flushFile(f)) ec = LastError(EIO);
+    if (std::fclose(f) != 0 && !ec) ec = LastError(EIO);
+    if (ec) std::remove(path.c_str());
+    return ec;
+}
+
 } // namespace
 
 bool FileOps::Exists(const std::string& path) {
@@ -74,16 +98,16 @@ std::vector<std::string> FileOps::List(const std::string& dir) {
 }
 
 std::error_code FileOps::CreateNew(const std::string& path, std::string_view bytes) {
-    errno = 0;
-    // "x": fail rather than open a file that someone else already made.
-    std::FILE* f = std::fopen(path.c_str(), "wbx");
-    if (!f) return LastError(EIO);
-    std::error_code ec;
-    if (std::fwrite(bytes.data(), 1, bytes.size(), f) != bytes.size() || !flushFile(f))
-        ec = LastError(EIO);
-    if (std::fclose(f) != 0 && !ec) ec = LastError(EIO);
-    if (ec) std::remove(path.c_str());
-    return ec;
+    bool given = false;
+    return WriteNew(path, [&](std::string_view& piece) {
+        piece = given ? std::string_view() : bytes;
+        given = true;
+        return true;
+    });
+}
+
+std::error_code FileOps::CreateNewFrom(const std::string& path, const ByteSource& bytes) {
+    return WriteNew(path, bytes);
 }
 
 std::error_code FileOps::Remove(const std::string& path) {
@@ -179,8 +203,11 @@ bool SameNameIgnoringCase(std::string_view a, std::string_view b) {
     return true;
 }
 
-bool WriteTempFile(const std::string& dir, std::string_view bytes, const std::string& avoid,
-                   std::string& tempPath, std::string& reason) {
+namespace {
+
+template <class Create>
+bool WriteTemp(const std::string& dir, const std::string& avoid, std::string& tempPath,
+               std::string& reason, Create create) {
     std::time_t now = std::time(nullptr);
     std::tm local{};
     if (std::tm* t = std::localtime(&now)) local = *t;
@@ -192,7 +219,7 @@ bool WriteTempFile(const std::string& dir, std::string_view bytes, const std::st
         std::string name = std::string("TMP") + stamp + (k ? "-" + std::to_string(k) : "") + ".tmp";
         tempPath = JoinPath(dir, name);
         if (SameNameIgnoringCase(tempPath, avoid)) continue;
-        std::error_code ec = ops.CreateNew(tempPath, bytes);
+        std::error_code ec = create(ops, tempPath);
         if (!ec) return true;
         // A name in use is passed over; anything else ends the attempt.
         if (ec != std::errc::file_exists && !ops.Exists(tempPath)) {
@@ -202,6 +229,22 @@ bool WriteTempFile(const std::string& dir, std::string_view bytes, const std::st
     }
     reason = "no hay nombre libre para el archivo temporal";
     return false;
+}
+
+} // namespace
+
+bool WriteTempFile(const std::string& dir, std::string_view bytes, const std::string& avoid,
+                   std::string& tempPath, std::string& reason) {
+    return WriteTemp(dir, avoid, tempPath, reason, [&](FileOps& ops, const std::string& path) {
+        return ops.CreateNew(path, bytes);
+    });
+}
+
+bool WriteTempFile(const std::string& dir, const ByteSource& bytes, const std::string& avoid,
+                   std::string& tempPath, std::string& reason) {
+    return WriteTemp(dir, avoid, tempPath, reason, [&](FileOps& ops, const std::string& path) {
+        return ops.CreateNewFrom(path, bytes);
+    });
 }
 
 bool RemoveFile(const std::string& path, std::string& reason) {

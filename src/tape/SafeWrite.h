@@ -2,6 +2,7 @@
 // Writing beside and renaming into place, so that a user's file is never
 // half-written. Internal to the engine.
 
+#include "tape/ByteSource.h"
 #include "tape/StandIn.h"
 
 #include <cstdio>
@@ -35,6 +36,9 @@ public:
     // Makes a file that must not exist yet, writes the bytes, pushes them
     // to the disk and closes it. A file left half-written is removed.
     virtual std::error_code CreateNew(const std::string& path, std::string_view bytes);
+    // The same with the bytes a piece at a time; a write given up is
+    // operation_canceled.
+    virtual std::error_code CreateNewFrom(const std::string& path, const ByteSource& bytes);
     virtual std::error_code Remove(const std::string& path);
     virtual std::error_code Rename(const std::string& from, const std::string& to);
 };
@@ -66,6 +70,8 @@ public:
 // case); writes the bytes, pushes them to the disk and closes it. On failure
 // nothing is left behind and reason says why, in Spanish.
 bool WriteTempFile(const std::string& dir, std::string_view bytes, const std::string& avoid,
+                   std::string& tempPath, std::string& reason);
+bool WriteTempFile(const std::string& dir, const ByteSource& bytes, const std::string& avoid,
                    std::string& tempPath, std::string& reason);
 
 // The reason of a failed file operation, in Spanish, never in the system's

@@ -244,6 +244,12 @@ struct TestOps : detail::FileOps {
         if (auto ec = Failure("create", path)) return ec;
         return FileOps::CreateNew(p, bytes);
     }
+    std::error_code CreateNewFrom(const std::string& path, const ByteSource& bytes) override {
+        std::string p = Map(path);
+        if (p.empty()) return Refused();
+        if (auto ec = Failure("create", path)) return ec;
+        return FileOps::CreateNewFrom(p, bytes);
+    }
     std::error_code Remove(const std::string& path) override {
         std::string p = Map(path);
         if (p.empty()) return Refused();

@@ -1,0 +1,71 @@
+// The sound of the open tape from the inspector: the WAV beside the tape,
+// never over a file without asking, and playing where there is no sound.
+
+#include "WindowFixture.h"
+#include "inspector/Info.h"
+#include "inspector/TapeSound.h"
+
+#include <QDir>
+
+namespace cintal::test {
+namespace {
+
+class InfoSoundTest : public WindowTest {
+protected:
+    // The inspector open on "juego.tzx", the one file of its title.
+    void Open(const Bytes& tape) {
+        const QString folder = dir.filePath("juegos");
+        QDir(dir.path()).mkpath("juegos");
+        Path(1, folder);
+        Title("Juego", "1986", 1, "Arcade", 1, 4);
+        Sql(db, "INSERT INTO tFiles (TitleId, FileName, Extension, PathIndex, HaveIt, Origin, "
+                "IdLang, LoadSchema, FileSize) VALUES (1, 'juego', 'tzx', 1, 1, 'Original', 'spa', "
+                "'Normal', 7)");
+        tapePath = S(QDir(folder).filePath("juego.tzx"));
+        test::WriteFile(tapePath, tape);
+        SelectTitle("Juego");
+        info = std::make_unique<Info>(frm.GridTitles, frm.GridFiles);
+        info->Form_Load();
+    }
+
+    std::string tapePath;
+    std::unique_ptr<Info> info;
+};
+
+TEST_F(InfoSoundTest, ExportarWavWritesBesideTheTapeAndPlayingNeedsASoundOutput) {
+    Open(Tape({raw::PureTone(3500, 1000), raw::Pause(1000)}));
+    TapeSound& sound = *info->Sound;
+    QString offered;
+    sound.ChooseSaveFile = [&](const QString& proposed) {
+        offered = proposed;
+        return proposed;
+    };
+    sound.CommandWav->click();
+    const std::string wav = tapePath.substr(0, tapePath.size() - 3) + "wav";
+    EXPECT_EQ(S(offered), wav);
+    // Two seconds at 44,100 samples of 2 bytes.
+    EXPECT_EQ(ReadFile(wav).size(), 44u + 4 * 44100);
+    const std::string saved =
+        Box("Sonido de la cinta guardado en " + wav, "Exportar WAV", Icon::Information);
+    const std::string ask = Box("Ya existe " + wav + ". ¿Desea reemplazarlo?", "Exportar WAV",
+                                Icon::Exclamation, Buttons::YesNo);
+    test::WriteFile(wav, "mio");
+    prompt.Answer(Button::No);
+    sound.CommandWav->click();
+    EXPECT_EQ(ReadFile(wav), "mio");
+    prompt.Answer(Button::Yes);
+    sound.CommandWav->click();
+    EXPECT_EQ(ReadFile(wav).size(), 44u + 4 * 44100);
+    EXPECT_EQ(Shown(), (Texts{saved, ask, ask, saved}));
+
+    Forget();
+    sound.Player.HasOutput = [] { return false; };
+    sound.CommandPlay->click();
+    EXPECT_EQ(Shown(), Texts{Box("No hay ninguna salida de sonido en este equipo.", "Reproducir",
+                                 Icon::Exclamation)});
+    EXPECT_EQ(S(sound.CommandPlay->text()), "Reproducir");
+    EXPECT_FALSE(sound.Player.Playing());
+}
+
+} // namespace
+} // namespace cintal::test
