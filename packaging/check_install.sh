@@ -12,7 +12,7 @@ fail() { echo "FALLO: $*" >&2; exit 1; }
 
 cmake --install "$build" --prefix "$scratch/usr" >/dev/null
 root=$scratch/usr
-for f in bin/cintal bin/cintal-cli share/applications/$id.desktop \
+for f in bin/cintal bin/cintal-cli bin/cintal-cli-qt share/applications/$id.desktop \
          share/icons/hicolor/scalable/apps/cintal.svg share/icons/hicolor/16x16/apps/cintal.png \
          share/icons/hicolor/48x48/apps/cintal.png share/icons/hicolor/256x256/apps/cintal.png \
          share/mime/packages/cintal.xml share/metainfo/$id.metainfo.xml share/cintal/z80.scr; do
@@ -60,7 +60,7 @@ said=$(user "$root/bin/cintal-cli" init)
 [[ -f $data/cintal.mdb && ! -e $root/bin/cintal.mdb ]] || fail "catálogo"
 user "$root/bin/cintal-cli" titles >/dev/null || fail "titles sin --db"
 mkdir "$scratch/portable"
-cp "$root/bin/cintal-cli" "$scratch/portable/"
+cp "$root/bin/cintal-cli" "$root/bin/cintal-cli-qt" "$scratch/portable/"
 said=$(user "$scratch/portable/cintal-cli" init)
 [[ $said == "Catálogo creado: $scratch/portable/cintal.mdb" ]] || fail "portable dijo: $said"
 

@@ -15,7 +15,7 @@ using detail::U24;
 using detail::U8;
 
 std::string_view BytesOf(const Block& block) {
-    return block.BlockData;
+    return block.Data();
 }
 
 std::int64_t Signed16(std::string_view s, std::size_t off) {

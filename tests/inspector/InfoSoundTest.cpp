@@ -14,14 +14,11 @@ class InfoSoundTest : public WindowTest {
 protected:
     // The inspector open on "juego.tzx", the one file of its title.
     void Open(const Bytes& tape) {
-        const QString folder = dir.filePath("juegos");
-        QDir(dir.path()).mkpath("juegos");
-        Path(1, folder);
         Title("Juego", "1986", 1, "Arcade", 1, 4);
         Sql(db, "INSERT INTO tFiles (TitleId, FileName, Extension, PathIndex, HaveIt, Origin, "
                 "IdLang, LoadSchema, FileSize) VALUES (1, 'juego', 'tzx', 1, 1, 'Original', 'spa', "
                 "'Normal', 7)");
-        tapePath = S(QDir(folder).filePath("juego.tzx"));
+        tapePath = S(Disk("juego.tzx"));
         test::WriteFile(tapePath, tape);
         SelectTitle("Juego");
         info = std::make_unique<Info>(frm.GridTitles, frm.GridFiles);

@@ -80,7 +80,7 @@ TEST_F(DecoderTest, DamagedPulseBlocksAreKeptAsTheyStandAndSaySo) {
         EXPECT_TRUE(tape.Status().Whole());
         ASSERT_EQ(tape.Blocks().Count(), 2);
         EXPECT_EQ(tape.Blocks().Item(1)->Descr, text + " (da\361ado)");
-        EXPECT_EQ(tape.Blocks().Item(1)->BlockData, block);
+        EXPECT_EQ(tape.Blocks().Item(1)->Data(), block);
         EXPECT_EQ(tape.Blocks().Item(2)->Descr, "Pausa de 7 mseg.");
     }
     EXPECT_TRUE(Shown().empty());
