@@ -8,10 +8,15 @@
 // lie inside the block, a screen is 6912 bytes, a listing is plain text, the
 // screen found in the file's bytes is the one found in the blocks read, and
 // snapshots and TAP files of any shape give a screen or nothing.
+//
+// And the tape's sound is walked, jumps, loops, calls and compressed
+// recordings included: lengths the blocks promise must never lead outside
+// them, nor the walk round for ever.
 
 #include "tape/ArchiveInfo.h"
 #include "tape/Content.h"
 #include "tape/Prompt.h"
+#include "tape/Signal.h"
 #include "tape/TZXTape.h"
 
 #include <cstdint>
@@ -130,6 +135,19 @@ void CheckContent(TZXTape& tape, std::string_view input) {
     if (!PlainText(BasicListing(input))) Fail("a listing that is not plain text");
 }
 
+// Enough of the walk to reach every kind of block of a fuzzed tape without
+// spending the run on one long tone.
+void CheckSignal(TZXTape& tape) {
+    TapeSignal signal(tape.Blocks());
+    BlockSignal block;
+    std::size_t pulses = 0;
+    for (int i = 0; i < 64 && pulses < 100'000 && signal.Next(block); ++i) {
+        if (block.block >= static_cast<std::size_t>(tape.Blocks().Count()))
+            Fail("sound from a block the tape doesn't have");
+        pulses += block.pulses.size();
+    }
+}
+
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
@@ -158,5 +176,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t siz
     CheckOnlyData(tape, input);
     CheckContent(tape, input);
     if (tape.Status().Whole() && !cut) CheckRoundTrip(tape);
+    CheckSignal(tape);
     return 0;
 }
