@@ -82,21 +82,12 @@ int InfoCommand(const std::vector<std::string>& args, std::ostream& out, std::os
     }
     InfoPrompt prompt(err, yes);
     PromptScope scope(prompt);
-    // Nothing is ever written inside an archive.
+    // Nothing is ever written inside an archive; showing one's information
+    // without --set is a tape command, answered before this.
     if (const std::string archive = ArchiveOf(a.words[0]); !archive.empty()) {
-        if (!sets.empty()) {
-            err << "cintal-cli: El archivo está dentro de " << FileNameWithExt(archive)
-                << ": no se puede modificar\n";
-            return 1;
-        }
-        TZXTape tape;
-        std::string why;
-        if (!ReadTapeAt(a.words[0], tape, why)) {
-            err << "cintal-cli: " << a.words[0] << ": " << why << "\n";
-            return 1;
-        }
-        out << ArchiveLines(tape.ArchiveInfo());
-        return tape.Status().Whole() ? 0 : 1;
+        err << "cintal-cli: El archivo está dentro de " << FileNameWithExt(archive)
+            << ": no se puede modificar\n";
+        return 1;
     }
     const QString path = QFileInfo(file).absoluteFilePath();
     Inspector inspector;

@@ -11,27 +11,45 @@
 #include "tape/TZXFunct.h"
 #include "tape/TZXTape.h"
 
+#include <charconv>
 #include <filesystem>
+#include <memory>
 #include <ostream>
-#include <sstream>
 
 namespace cintal::cli {
 
 namespace {
 
+void AppendNumber(std::string& out, std::int64_t n) {
+    char digits[24];
+    const auto end = std::to_chars(digits, digits + sizeof digits, n).ptr;
+    out.append(digits, end);
+}
+
+void AppendPrintable(std::string& out, std::string_view cp1252);
+void AppendListing(std::string& out, TZXTape& tape, const std::string& file, std::ostream* to);
+
+bool keepLastTape = false;
+
+// The listing goes out in a few large writes, and in the lean program
+// the last tape read is never freed: tens of thousands of blocks would take
+// longer to free than to list, and the program ends right after.
 int List(const std::vector<std::string>& files, std::ostream& out, std::ostream& err) {
     int status = 0;
+    std::string listing;
+    std::unique_ptr<TZXTape> tape;
     for (const std::string& file : files) {
-        TZXTape tape;
+        tape = std::make_unique<TZXTape>();
         std::string why;
-        if (!ReadTapeAt(file, tape, why)) {
+        if (!ReadTapeAt(file, *tape, why)) {
             err << "cintal-cli: " << file << ": " << why << "\n";
             status = 1;
             continue;
         }
-        out << ListTape(tape, file);
-        if (!tape.Status().Whole()) status = 1;
+        AppendListing(listing, *tape, file, &out);
+        if (!tape->Status().Whole()) status = 1;
     }
+    if (keepLastTape) (void)tape.release();
     return status;
 }
 
@@ -98,60 +116,16 @@ Button CliPrompt::Show(const Message& message) {
 }
 
 std::string Printable(const std::string& cp1252) {
-    // Runs of plain characters go over whole: a listing prints thousands.
     std::string out;
     out.reserve(cp1252.size() + 8);
-    std::size_t plain = 0;
-    for (std::size_t i = 0; i < cp1252.size(); ++i) {
-        const auto c = static_cast<unsigned char>(cp1252[i]);
-        if (c >= 0x20 && c < 0x80 && c != '\\') continue;
-        out.append(cp1252, plain, i - plain);
-        plain = i + 1;
-        switch (c) {
-        case '\t':
-            out += "\\t";
-            break;
-        case '\r':
-            out += "\\r";
-            break;
-        case '\n':
-            out += "\\n";
-            break;
-        case '\\':
-            out += "\\\\";
-            break;
-        default:
-            out += Cp1252ToUtf8(std::string_view(cp1252).substr(i, 1));
-        }
-    }
-    out.append(cp1252, plain);
+    AppendPrintable(out, cp1252);
     return out;
 }
 
 std::string ListTape(TZXTape& tape, const std::string& file) {
-    std::ostringstream out;
-    out << "Archivo " << file << " - versión " << tape.FileVersion << "." << tape.FileRevision
-        << "\n";
-    // Positions as the inspector counts them: from 11, each start one past
-    // the previous end, so a cut last block ends past the file's size.
-    std::int64_t start = 11, number = 0;
-    const std::vector<BlockContent> contents = ContentOf(tape.Blocks());
-    for (const BlockRef& b : tape.Blocks()) {
-        std::int64_t end = start + b->LenghtTot - 1;
-        const Checksum sum = contents[static_cast<std::size_t>(number)].checksum;
-        out << ++number << '\t' << Hex2(b->IdTipoBloque) << '\t' << Printable(b->TipoBloque) << '\t'
-            << Printable(b->Descr) << '\t' << start << '\t' << end << '\t'
-            << (sum == Checksum::Right   ? "ok"
-                : sum == Checksum::Wrong ? "mal"
-                                         : "")
-            << '\n';
-        start = end + 1;
-    }
-    out << ArchiveLines(tape.ArchiveInfo());
-    const ReadStatus& st = tape.Status();
-    if (!st.Whole())
-        out << "incompleto\t" << st.ordinal << '\t' << st.position << '\t' << st.Cause() << '\n';
-    return out.str();
+    std::string out;
+    AppendListing(out, tape, file, nullptr);
+    return out;
 }
 
 std::string ArchiveLines(const ArchiveInfo& info) {
@@ -171,6 +145,10 @@ const CommandSpec& InfoSpec() {
         1,
         "Uso: cintal-cli info [--set CAMPO=TEXTO]... [--yes] [--db CATÁLOGO] CINTA.tzx\n"};
     return spec;
+}
+
+void KeepTapesAtExit() {
+    keepLastTape = true;
 }
 
 bool IsTapeCommand(const std::vector<std::string>& args) {
@@ -206,6 +184,81 @@ int RunTapeCommand(const std::vector<std::string>& args, std::ostream& out, std:
 }
 
 namespace {
+
+void AppendPrintable(std::string& out, std::string_view cp1252) {
+    // Runs of plain characters go over whole: a listing prints thousands.
+    std::size_t plain = 0;
+    for (std::size_t i = 0; i < cp1252.size(); ++i) {
+        const auto c = static_cast<unsigned char>(cp1252[i]);
+        if (c >= 0x20 && c < 0x80 && c != '\\') continue;
+        out.append(cp1252, plain, i - plain);
+        plain = i + 1;
+        switch (c) {
+        case '\t':
+            out += "\\t";
+            break;
+        case '\r':
+            out += "\\r";
+            break;
+        case '\n':
+            out += "\\n";
+            break;
+        case '\\':
+            out += "\\\\";
+            break;
+        default:
+            out += Cp1252ToUtf8(cp1252.substr(i, 1));
+        }
+    }
+    out.append(cp1252, plain);
+}
+
+void AppendListing(std::string& out, TZXTape& tape, const std::string& file, std::ostream* to) {
+    // Going out in pieces, the listing takes no more memory than one piece.
+    constexpr std::size_t kPiece = 1 << 16;
+    out.reserve(to ? kPiece + 4096 : 96 * static_cast<std::size_t>(tape.Blocks().Count()) + 256);
+    out += "Archivo " + file + " - versión ";
+    AppendNumber(out, tape.FileVersion);
+    out += '.';
+    AppendNumber(out, tape.FileRevision);
+    out += '\n';
+    // Positions as the inspector counts them: from 11, each start one past
+    // the previous end, so a cut last block ends past the file's size.
+    std::int64_t start = 11, number = 0;
+    const std::vector<Checksum> sums = ChecksumsOf(tape.Blocks());
+    for (const BlockRef& b : tape.Blocks()) {
+        const std::int64_t end = start + b->LenghtTot - 1;
+        const Checksum sum = sums[static_cast<std::size_t>(number)];
+        AppendNumber(out, ++number);
+        out += '\t';
+        out += Hex2(b->IdTipoBloque);
+        out += '\t';
+        AppendPrintable(out, b->TipoBloque);
+        out += '\t';
+        AppendPrintable(out, b->Descr);
+        out += '\t';
+        AppendNumber(out, start);
+        out += '\t';
+        AppendNumber(out, end);
+        out += '\t';
+        out += sum == Checksum::Right ? "ok" : sum == Checksum::Wrong ? "mal" : "";
+        out += '\n';
+        start = end + 1;
+        if (to && out.size() >= kPiece) {
+            to->write(out.data(), static_cast<std::streamsize>(out.size()));
+            out.clear();
+        }
+    }
+    out += ArchiveLines(tape.ArchiveInfo());
+    const ReadStatus& st = tape.Status();
+    if (!st.Whole())
+        out += "incompleto\t" + std::to_string(st.ordinal) + '\t' + std::to_string(st.position) +
+               '\t' + st.Cause() + '\n';
+    if (to) {
+        to->write(out.data(), static_cast<std::streamsize>(out.size()));
+        out.clear();
+    }
+}
 
 int ShowInfo(const std::vector<std::string>& args, std::ostream& out, std::ostream& err) {
     Arguments a;

@@ -35,6 +35,10 @@ private:
 bool IsTapeCommand(const std::vector<std::string>& args);
 int RunTapeCommand(const std::vector<std::string>& args, std::ostream& out, std::ostream& err);
 
+// Read-only commands may leave the last tape they read unfreed: for a
+// program that ends right after them.
+void KeepTapesAtExit();
+
 // The listing of one tape already read, as `list` prints it.
 std::string ListTape(TZXTape& tape, const std::string& file);
 

@@ -19,6 +19,7 @@ int main(int argc, char** argv) {
     cintal::UseFileSync();
     cintal::UseFileMap();
     std::ios::sync_with_stdio(false);
+    cintal::cli::KeepTapesAtExit();
     const int status = cintal::cli::RunTapeCommand(args, std::cout, std::cerr);
     std::cout.flush();
     return status;

@@ -214,6 +214,16 @@ std::vector<BlockContent> ContentOf(const Blocks& blocks) {
     return out;
 }
 
+std::vector<Checksum> ChecksumsOf(const Blocks& blocks) {
+    std::vector<Checksum> out;
+    out.reserve(static_cast<std::size_t>(blocks.Count()));
+    detail::Classifier classifier;
+    std::size_t header = 0;
+    for (const BlockRef& b : blocks)
+        out.push_back(classifier.Next(detail::PieceOf(b->Data()), out.size(), header).checksum);
+    return out;
+}
+
 std::string_view ContentBytes(const Block& block, const BlockContent& content) {
     return detail::Sub(block.Data(), content.offset, content.length);
 }

@@ -77,6 +77,8 @@ struct BlockContent {
 // a custom info block "Spectrum Screen ". A data block belongs to the last
 // header before it when no other data block stands between them.
 std::vector<BlockContent> ContentOf(const Blocks& blocks);
+// Only each block's checksum, as ContentOf finds it, without the rest.
+std::vector<Checksum> ChecksumsOf(const Blocks& blocks);
 
 // The content's bytes inside the block (see BlockContent::offset).
 std::string_view ContentBytes(const Block& block, const BlockContent& content);

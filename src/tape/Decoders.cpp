@@ -143,10 +143,10 @@ std::string GeneralizedText(std::string_view block) {
     return g.damaged ? out + kDamaged : out;
 }
 
-std::string LevelText(std::string_view block, std::int64_t len) {
-    const std::uint32_t level = U8(block, 5);
-    if (len == 1 && block.size() > 5 && level <= 1) return level == 0 ? "Nivel bajo" : "Nivel alto";
-    return "Nivel " + Num(level) + kDamaged;
+std::string LevelText(std::string_view block) {
+    const LevelBlock l = ParseLevel(block);
+    if (!l.damaged) return l.high ? "Nivel alto" : "Nivel bajo";
+    return "Nivel " + Num(l.level) + kDamaged;
 }
 
 } // namespace
@@ -206,7 +206,7 @@ Decoded DecodeBlock(std::string_view image, std::size_t start, DecodeState& st,
         d.descr = GeneralizedText(v.Bytes(0, d.size));
         break;
     case kSignalLevel:
-        d.descr = LevelText(v.Bytes(0, d.size), len);
+        d.descr = LevelText(v.Bytes(0, d.size));
         break;
     case 0x20: {
         std::uint32_t pause = v.U16(1);

@@ -105,11 +105,17 @@ GeneralizedBlock ParseGeneralized(std::string_view block) {
     std::size_t off = kGeneralizedTables;
     if (g.pilot.count > 0) {
         const std::uint64_t need = 3 * std::uint64_t(g.pilot.count);
-        if (!ReadAlphabet(b, off, g.pilot) || b.size() - off < need) {
+        if (!ReadAlphabet(b, off, g.pilot)) {
             g.damaged = true;
             return g;
         }
-        g.pilotStream = b.substr(off, static_cast<std::size_t>(need));
+        // A stream cut short keeps its whole entries, and nothing follows it.
+        g.pilotStream = detail::Sub(b, off, static_cast<std::size_t>(need));
+        if (g.pilotStream.size() < need) {
+            g.pilotStream.remove_suffix(g.pilotStream.size() % 3);
+            g.damaged = true;
+            return g;
+        }
         off += static_cast<std::size_t>(need);
         for (std::size_t i = 0; i < g.PilotEntries(); ++i)
             if (g.Pilot(i).symbol >= g.pilot.size) g.damaged = true;
@@ -142,6 +148,14 @@ CswBlock ParseCsw(std::string_view block) {
     c.dataOffset = std::min(b.size(), kCswData);
     c.data = b.substr(c.dataOffset);
     return c;
+}
+
+LevelBlock ParseLevel(std::string_view block) {
+    LevelBlock l;
+    l.level = U8(block, 5);
+    l.high = l.level != 0;
+    l.damaged = U32(block, 1) != 1 || block.size() <= 5 || l.level > 1;
+    return l;
 }
 
 } // namespace cintal

@@ -2,7 +2,8 @@
 // The blocks that describe a signal by its pulses rather than by bytes at
 // fixed timings, taken apart: a generalized data block (0x19), with its two
 // alphabets of symbols, the pilot/sync stream of (symbol, repetitions)
-// entries and the packed data stream; and a CSW recording (0x18). What makes
+// entries and the packed data stream; a CSW recording (0x18); and the signal
+// level block (0x2B) that sets the level of the next pulse. What makes
 // a block's text, what finds a ROM record in it and what plays it all read it
 // through here.
 //
@@ -82,5 +83,15 @@ struct CswBlock {
 };
 
 CswBlock ParseCsw(std::string_view block);
+
+// A signal level block (0x2B): the level of the next pulse.
+struct LevelBlock {
+    std::uint32_t level = 0; // the byte as it stands: 0 low, 1 high
+    bool high = false;       // any other value than 0 counts as high
+    // The length isn't 1, the byte isn't there, or it is neither 0 nor 1.
+    bool damaged = false;
+};
+
+LevelBlock ParseLevel(std::string_view block);
 
 } // namespace cintal

@@ -1,13 +1,12 @@
-// The fields of the CSW, generalized data and signal level blocks are read
-// here and nowhere else in the signal, so that one reading of them can
-// stand for another.
+// The pulses of the CSW, generalized data and signal level blocks, from
+// their fields as PulseBlocks reads them for every other use.
 
-#include "tape/Layout.h"
+#include "tape/PulseBlocks.h"
 #include "tape/PulseOut.h"
 
 #include <zlib.h>
 
-#include <string>
+#include <algorithm>
 
 namespace cintal::detail {
 
@@ -72,98 +71,63 @@ void Inflate(std::string_view packed, CswPulses& pulses) {
     inflateEnd(&z);
 }
 
-// The bits of the data stream of a generalized block, most significant first.
-class SymbolBits {
-public:
-    SymbolBits(std::string_view data, std::uint32_t width) : data(data), width(width) {}
-    bool Left() const { return bit + width <= 8 * std::uint64_t{data.size()}; }
-    std::uint32_t Take() {
-        std::uint32_t v = 0;
-        for (std::uint32_t i = 0; i < width; ++i, ++bit)
-            v = v << 1 | (U8(data, bit / 8) >> (7 - bit % 8) & 1);
-        return v;
-    }
-
-private:
-    std::string_view data;
-    std::uint32_t width;
-    std::uint64_t bit = 0;
-};
-
-// One symbol of an alphabet: its flag says the level of its first pulse;
-// the others change the level; a length of 0 ends it early.
-void PlaySymbol(std::string_view definition, std::uint32_t most, PulseOut& out) {
-    const std::uint32_t first = U16(definition, 1);
-    switch (U8(definition, 0) & 3) {
-    case 0:
+// A symbol's flag says the level of its first pulse; the others change the
+// level. A symbol whose first length is 0 still sets its level.
+void PlaySymbol(const GeneralizedSymbol& s, PulseOut& out) {
+    const std::uint32_t first = s.pulses.empty() ? 0 : s.pulses[0];
+    switch (s.edge) {
+    case SymbolEdge::Toggle:
         out.Edge(first);
         break;
-    case 1:
+    case SymbolEdge::Keep:
         out.Hold(first);
         break;
     default:
-        out.At((U8(definition, 0) & 3) == 3, first);
+        out.At(s.edge == SymbolEdge::High, first);
         break;
     }
-    for (std::uint32_t i = 1; i < most; ++i) {
-        const std::uint32_t length = U16(definition, 1 + 2 * i);
-        if (length == 0) break;
-        out.Edge(length);
-    }
+    for (std::size_t i = 1; i < s.pulses.size(); ++i)
+        out.Edge(s.pulses[i]);
 }
 
 } // namespace
 
 void PlayCsw(std::string_view b, PulseOut& out) {
-    const std::uint32_t rate = U24(b, 7);
-    const std::string_view data = Sub(b, 15, U32(b, 1) >= 10 ? U32(b, 1) - 10 : 0);
-    if (rate > 0) {
-        CswPulses pulses(out, rate);
-        if (U8(b, 10) == 2)
-            Inflate(data, pulses);
+    const CswBlock c = ParseCsw(b);
+    // A damaged block plays what it holds; an unknown compression as RLE.
+    if (c.sampleRate > 0) {
+        CswPulses pulses(out, c.sampleRate);
+        if (c.compression == static_cast<std::uint32_t>(CswCompression::ZRle))
+            Inflate(c.data, pulses);
         else
-            pulses.Feed(data);
+            pulses.Feed(c.data);
     }
-    out.Pause(U16(b, 5));
+    out.Pause(c.pauseMs);
 }
 
 void PlayGeneralized(std::string_view b, PulseOut& out) {
-    const std::uint32_t totp = U32(b, 7), npp = U8(b, 11), totd = U32(b, 13), npd = U8(b, 17);
-    const std::uint32_t asp = U8(b, 12) ? U8(b, 12) : 256, asd = U8(b, 18) ? U8(b, 18) : 256;
-    // Nothing is read past the block's end, whatever its counts say.
-    const std::size_t end = std::min<std::size_t>(b.size(), std::size_t{5} + U32(b, 1));
-    std::size_t at = 19;
-    if (totp > 0) {
-        const std::size_t size = 1 + 2 * std::size_t{npp};
-        const std::size_t alphabet = at;
-        at += asp * size;
-        for (std::uint32_t i = 0; i < totp && at + 3 <= end; ++i, at += 3) {
-            const std::uint32_t symbol = U8(b, at), times = U16(b, at + 1);
-            if (symbol >= asp) continue;
-            const std::string_view definition = Sub(b, alphabet + symbol * size, size);
-            for (std::uint32_t k = 0; k < times && !out.Full(); ++k)
-                PlaySymbol(definition, npp, out);
-        }
+    const GeneralizedBlock g = ParseGeneralized(b);
+    // A pilot entry or data symbol beyond its alphabet plays nothing, and a
+    // stream cut short plays as far as it goes.
+    for (std::size_t i = 0; i < g.PilotEntries(); ++i) {
+        const PilotEntry e = g.Pilot(i);
+        if (e.symbol >= g.pilot.symbols.size()) continue;
+        for (std::uint32_t k = 0; k < e.repetitions && !out.Full(); ++k)
+            PlaySymbol(g.pilot.symbols[e.symbol], out);
     }
-    if (totd > 0 && at < end) {
-        const std::size_t size = 1 + 2 * std::size_t{npd};
-        const std::size_t alphabet = at;
-        at += asd * size;
-        std::uint32_t width = 0;
-        while ((1u << width) < asd)
-            ++width;
-        const std::uint64_t bytes = (std::uint64_t{width} * totd + 7) / 8;
-        SymbolBits bits(Sub(b, at, std::min<std::uint64_t>(bytes, end > at ? end - at : 0)), width);
-        for (std::uint32_t i = 0; i < totd && !out.Full() && (width == 0 || bits.Left()); ++i) {
-            const std::uint32_t symbol = bits.Take();
-            if (symbol < asd) PlaySymbol(Sub(b, alphabet + symbol * size, size), npd, out);
-        }
+    const std::uint64_t held = g.bitsPerSymbol == 0
+                                   ? g.data.count
+                                   : 8 * std::uint64_t{g.dataStream.size()} / g.bitsPerSymbol;
+    const std::uint64_t count = std::min<std::uint64_t>(g.data.count, held);
+    for (std::uint64_t i = 0; i < count && !out.Full(); ++i) {
+        const std::uint32_t symbol = g.DataSymbol(i);
+        if (symbol < g.data.symbols.size()) PlaySymbol(g.data.symbols[symbol], out);
     }
-    out.Pause(U16(b, 5));
+    out.Pause(g.pauseMs);
 }
 
 bool SignalLevelOf(std::string_view b) {
-    return U8(b, 5) != 0;
+    return ParseLevel(b).high;
 }
 
 } // namespace cintal::detail

@@ -172,6 +172,14 @@ TEST_F(SignalTest, GeneralizedSymbolsSetTheLevelByTheirFlags) {
               (Sequence{{100, true}, {200, false}, {300, false}, {400, false}, {500, true}}));
 }
 
+TEST_F(SignalTest, GeneralizedPilotCutShortPlaysTheEntriesItHolds) {
+    // Three pilot entries promised, one whole and a piece of the next held.
+    const Bytes body = Le(0, 2) + Le(3, 4) + B({1, 1}) + Le(0, 4) + B({0, 0}) + B({0}) +
+                       Le(1000, 2) + B({0}) + Le(2, 2) + B({0});
+    Of({B({0x19}) + Le(body.size(), 4) + body});
+    EXPECT_EQ(Played().at(0).pulses, Alternate({1000, 1000}, true));
+}
+
 TEST_F(SignalTest, PlayingEndsWhereTheTapeStopsAndKnowsWhereEachBlockBegan) {
     // 100 T-states a sample at 35,000 Hz.
     Of({raw::PureTone(3500, 2), raw::StopTape(), raw::PureTone(3500, 1)});
