@@ -27,6 +27,15 @@ int DbOption(const std::vector<std::string>& args, const char* usage, QString& d
     return status;
 }
 
+// "VERB [--db FILE]" with the catalogue opened: -1 to go on, else the exit
+// status, with the reason on err.
+int OpenDbOption(const std::vector<std::string>& args, const char* usage, std::ostream& out,
+                 std::ostream& err) {
+    QString db;
+    if (const int status = DbOption(args, usage, db, out, err); status >= 0) return status;
+    return OpenCatalogue(db, err) ? -1 : 2;
+}
+
 // "VERB FOLDER [--db FILE]": -1 to go on, else the exit status, with the
 // reason on err.
 int FolderArguments(const std::vector<std::string>& args, const char* verb, QString& db,
@@ -91,11 +100,9 @@ int Init(const std::vector<std::string>& args, std::ostream& out, std::ostream& 
 }
 
 int Titles(const std::vector<std::string>& args, std::ostream& out, std::ostream& err) {
-    QString db;
-    if (const int status = DbOption(args, "Uso: cintal-cli titles [--db ARCHIVO]\n", db, out, err);
+    if (const int status = OpenDbOption(args, "Uso: cintal-cli titles [--db ARCHIVO]\n", out, err);
         status >= 0)
         return status;
-    if (!OpenCatalogue(db, err)) return 2;
     std::vector<TitleRow> rows;
     if (!LoadTitles(kOrderByName, rows)) return 2;
     for (const TitleRow& r : rows) {
@@ -195,11 +202,9 @@ int Import(const std::vector<std::string>& args, std::ostream& out, std::ostream
 }
 
 int Hashes(const std::vector<std::string>& args, std::ostream& out, std::ostream& err) {
-    QString db;
-    if (const int status = DbOption(args, "Uso: cintal-cli hashes [--db CATÁLOGO]\n", db, out, err);
+    if (const int status = OpenDbOption(args, "Uso: cintal-cli hashes [--db CATÁLOGO]\n", out, err);
         status >= 0)
         return status;
-    if (!OpenCatalogue(db, err)) return 2;
     int status = 0;
     const bool refreshed = FileHashes::Refresh([&](const QString& path, const QString& why) {
         err << path.toStdString() << ": " << why.toStdString() << "\n";
@@ -215,12 +220,10 @@ int Hashes(const std::vector<std::string>& args, std::ostream& out, std::ostream
 }
 
 int Duplicates(const std::vector<std::string>& args, std::ostream& out, std::ostream& err) {
-    QString db;
     if (const int status =
-            DbOption(args, "Uso: cintal-cli duplicates [--db CATÁLOGO]\n", db, out, err);
+            OpenDbOption(args, "Uso: cintal-cli duplicates [--db CATÁLOGO]\n", out, err);
         status >= 0)
         return status;
-    if (!OpenCatalogue(db, err)) return 2;
     const auto files = FileHashes::Load();
     if (!files) return 2;
     int n = 0;
