@@ -200,18 +200,10 @@ bool Identify() {
     return Store::Commit();
 }
 
-bool IdentifyFile(qint64 fileId) {
-    QSqlQuery* q = Store::Cached("SELECT FileId, FileSize, Crc32, Md5, Sha1 FROM tFiles "
-                                 "WHERE FileId = ?",
-                                 {fileId});
-    if (!q) return false;
-    if (!q->next()) {
-        q->finish();
-        return true;
-    }
-    const FileKey f = FileOf(*q);
-    q->finish();
-    q = Store::Cached("SELECT RomId, DatId, Size, Crc32, Md5, Sha1 FROM DatRoms WHERE Sha1 = ? "
+bool IdentifyFile(qint64 fileId, const platform::ContentHashes& h) {
+    const FileKey f{fileId, h.size, h.crc32.toLower(), h.md5.toLower(), h.sha1.toLower()};
+    QSqlQuery* q =
+        Store::Cached("SELECT RomId, DatId, Size, Crc32, Md5, Sha1 FROM DatRoms WHERE Sha1 = ? "
                       "UNION SELECT RomId, DatId, Size, Crc32, Md5, Sha1 FROM DatRoms "
                       "WHERE Md5 = ? UNION SELECT RomId, DatId, Size, Crc32, Md5, Sha1 "
                       "FROM DatRoms WHERE Crc32 = ? AND Size = ?",

@@ -3,6 +3,7 @@
 // and what the collection has and lacks of each.
 
 #include "catalogue/DatFile.h"
+#include "platform/Hashes.h"
 
 #include <QString>
 #include <optional>
@@ -56,8 +57,8 @@ bool Remove(qint64 id, bool& found);
 
 // Every file row matched again against every DAT.
 bool Identify();
-// One file row matched again, after its hashes changed.
-bool IdentifyFile(qint64 fileId);
+// One file row matched again, after its hashes changed to these.
+bool IdentifyFile(qint64 fileId, const platform::ContentHashes& hashes);
 
 // Every file row, by FileId, with what it is.
 std::optional<std::vector<Identified>> Identifications();

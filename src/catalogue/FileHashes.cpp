@@ -34,7 +34,7 @@ bool Save(qint64 fileId, const platform::ContentHashes& h, const DiskStamp& stam
     return Store::Run("UPDATE tFiles SET FileSize = ?, Crc32 = ?, Md5 = ?, Sha1 = ?, DiskSize = ?, "
                       "DiskTime = ? WHERE FileId = ?",
                       {h.size, h.crc32, h.md5, h.sha1, stamp.size, stamp.time, fileId}) &&
-           Dats::IdentifyFile(fileId);
+           Dats::IdentifyFile(fileId, h);
 }
 
 bool Refresh(const std::function<void(const QString& path, const QString& why)>& unreadable) {
