@@ -7,6 +7,7 @@
 //
 //   cintal-demo-catalogue CATALOGUE DEMO_DIR LISTINGS_DIR
 
+#include "DemoDat.h"
 #include "ListingPages.h"
 #include "acquisition/Scanner.h"
 #include "acquisition/WosImporter.h"
@@ -356,6 +357,10 @@ int main(int argc, char** argv) {
                 static_cast<long long>(importer.counters.Existentes),
                 static_cast<long long>(importer.warnings.size()));
     if (!Store::Commit()) return 1;
+    if (!demo::WriteAndLoadDat(demo, reason)) {
+        std::fprintf(stderr, "No se pudo cargar el DAT de ejemplo: %s\n", qPrintable(reason));
+        return 1;
+    }
     int counts[4] = {};
     const bool matched = CheckSideFiles(demo, counts);
     Store::Close();

@@ -2,6 +2,7 @@
 
 #include "catalogue/Breathe.h"
 #include "catalogue/Comunes.h"
+#include "catalogue/Dats.h"
 #include "catalogue/Records.h"
 #include "catalogue/Store.h"
 #include "platform/Archive.h"
@@ -29,9 +30,11 @@ QString RowPath(qint64 pathIndex, const QString& fileName, const QString& extens
 }
 
 bool Save(qint64 fileId, const platform::ContentHashes& h, const DiskStamp& stamp) {
+    // What the file is follows its hashes.
     return Store::Run("UPDATE tFiles SET FileSize = ?, Crc32 = ?, Md5 = ?, Sha1 = ?, DiskSize = ?, "
                       "DiskTime = ? WHERE FileId = ?",
-                      {h.size, h.crc32, h.md5, h.sha1, stamp.size, stamp.time, fileId});
+                      {h.size, h.crc32, h.md5, h.sha1, stamp.size, stamp.time, fileId}) &&
+           Dats::IdentifyFile(fileId, h);
 }
 
 bool Refresh(const std::function<void(const QString& path, const QString& why)>& unreadable) {

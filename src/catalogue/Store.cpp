@@ -8,7 +8,9 @@
 #include <QHash>
 #include <QSqlError>
 #include <QStringList>
+#include <iterator>
 #include <memory>
+#include <vector>
 
 namespace cintal {
 
@@ -58,6 +60,27 @@ const char* kSchema[] = {
     "CREATE INDEX tFilesTitle ON tFiles (TitleId)",
     "CREATE INDEX tFilesFile ON tFiles (FileName, Extension, PathIndex)",
     "CREATE INDEX TitlesNamePub ON Titles (Name, IdPub)",
+};
+
+// The DAT files loaded, their games and roms, and which rom each file row
+// is. Catalogues made before them gain them quietly: nothing else changes.
+const char* kDatSchema[] = {
+    "CREATE TABLE IF NOT EXISTS Dats (DatId INTEGER PRIMARY KEY AUTOINCREMENT,"
+    " Name TEXT COLLATE NOCASE, Description TEXT, Version TEXT, Category TEXT)",
+    "CREATE TABLE IF NOT EXISTS DatGames (GameId INTEGER PRIMARY KEY AUTOINCREMENT,"
+    " DatId INTEGER, Name TEXT)",
+    "CREATE TABLE IF NOT EXISTS DatRoms (RomId INTEGER PRIMARY KEY AUTOINCREMENT,"
+    " GameId INTEGER, DatId INTEGER, Name TEXT, Size INTEGER, Crc32 TEXT, Md5 TEXT, Sha1 TEXT)",
+    "CREATE TABLE IF NOT EXISTS FileMatches (FileId INTEGER, DatId INTEGER, RomId INTEGER,"
+    " Rank INTEGER, PRIMARY KEY (FileId, RomId))",
+    "CREATE INDEX IF NOT EXISTS DatGamesDat ON DatGames (DatId)",
+    "CREATE INDEX IF NOT EXISTS DatRomsGame ON DatRoms (GameId)",
+    "CREATE INDEX IF NOT EXISTS DatRomsDat ON DatRoms (DatId)",
+    "CREATE INDEX IF NOT EXISTS DatRomsSha1 ON DatRoms (Sha1)",
+    "CREATE INDEX IF NOT EXISTS DatRomsMd5 ON DatRoms (Md5)",
+    "CREATE INDEX IF NOT EXISTS DatRomsCrc ON DatRoms (Crc32, Size)",
+    "CREATE INDEX IF NOT EXISTS FileMatchesDat ON FileMatches (DatId)",
+    "CREATE INDEX IF NOT EXISTS FileMatchesRom ON FileMatches (RomId)",
 };
 
 // Statements kept prepared, by their text. They belong to the connection and
@@ -120,6 +143,18 @@ bool Upgrade(QSqlDatabase& db, bool& upgraded, QString* reason) {
     for (const auto& c : kLaterColumns)
         if (!have.contains(QString::fromLatin1(c[0]).toLower()))
             missing << QStringLiteral("ALTER TABLE tFiles ADD COLUMN %1 %2").arg(c[0], c[1]);
+    if (!q.exec(
+            "SELECT count(*) FROM sqlite_master WHERE type = 'table' AND name = 'FileMatches'") ||
+        !q.next()) {
+        if (reason) *reason = ErrorText(q.lastError());
+        return false;
+    }
+    const bool datTables = q.value(0).toInt() > 0;
+    q.finish();
+    const bool columns = !missing.isEmpty();
+    if (!datTables)
+        for (const char* sql : kDatSchema)
+            missing << QString::fromLatin1(sql);
     if (missing.isEmpty()) return true;
     if (!db.transaction()) {
         if (reason) *reason = ErrorText(db.lastError());
@@ -139,7 +174,7 @@ bool Upgrade(QSqlDatabase& db, bool& upgraded, QString* reason) {
         db.rollback();
         return false;
     }
-    upgraded = true;
+    upgraded = columns;
     return true;
 }
 
@@ -174,7 +209,9 @@ bool Store::CreateEmpty(const QString& path, QString* reason) {
         } else {
             QSqlQuery q(db);
             db.transaction();
-            for (const char* sql : kSchema) {
+            std::vector<const char*> all(std::begin(kSchema), std::end(kSchema));
+            all.insert(all.end(), std::begin(kDatSchema), std::end(kDatSchema));
+            for (const char* sql : all) {
                 if (!q.exec(QString::fromLatin1(sql))) {
                     if (reason) *reason = ErrorText(q.lastError());
                     ok = false;

@@ -4,6 +4,7 @@
 #include "cli/Arguments.h"
 #include "cli/CatalogueCommands.h"
 #include "cli/ContentCommands.h"
+#include "cli/DatCommands.h"
 #include "cli/InfoCommand.h"
 #include "cli/MaintenanceCommands.h"
 #include "cli/ReorganiseCommands.h"
@@ -92,6 +93,19 @@ const char* kHelp =
     "  duplicates [--db CATÁLOGO]\n"
     "                           muestra los grupos de archivos del catálogo con el mismo\n"
     "                           contenido (mismo tamaño y SHA1)\n"
+    "  dat add ARCHIVO.dat [--db CATÁLOGO]\n"
+    "                           carga un archivo DAT (XML de Logiqx) en lugar del que tenga su\n"
+    "                           mismo nombre e identifica de nuevo los archivos\n"
+    "  dat list [--db CATÁLOGO] muestra los DAT cargados: Id, nombre, versión y entradas\n"
+    "  dat remove ID [--db CATÁLOGO]\n"
+    "                           quita el DAT con ese Id\n"
+    "  identify [--db CATÁLOGO] muestra qué juego de qué DAT es cada archivo del catálogo (por\n"
+    "                           SHA1, si no por MD5, si no por CRC32 y tamaño)\n"
+    "  report --dat NOMBRE [--db CATÁLOGO]\n"
+    "                           muestra los juegos del DAT que se tienen y los que faltan\n"
+    "  tidy --dat NOMBRE [--dry-run] [--yes] [--db CATÁLOGO]\n"
+    "                           da a cada archivo, con sus archivos laterales, el nombre que le\n"
+    "                           da el DAT, en su carpeta; con --dry-run sólo muestra el plan\n"
     "  wav CINTA SALIDA.wav [--rate HZ]\n"
     "                           guarda el sonido de la cinta (TZX o TAP) como archivo WAV mono\n"
     "                           de 16 bits, a 44100 Hz si no se da otra frecuencia\n"
@@ -180,6 +194,7 @@ int Run(const std::vector<std::string>& args, std::ostream& out, std::ostream& e
     const std::string& command = args[0];
     if (command == "info") return InfoCommand(args, out, err);
     if (command == "purge") return Purge(args, out, err);
+    if (IsDatCommand(command)) return DatCommand(args, out, err);
     if (command == "merge") return Merge(args, out, err);
     if (command == "reorganise") return Reorganise(args, out, err);
     if (command == "rename") return Rename(args, out, err);

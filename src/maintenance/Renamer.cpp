@@ -46,27 +46,16 @@ bool Renamer::RenombraFileInDB(const QString& newBase) {
                       {newBase, oldBase, extension, pathIndex, oldBase});
 }
 
-QString Renamer::Rename(const QString& newBase) {
-    if (newBase.trimmed().isEmpty()) {
-        Ask("el nombre de archivo no puede quedar en blanco. Especifica otro nombre.", {},
-            Icon::Exclamation);
-        return kFallido;
-    }
+Renamer::Outcome Renamer::Apply(const QString& newBase, QString& newName, QString& why) {
+    if (newBase.trimmed().isEmpty()) return Outcome::Blank;
     const QString file = platform::FindEntry(folder, oldFull);
     // The extension keeps its case on disk; the catalogue holds it in lower
     // case.
     const QString onDisk = file.isEmpty() ? oldFull : QFileInfo(file).fileName();
     const qsizetype dot = onDisk.lastIndexOf(u'.');
-    const QString newName = newBase + (dot < 0 ? QString() : onDisk.mid(dot));
-    if (newName == onDisk) {
-        Ask("el nombre de archivo no puede ser el mismo que el de origen. Especifica otro nombre.",
-            {}, Icon::Exclamation);
-        return kFallido;
-    }
-    if (Reorganiser::FolderName(newBase) != newBase) {
-        Ask("el nombre de archivo no es válido", {}, Icon::Exclamation);
-        return kFallido;
-    }
+    newName = newBase + (dot < 0 ? QString() : onDisk.mid(dot));
+    if (newName == onDisk) return Outcome::Same;
+    if (Reorganiser::FolderName(newBase) != newBase) return Outcome::Invalid;
     // Every rename, file first, then the ticked side files in list order.
     std::vector<std::pair<QString, QString>> moves;
     moves.push_back({file.isEmpty() ? Records::PathIn(folder, oldFull) : file,
@@ -81,38 +70,59 @@ QString Renamer::Rename(const QString& newBase) {
             taken.isEmpty() ? QString() : Records::PathIn(target.path(), taken.front());
         // Only a change of case finds the file itself there.
         if (!there.isEmpty() && there != from) {
-            Ask("el nombre de archivo ya existe. Especifica otro nombre.", {}, Icon::Critical);
-            return kFallido;
+            why = there;
+            return Outcome::Taken;
         }
     }
     std::size_t done = 0;
-    QString reason;
     QString failed;
     for (; done < moves.size(); ++done) {
-        if (!platform::MoveNoReplace(moves[done].first, moves[done].second, &reason)) {
+        if (!platform::MoveNoReplace(moves[done].first, moves[done].second, &why)) {
             failed = moves[done].first;
             break;
         }
     }
     if (failed.isEmpty() && !RenombraFileInDB(newBase)) {
         failed = QStringLiteral("el catálogo");
-        reason = Store::LastError();
+        why = Store::LastError();
     }
-    if (!failed.isEmpty()) {
-        // Back to the old names, the last renamed first.
-        while (done > 0) {
-            --done;
-            QString ignored;
-            platform::MoveNoReplace(moves[done].second, moves[done].first, &ignored);
-        }
-        Ask(QStringLiteral(
-                "No se pudo renombrar %1: %2. Los archivos conservan su nombre anterior.")
-                .arg(failed, reason)
-                .toStdString());
-        return kFallido;
+    if (failed.isEmpty()) return Outcome::Done;
+    // Back to the old names, the last renamed first.
+    while (done > 0) {
+        --done;
+        QString ignored;
+        platform::MoveNoReplace(moves[done].second, moves[done].first, &ignored);
     }
-    Ask(("Archivo renombrado: " + newName).toStdString(), {}, Icon::Information);
-    return newName;
+    why = QStringLiteral("No se pudo renombrar %1: %2. Los archivos conservan su nombre anterior.")
+              .arg(failed, why);
+    return Outcome::Failed;
+}
+
+QString Renamer::Rename(const QString& newBase) {
+    QString newName, why;
+    switch (Apply(newBase, newName, why)) {
+    case Outcome::Done:
+        Ask(("Archivo renombrado: " + newName).toStdString(), {}, Icon::Information);
+        return newName;
+    case Outcome::Blank:
+        Ask("el nombre de archivo no puede quedar en blanco. Especifica otro nombre.", {},
+            Icon::Exclamation);
+        break;
+    case Outcome::Same:
+        Ask("el nombre de archivo no puede ser el mismo que el de origen. Especifica otro nombre.",
+            {}, Icon::Exclamation);
+        break;
+    case Outcome::Invalid:
+        Ask("el nombre de archivo no es válido", {}, Icon::Exclamation);
+        break;
+    case Outcome::Taken:
+        Ask("el nombre de archivo ya existe. Especifica otro nombre.", {}, Icon::Critical);
+        break;
+    case Outcome::Failed:
+        Ask(why.toStdString());
+        break;
+    }
+    return kFallido;
 }
 
 } // namespace cintal

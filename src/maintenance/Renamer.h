@@ -27,6 +27,11 @@ public:
     // Returns the new full name, or "FALLIDO" after telling the user why.
     QString Rename(const QString& newBase);
 
+    enum class Outcome { Done, Blank, Same, Invalid, Taken, Failed };
+    // The same without a word to the user: the new full name in newName, or
+    // what stopped it (with the reason of a failure in why).
+    Outcome Apply(const QString& newBase, QString& newName, QString& why);
+
     QString folder;
     QString oldFull;
     QString oldBase;

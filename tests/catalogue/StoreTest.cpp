@@ -159,6 +159,8 @@ TEST_F(StoreTest, AnOldCatalogueIsUpgradedInPlaceOnceAndSaysSo) {
     Create();
     for (const char* column : {"InnerPath", "Crc32", "Md5", "Sha1", "DiskSize", "DiskTime"})
         Sql(db, QStringLiteral("ALTER TABLE tFiles DROP COLUMN %1").arg(column));
+    for (const char* table : {"Dats", "DatGames", "DatRoms", "FileMatches"})
+        Sql(db, QStringLiteral("DROP TABLE %1").arg(table));
     Sql(db, "INSERT INTO tFiles (TitleId, FileName, Extension, PathIndex) VALUES (1, 'Uno', "
             "'tzx', 1)");
     ScriptedBoxes boxes;
@@ -174,6 +176,8 @@ TEST_F(StoreTest, AnOldCatalogueIsUpgradedInPlaceOnceAndSaysSo) {
                          {}, Icon::Information)}));
     EXPECT_EQ(Rows("SELECT FileName, InnerPath, Sha1, DiskTime FROM tFiles"),
               (std::vector<std::string>{"Uno|NULL|NULL|NULL"}));
+    EXPECT_EQ(Rows("SELECT count(*) FROM Dats JOIN DatRoms JOIN FileMatches"),
+              (std::vector<std::string>{"0"}));
 }
 
 } // namespace

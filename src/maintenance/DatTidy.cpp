@@ -1,0 +1,126 @@
+#include "maintenance/DatTidy.h"
+
+#include "catalogue/Comunes.h"
+#include "catalogue/FileHashes.h"
+#include "catalogue/Records.h"
+#include "catalogue/Store.h"
+#include "maintenance/Renamer.h"
+#include "maintenance/Reorganiser.h"
+#include "platform/PathCase.h"
+
+#include <QFileInfo>
+
+namespace cintal {
+
+QString TidyStep::Text() const {
+    switch (kind) {
+    case Kind::Rename:
+        return QStringLiteral("renombrar %1 -> %2").arg(source, dest);
+    case Kind::Named:
+        return QStringLiteral("ya tiene su nombre: se deja %1").arg(source);
+    case Kind::Taken:
+        return QStringLiteral("ya existe: se deja %1").arg(dest);
+    case Kind::Inside:
+        return QStringLiteral("dentro de un archivo comprimido: se deja %1").arg(source);
+    case Kind::Missing:
+        return QStringLiteral("no está: se omite %1").arg(source);
+    case Kind::Invalid:
+        return QStringLiteral("nombre no válido: se deja %1").arg(source);
+    }
+    return {};
+}
+
+bool DatTidy::Plan(const QString& datName, bool& found) {
+    steps.clear();
+    notes.clear();
+    renamed = left = failed = 0;
+    QSqlQuery q = Store::NewQuery();
+    if (!Store::Exec(q, "SELECT DatId FROM Dats WHERE Name = ? ORDER BY DatId DESC", {datName}))
+        return false;
+    found = q.next();
+    if (!found) return true;
+    const qint64 datId = NumberOf(q.value(0));
+    q.finish();
+    if (!Store::Exec(q,
+                     "SELECT f.FileId, f.PathIndex, f.FileName, f.Extension, f.InnerPath, "
+                     "r.Name FROM FileMatches m JOIN tFiles f ON f.FileId = m.FileId "
+                     "JOIN DatRoms r ON r.RomId = m.RomId WHERE m.DatId = ? AND m.RomId = "
+                     "(SELECT RomId FROM FileMatches x WHERE x.FileId = m.FileId AND "
+                     "x.DatId = m.DatId ORDER BY Rank DESC, RomId LIMIT 1) ORDER BY f.FileId",
+                     {datId}))
+        return false;
+    QSet<QString> claimed; // the new paths, folded, that the plan gives out
+    while (q.next()) {
+        TidyStep s;
+        s.fileId = NumberOf(q.value(0));
+        s.pathIndex = NumberOf(q.value(1));
+        s.folder = Comunes::PathTable.Dir(s.pathIndex);
+        const QString name = TextOf(q.value(2)), extension = TextOf(q.value(3));
+        const QString inner = TextOf(q.value(4));
+        s.fullName = extension.isEmpty() ? name : name + u'.' + extension;
+        s.source = FileHashes::RowPath(s.pathIndex, name, extension, inner);
+        const QString romName = TextOf(q.value(5));
+        const qsizetype dot = romName.lastIndexOf(u'.');
+        s.newBase = dot <= 0 ? romName : romName.left(dot);
+        const QString onDisk = inner.isEmpty() ? platform::FindEntry(s.folder, s.fullName) : "";
+        const QString diskName = QFileInfo(onDisk).fileName();
+        const qsizetype diskDot = diskName.lastIndexOf(u'.');
+        const QString newName = s.newBase + (diskDot < 0 ? QString() : diskName.mid(diskDot));
+        s.dest = Records::PathIn(s.folder, newName);
+        if (!inner.isEmpty())
+            s.kind = TidyStep::Kind::Inside;
+        else if (onDisk.isEmpty())
+            s.kind = TidyStep::Kind::Missing;
+        else if (s.newBase.trimmed().isEmpty() || Reorganiser::FolderName(s.newBase) != s.newBase)
+            s.kind = TidyStep::Kind::Invalid;
+        else if (newName == diskName)
+            s.kind = TidyStep::Kind::Named;
+        else {
+            const QStringList there =
+                platform::FolderListing(s.folder).AllCases(newName, platform::EntryKind::File);
+            // A change of case only finds the file itself.
+            const bool taken =
+                (!there.isEmpty() && Records::PathIn(s.folder, there.front()) != onDisk) ||
+                claimed.contains(s.dest.toCaseFolded());
+            s.kind = taken ? TidyStep::Kind::Taken : TidyStep::Kind::Rename;
+        }
+        if (s.kind == TidyStep::Kind::Rename) claimed.insert(s.dest.toCaseFolded());
+        if (s.kind != TidyStep::Kind::Rename && s.kind != TidyStep::Kind::Named) ++left;
+        steps.push_back(std::move(s));
+    }
+    return true;
+}
+
+void DatTidy::Run() {
+    left = 0;
+    for (TidyStep& s : steps) {
+        if (s.kind != TidyStep::Kind::Rename) {
+            if (s.kind != TidyStep::Kind::Named) ++left;
+            continue;
+        }
+        Renamer renamer;
+        renamer.Load(s.folder, s.fullName, s.pathIndex);
+        QString newName, why;
+        switch (renamer.Apply(s.newBase, newName, why)) {
+        case Renamer::Outcome::Done:
+            ++renamed;
+            break;
+        case Renamer::Outcome::Taken:
+            // A side file's name may be the one taken.
+            s.kind = TidyStep::Kind::Taken;
+            s.dest = why;
+            ++left;
+            break;
+        case Renamer::Outcome::Failed:
+            ++failed;
+            notes.push_back(why);
+            break;
+        default:
+            s.kind = TidyStep::Kind::Invalid;
+            ++left;
+            break;
+        }
+    }
+}
+
+} // namespace cintal

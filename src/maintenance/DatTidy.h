@@ -1,0 +1,45 @@
+#pragma once
+// Giving the files a DAT knows the names the DAT gives them: planned first,
+// so that a dry run shows what the run then does, and carried out file by
+// file through the renamer, side files and row with each.
+
+#include <QSet>
+#include <QString>
+#include <vector>
+
+namespace cintal {
+
+struct TidyStep {
+    enum class Kind {
+        Rename,  // "renombrar A -> B"
+        Named,   // "ya tiene su nombre: se deja A"
+        Taken,   // "ya existe: se deja B"
+        Inside,  // "dentro de un archivo comprimido: se deja A"
+        Missing, // "no está: se omite A"
+        Invalid, // "nombre no válido: se deja A"
+    };
+    Kind kind = Kind::Rename;
+    qint64 fileId = 0;
+    qint64 pathIndex = 0;
+    QString folder;
+    QString fullName; // the file's name with its extension, as the row has it
+    QString newBase;  // the DAT's name without its extension
+    QString source, dest;
+
+    QString Text() const;
+};
+
+class DatTidy {
+public:
+    // Plans the renames for the files of the DAT of that name. False after
+    // a store failure; found says whether there is such a DAT.
+    bool Plan(const QString& datName, bool& found);
+    // Renames as planned. Steps that end otherwise change their kind.
+    void Run();
+
+    std::vector<TidyStep> steps;
+    std::vector<QString> notes; // what failed, one line each
+    qint64 renamed = 0, left = 0, failed = 0;
+};
+
+} // namespace cintal
