@@ -112,8 +112,10 @@ void TapeSound::Ended() {
 void TapeSound::Mark(int row, bool on) {
     const auto rows = logic.BlockRows();
     if (row < 1 || static_cast<std::size_t>(row) > rows.size()) return;
+    // A row without its own colour keeps the last one it was given: unmarking
+    // paints the list's own background back.
     Info::WriteBlockRow(list, row, rows[static_cast<std::size_t>(row - 1)],
-                        on ? std::optional<QColor>(QColor(255, 236, 160)) : std::nullopt);
+                        on ? QColor(255, 236, 160) : list.palette().color(QPalette::Base));
 }
 
 } // namespace cintal

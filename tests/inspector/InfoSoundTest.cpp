@@ -6,6 +6,7 @@
 #include "inspector/TapeSound.h"
 
 #include <QDir>
+#include <QLabel>
 
 namespace cintal::test {
 namespace {
@@ -62,6 +63,18 @@ TEST_F(InfoSoundTest, ExportarWavWritesBesideTheTapeAndPlayingNeedsASoundOutput)
                                  Icon::Exclamation)});
     EXPECT_EQ(S(sound.CommandPlay->text()), "Reproducir");
     EXPECT_FALSE(sound.Player.Playing());
+
+    // While it plays, only the block sounding is marked, and the clock runs.
+    Grid& list = *info->GridTZX;
+    const QColor plain = list.palette().color(QPalette::Base), marked(255, 236, 160);
+    emit sound.Player.Progress(0, 1000, 4000);
+    emit sound.Player.Progress(1, 2500, 4000);
+    EXPECT_EQ(list.CellBackColor(1, 4), plain);
+    EXPECT_EQ(list.CellBackColor(2, 4), marked);
+    EXPECT_EQ(S(sound.LabelTime->text()), "0:02 / 0:04");
+    emit sound.Player.Finished();
+    EXPECT_EQ(list.CellBackColor(2, 4), plain);
+    EXPECT_EQ(S(sound.LabelTime->text()), "");
 }
 
 } // namespace
