@@ -1,5 +1,6 @@
 #include "maintenance/Renamer.h"
 
+#include "catalogue/Ask.h"
 #include "catalogue/Comunes.h"
 #include "catalogue/Files.h"
 #include "catalogue/Records.h"
@@ -14,8 +15,10 @@
 
 namespace cintal {
 
-void Renamer::Load(const QString& dir, const QString& fullName, qint64 index) {
+void Renamer::Load(const QString& dir, const QString& fullName, qint64 index,
+                   const QString& innerPath) {
     folder = dir;
+    inner = innerPath;
     oldFull = fullName;
     pathIndex = index;
     const int dot = fullName.lastIndexOf(u'.');
@@ -47,6 +50,11 @@ bool Renamer::RenombraFileInDB(const QString& newBase) {
 }
 
 QString Renamer::Rename(const QString& newBase) {
+    if (!inner.isEmpty()) {
+        Ask("El archivo está dentro de " + oldFull + ": no se puede renombrar", {},
+            Icon::Exclamation);
+        return kFallido;
+    }
     if (newBase.trimmed().isEmpty()) {
         Ask("el nombre de archivo no puede quedar en blanco. Especifica otro nombre.", {},
             Icon::Exclamation);

@@ -20,7 +20,10 @@ public:
     static inline const QString kFallido = QStringLiteral("FALLIDO");
 
     // Takes the file, "name.ext" in folder, and finds its side files.
-    void Load(const QString& folder, const QString& fullName, qint64 pathIndex);
+    // inner: the path inside the archive fullName names, for a zipped file,
+    // which is never renamed: the archive holds other files too.
+    void Load(const QString& folder, const QString& fullName, qint64 pathIndex,
+              const QString& inner = {});
 
     // Renames the file and its ticked side files to newBase on disk, then
     // its row; when any part fails, what was renamed gets its old name back.
@@ -32,6 +35,7 @@ public:
     QString oldBase;
     QString extension;
     qint64 pathIndex = 0;
+    QString inner;
     std::vector<RenameEntry> entries;
     QString screenFile; // the file's loading screen, when there is one
 

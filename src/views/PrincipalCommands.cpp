@@ -232,8 +232,12 @@ void Principal::mnuDelFile_Click() {
         Records::RecordChange::Failed)
         return;
     const QString path = file.Path();
-    if (Ask(QStringLiteral("¿Eliminar también físicamente el archivo del disco duro?"),
-            QStringLiteral("Eliminar registro"), Icon::Critical, Buttons::YesNo) == Button::Yes) {
+    // The archive holds other files too: only the entry goes.
+    if (!file.Inner.isEmpty()) {
+        Ask(QStringLiteral("Registro eliminado"), {}, Icon::Information);
+    } else if (Ask(QStringLiteral("¿Eliminar también físicamente el archivo del disco duro?"),
+                   QStringLiteral("Eliminar registro"), Icon::Critical,
+                   Buttons::YesNo) == Button::Yes) {
         // No path is built from an unknown folder; the answer is the same.
         if (path.isEmpty())
             Ask(QStringLiteral("Archivo borrado"), {}, Icon::Information);
@@ -259,7 +263,9 @@ void Principal::CmdLimpiaEmpty_Click() {
 }
 
 void Principal::mnuTap2Tzx_Click() {
-    const QString tap = Grids::SelectedFile(*GridFiles).Path();
+    const FileRef file = Grids::SelectedFile(*GridFiles);
+    // A tape inside an archive stays as it is.
+    const QString tap = file.Inner.isEmpty() ? file.Path() : QString();
     const qint64 titleId = Grids::SelectedTitle(*GridTitles).TitleId;
     if (tap.isEmpty() || !titleId) return;
     std::string made;
