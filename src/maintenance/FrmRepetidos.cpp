@@ -12,14 +12,15 @@ namespace cintal {
 
 FrmRepetidos::FrmRepetidos(QWidget* parent) : QDialog(parent) {
     setWindowTitle(QStringLiteral("Archivos repetidos"));
-    resize(900, 480);
+    resize(1180, 480);
     GridFiles = new Grid;
     GridFiles->setObjectName("GridFiles");
     GridFiles->SetRowMode(true);
+    GridFiles->SetDefaultRowHeight(18);
     GridFiles->AddColumn("ColGrupo", "Grupo", Grid::AlignRight, -1, 50, true);
     GridFiles->AddColumn("ColSize", "Tamaño", Grid::AlignRight, -1, 70, true);
-    GridFiles->AddColumn("ColSha1", "SHA1", Grid::AlignDefault, -1, 290, true);
-    GridFiles->AddColumn("ColTitle", "Título", Grid::AlignDefault, -1, 170, true);
+    GridFiles->AddColumn("ColSha1", "SHA1", Grid::AlignDefault, -1, 200, true);
+    GridFiles->AddColumn("ColTitle", "Título", Grid::AlignDefault, -1, 120, true);
     GridFiles->AddColumn("ColPath", "Ruta", Grid::AlignDefault, -1, 300, true);
     LabelResumen = new QLabel;
     LabelResumen->setObjectName("LabelResumen");
