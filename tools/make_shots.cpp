@@ -13,6 +13,7 @@
 #include "maintenance/frmRenombra.h"
 #include "tape/Prompt.h"
 #include "views/Principal.h"
+#include "widgets/Grids.h"
 
 #include <QApplication>
 #include <QDir>
@@ -178,6 +179,27 @@ int main(int argc, char** argv) {
             window.close();
         };
         frm.mnuRenombra_Click();
+    }
+    // A zipped tape: the main window with its screen, the inspector on it,
+    // then the groups of files with the same bytes.
+    if (SelectTitle(frm, QStringLiteral("Caverna Helada"))) {
+        Save(frm, QDir(out).filePath("principal-zip.png"));
+        frm.RunModal = [&](QDialog& window) {
+            window.show();
+            auto& info = static_cast<Info&>(window);
+            for (int r = 1; r <= info.GridFiles->Rows(); ++r)
+                if (!Grids::FileAt(*info.GridFiles, r).Inner.isEmpty())
+                    info.GridFiles->SetSelectedRow(r);
+            Save(window, QDir(out).filePath("inspector-zip.png"));
+            window.close();
+        };
+        frm.CmdModify_Click();
+        frm.RunModal = [&](QDialog& window) {
+            window.show();
+            Save(window, QDir(out).filePath("repetidos.png"));
+            window.close();
+        };
+        frm.CmdRepetidos_Click();
     }
     if (argc < 4) return 0;
     // The listing import after its first run, into a new catalogue.

@@ -42,14 +42,17 @@ BuscarDirs::BuscarDirs(QWidget* parent)
     Frame1 = new QGroupBox(QStringLiteral("Archivos agregados"));
     Frame1->setObjectName("Frame1");
     const ScanCounters& c = scanner.counters;
-    QGridLayout* grid = Counters(Frame1, {{"Total encontrados:", &LabelTotal, &c.Total},
-                                          {"Total procesados:", &LabelParcial, &c.Parcial},
-                                          {"A entradas nuevas:", &LabelCreada, &c.Creada},
-                                          {"A entradas existentes:", &LabelAgregada, &c.Agregada},
-                                          {"Archivos omitidos:", &LabelOmitida, &c.Omitida},
-                                          {"Compañías agregadas:", &LabelNwComp, &c.NwComp},
-                                          {"Tiempo empleado:", &LabelTiempo, nullptr, "0:00:00"},
-                                          {"Archivos con info:", &Label7}});
+    QGridLayout* grid =
+        Counters(Frame1, {{"Total encontrados:", &LabelTotal, &c.Total},
+                          {"Total procesados:", &LabelParcial, &c.Parcial},
+                          {"A entradas nuevas:", &LabelCreada, &c.Creada},
+                          {"A entradas existentes:", &LabelAgregada, &c.Agregada},
+                          {"Archivos omitidos:", &LabelOmitida, &c.Omitida},
+                          {"Compañías agregadas:", &LabelNwComp, &c.NwComp},
+                          {"Archivos comprimidos:", &LabelComprimidos, &c.Comprimidos},
+                          {"Cintas en su interior:", &LabelInteriores, &c.Interiores},
+                          {"Tiempo empleado:", &LabelTiempo, nullptr, "0:00:00"},
+                          {"Archivos con info:", &Label7}});
     // Kept from the old window, out of sight: nothing counts it any more.
     Label1 = static_cast<QLabel*>(grid->itemAtPosition(grid->rowCount() - 1, 0)->widget());
     Label1->hide();

@@ -31,6 +31,8 @@ public:
     QLabel* LabelAgregada;
     QLabel* LabelOmitida;
     QLabel* LabelNwComp;
+    QLabel* LabelComprimidos; // archives found
+    QLabel* LabelInteriores;  // tapes inside them
     QLabel* LabelTiempo;
     QLabel* Label7;
     QLabel* Label1;

@@ -11,7 +11,7 @@ namespace {
 
 const char* const kFileRowSelect =
     "SELECT FileId, TitleId, FileName, Extension, PathIndex, Memory, Players, FileSize, Origin, "
-    "IdLang, LoadSchema, HaveIt, Joysticks, AYSound, MultiLoad FROM tFiles ";
+    "IdLang, LoadSchema, HaveIt, Joysticks, AYSound, MultiLoad, InnerPath, Crc32 FROM tFiles ";
 
 FileRow FileRowOf(const QSqlQuery& q) {
     FileRow r;
@@ -32,6 +32,8 @@ FileRow FileRowOf(const QSqlQuery& q) {
     r.Joysticks = TextOf(q.value(12));
     r.AYSound = YesOf(q.value(13));
     r.MultiLoad = YesOf(q.value(14));
+    r.InnerPath = TextOf(q.value(15));
+    r.Crc32 = TextOf(q.value(16));
     return r;
 }
 

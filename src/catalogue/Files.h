@@ -26,6 +26,10 @@ struct FileRow {
     QString Joysticks;
     bool AYSound = false;
     bool MultiLoad = false;
+    // For a file inside an archive (FileName and Extension name the archive)
+    // the path inside it; empty for a plain file.
+    QString InnerPath;
+    QString Crc32; // lower-case hexadecimal, empty before the file is hashed
 };
 
 // The title's file rows in the store's order. False after a reported store

@@ -1,9 +1,7 @@
 #include "cli/ArchiveTape.h"
 
 #include "platform/Archive.h"
-#include "tape/TZXTape.h"
-
-#include <memory>
+#include "platform/TapeAt.h"
 
 namespace cintal::cli {
 
@@ -12,15 +10,7 @@ bool BytesAt(const std::string& path, std::string& bytes, std::string& why) {
 }
 
 bool ReadTapeAt(const std::string& path, TZXTape& tape, std::string& why) {
-    tape.FileName = path;
-    if (!platform::SplitInner(path)) {
-        tape.ReadTape();
-        return true;
-    }
-    std::string bytes;
-    if (!BytesAt(path, bytes, why)) return false;
-    tape.ReadImage(std::make_shared<const std::string>(std::move(bytes)));
-    return true;
+    return platform::ReadTapeAt(path, tape, why);
 }
 
 std::string ArchiveOf(const std::string& path) {

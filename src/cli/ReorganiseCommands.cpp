@@ -108,8 +108,9 @@ int Rename(const std::vector<std::string>& args, std::ostream& out, std::ostream
     const qint64 fileId = change.ids[0];
     const QString newBase = QString::fromStdString(change.a.words[0]);
     QSqlQuery q = Store::NewQuery();
-    if (!Store::Exec(q, "SELECT FileName, Extension, PathIndex FROM tFiles WHERE FileId = ?",
-                     {fileId}))
+    if (!Store::Exec(
+            q, "SELECT FileName, Extension, PathIndex, InnerPath FROM tFiles WHERE FileId = ?",
+            {fileId}))
         return 2;
     if (!q.next()) {
         err << "No hay ningún archivo con FileId " << fileId << "\n";
@@ -118,7 +119,7 @@ int Rename(const std::vector<std::string>& args, std::ostream& out, std::ostream
     const qint64 index = NumberOf(q.value(2));
     Renamer renamer;
     renamer.Load(Comunes::PathTable.Dir(index), TextOf(q.value(0)) + "." + TextOf(q.value(1)),
-                 index);
+                 index, TextOf(q.value(3)));
     const QString result = renamer.Rename(newBase);
     if (result == Renamer::kFallido) return 1;
     out << result.toStdString() << "\n";

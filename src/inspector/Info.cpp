@@ -121,7 +121,7 @@ void Info::GridFiles_SelectionChange() {
     }
     openRow = row;
     const FileRef file = Grids::FileAt(*GridFiles, row);
-    OpenFile(file.Dir.isEmpty() ? file.FileName : file.Path());
+    OpenFile(file.Dir.isEmpty() ? file.FileName : file.Location());
 }
 
 void Info::OpenFile(const QString& path) {
@@ -133,6 +133,27 @@ void Info::OpenFile(const QString& path) {
     ShowArchiveInfo();
     logic.SetPending(false);
     UpdateSaveButton();
+    ShowReadOnly();
+}
+
+void Info::ShowReadOnly() {
+    const QString why = logic.ReadOnlyReason();
+    for (QWidget* w : std::initializer_list<QWidget*>{Command3, CommandSube, CommandBaja, Command2,
+                                                      Command5, Command6, Command7}) {
+        if (!w->property("ownTip").isValid()) w->setProperty("ownTip", w->toolTip());
+        w->setEnabled(why.isEmpty());
+        w->setToolTip(why.isEmpty() ? w->property("ownTip").toString() : why);
+    }
+    for (const auto& [box, w] : TextInfo) {
+        if (auto* edit = qobject_cast<QPlainTextEdit*>(w))
+            edit->setReadOnly(!why.isEmpty());
+        else
+            static_cast<QLineEdit*>(w)->setReadOnly(!why.isEmpty());
+    }
+    for (QWidget* w : std::initializer_list<QWidget*>{ComboLang, ComboOrigin})
+        w->setEnabled(why.isEmpty());
+    for (const auto& [box, button] : CommandATZX)
+        button->setEnabled(why.isEmpty());
 }
 
 void Info::UpdateSaveButton() {

@@ -180,6 +180,8 @@ private:
     void Wire();
     Inspector::BoxTexts Boxes() const;
     void UpdateSaveButton();
+    // A tape inside an archive is shown, never changed.
+    void ShowReadOnly();
     void MoveSelectedBlock(bool up);
     // The typing limit of a box, 0 for none.
     static int BoxLimit(Box box);

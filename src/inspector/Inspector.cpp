@@ -2,7 +2,9 @@
 
 #include "catalogue/Ask.h"
 #include "catalogue/Comunes.h"
+#include "platform/Archive.h"
 #include "platform/Spanish.h"
+#include "platform/TapeAt.h"
 #include "tape/Prompt.h"
 #include "tape/TZXFunct.h"
 
@@ -77,8 +79,9 @@ Inspector::Inspector() : tape(std::make_unique<TZXTape>()) {}
 void Inspector::Open(const QString& file) {
     tape = std::make_unique<TZXTape>();
     path = file;
-    tape->FileName = file.toStdString();
-    tape->ReadTape();
+    std::string why;
+    if (!platform::ReadTapeAt(file.toStdString(), *tape, why))
+        Ask(QString::fromStdString(why), Comunes::kAppTitle, Icon::Exclamation);
     KeepStoredTexts();
     pending = false;
 }
@@ -96,8 +99,23 @@ QString Inspector::Caption() const {
         .arg(tape->FileRevision);
 }
 
+QString Inspector::ReadOnlyReason() const {
+    const auto at = platform::SplitInner(path.toStdString());
+    if (!at) return {};
+    return "El archivo está dentro de " +
+           QFileInfo(QString::fromStdString(at->archive)).fileName() + ": no se puede modificar";
+}
+
+std::string Inspector::NamingPath() const {
+    const auto at = platform::SplitInner(path.toStdString());
+    if (!at) return tape->FileName;
+    const std::string ext = ExtensionOf(at->inner);
+    return JoinPath(FolderOf(at->archive), FileNameOf(at->inner) + (ext.empty() ? "" : "." + ext));
+}
+
 QString Inspector::SaveBlocker() const {
     if (path.isEmpty()) return QStringLiteral("No hay ningún archivo abierto");
+    if (const QString why = ReadOnlyReason(); !why.isEmpty()) return why;
     if (tape->SafeToSave()) return {};
     switch (tape->Status().stop) {
     case ReadStop::Missing:
@@ -234,6 +252,8 @@ bool Inspector::AcceptLongTexts() const {
 
 Inspector::TapeSaved Inspector::SaveTape(std::optional<qint64> fileId) {
     TapeSaved result;
+    // The archive is never written: nothing to save, nothing to refuse.
+    if (!ReadOnlyReason().isEmpty()) return result;
     // A file that isn't a tape read whole would be replaced by a nearly empty
     // one: the engine refuses it in its own words, and nothing else runs.
     if (!SaveBlocker().isEmpty()) {
@@ -397,7 +417,7 @@ QString Inspector::ProposedExtractPath(int block) const {
     if (block < 1 || static_cast<std::size_t>(block) > contents.size()) return {};
     const BlockContent& c = contents[static_cast<std::size_t>(block - 1)];
     if (c.kind == ContentKind::None) return {};
-    return QString::fromStdString(ProposedName(tape->FileName, block, c.extension));
+    return QString::fromStdString(ProposedName(NamingPath(), block, c.extension));
 }
 
 QString Inspector::ExtractBlock(int block, const QString& target, bool replace) const {

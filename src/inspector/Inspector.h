@@ -76,6 +76,13 @@ public:
     QString Caption() const;
     // Why the open file can't be saved as a tape, or empty when it can.
     QString SaveBlocker() const;
+    // Why the open tape can't be changed at all (it lies inside an archive),
+    // or empty.
+    QString ReadOnlyReason() const;
+    // The path whose folder and name the files made from the tape take: the
+    // tape's own, or for a tape inside an archive, the inner file's name in
+    // the archive's folder.
+    std::string NamingPath() const;
 
     // One row of the block list, positions counted in the file from 1.
     struct BlockRow {

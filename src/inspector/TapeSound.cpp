@@ -38,7 +38,7 @@ void TapeSound::CommandWav_Click() {
         Ask("No se puede hacer el sonido de la cinta: " + why, kWavTitle, Icon::Critical);
         return;
     }
-    const std::string tapePath = logic.Path().toStdString();
+    const std::string tapePath = logic.NamingPath();
     const QString proposed =
         QString::fromStdString(JoinPath(FolderOf(tapePath), FileNameOf(tapePath) + ".wav"));
     const QString path = ChooseSaveFile ? ChooseSaveFile(proposed) : QString();

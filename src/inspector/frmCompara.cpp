@@ -2,7 +2,9 @@
 
 #include "inspector/TapeSound.h"
 
+#include "catalogue/Ask.h"
 #include "catalogue/Comunes.h"
+#include "platform/TapeAt.h"
 #include "tape/Prompt.h"
 #include "widgets/Grids.h"
 
@@ -277,7 +279,7 @@ void frmCompara::FillCompareList() {
     for (int row = 1; row <= GridFiles->Rows(); ++row) {
         const FileRef file = Grids::FileAt(*GridFiles, row);
         if (file.Extension.toLower() != QLatin1String("tzx")) continue;
-        const QString path = file.Dir.isEmpty() ? file.FileName : file.Path();
+        const QString path = file.Dir.isEmpty() ? file.FileName : file.Location();
         // Two tapes of one name in different folders: the folder tells them apart.
         ComboCompara->addItem(file.FileName + " (" + QFileInfo(file.Dir).fileName() + ")", path);
     }
@@ -305,10 +307,15 @@ void frmCompara::ComboCompara_Click(int index) {
     CompareWith(data.toString());
 }
 
+void frmCompara::ReadOther(const QString& path) {
+    std::string why;
+    if (!platform::ReadTapeAt(path.toStdString(), other, why))
+        Ask(QString::fromStdString(why), Comunes::kAppTitle, Icon::Exclamation);
+}
+
 void frmCompara::CompareWith(const QString& path) {
     otherPath = path;
-    other.FileName = path.toStdString();
-    other.ReadTape();
+    ReadOther(path);
     const int at = ComboCompara->findData(path);
     if (at >= 0 && ComboCompara->currentIndex() != at) ComboCompara->setCurrentIndex(at);
     FillGrid();
@@ -321,8 +328,7 @@ void frmCompara::FillGrid() {
         if (ComboCompara->count() > 2) {
             ComboCompara->setCurrentIndex(1);
             otherPath = ComboCompara->itemData(1).toString();
-            other.FileName = otherPath.toStdString();
-            other.ReadTape();
+            ReadOther(otherPath);
         }
     }
     LabelCintaA->setText("A: " + QFileInfo(logic.Path()).fileName());

@@ -26,6 +26,8 @@ public:
     void ComboCompara_Click(int index);
     // Opens any tape on the right.
     void CompareWith(const QString& path);
+    // Reads the right-hand tape, plain or inside an archive.
+    void ReadOther(const QString& path);
     bool PendingClear() const { return !logic.Pending(); }
 
     QPushButton* Command8;

@@ -1,11 +1,15 @@
 #include "maintenance/Emulators.h"
 
+#include "catalogue/Ask.h"
 #include "catalogue/Comunes.h"
 #include "catalogue/Settings.h"
+#include "platform/Archive.h"
 #include "platform/Shell.h"
 #include "tape/Prompt.h"
 
+#include <QDir>
 #include <QFileInfo>
+#include <QTemporaryDir>
 
 namespace cintal::Emulators {
 
@@ -97,6 +101,31 @@ bool OpenFile(const QString& path) {
             Comunes::kAppTitle.toStdString(), Icon::Exclamation);
     }
     return Shell::Current().Open(path);
+}
+
+QString ScratchFolder() {
+    // Destroyed, and so removed, when the program ends.
+    static QTemporaryDir dir(QDir::tempPath() + QStringLiteral("/cintal-XXXXXX"));
+    return dir.isValid() ? dir.path() : QString();
+}
+
+bool OpenLocation(const QString& location) {
+    const auto at = platform::SplitInner(location.toStdString());
+    if (!at) return OpenFile(location);
+    // Each opening in a folder of its own: an emulator may still hold the
+    // copy made before, and nothing is written over a file.
+    static int openings = 0;
+    const QString scratch = ScratchFolder();
+    const QString folder = scratch + "/" + QString::number(++openings);
+    std::string written, why;
+    if (scratch.isEmpty() || !QDir().mkpath(folder)) {
+        why = "no se puede crear una carpeta temporal";
+    } else if (platform::ExtractInner(*at, folder.toStdString(), written, why)) {
+        return OpenFile(QString::fromStdString(written));
+    }
+    Ask("No se puede abrir " + location + ": " + QString::fromStdString(why), Comunes::kAppTitle,
+        Icon::Exclamation);
+    return false;
 }
 
 } // namespace cintal::Emulators

@@ -60,4 +60,12 @@ QString EmulatorFor(const QString& path);
 // start ("No se puede iniciar <emulador>: <motivo>"), by the association.
 bool OpenFile(const QString& path);
 
+// The program's own temporary folder, made at first use and removed with
+// everything in it when the program ends; empty when it can't be made.
+QString ScratchFolder();
+
+// OpenFile for a plain path; a file inside an archive ("ARCHIVO.zip|INTERIOR")
+// is first copied out into the temporary folder, and that copy opened.
+bool OpenLocation(const QString& location);
+
 } // namespace cintal::Emulators

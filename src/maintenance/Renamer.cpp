@@ -1,5 +1,6 @@
 #include "maintenance/Renamer.h"
 
+#include "catalogue/Ask.h"
 #include "catalogue/Comunes.h"
 #include "catalogue/Files.h"
 #include "catalogue/Records.h"
@@ -14,8 +15,10 @@
 
 namespace cintal {
 
-void Renamer::Load(const QString& dir, const QString& fullName, qint64 index) {
+void Renamer::Load(const QString& dir, const QString& fullName, qint64 index,
+                   const QString& innerPath) {
     folder = dir;
+    inner = innerPath;
     oldFull = fullName;
     pathIndex = index;
     const int dot = fullName.lastIndexOf(u'.');
@@ -47,6 +50,7 @@ bool Renamer::RenombraFileInDB(const QString& newBase) {
 }
 
 Renamer::Outcome Renamer::Apply(const QString& newBase, QString& newName, QString& why) {
+    if (!inner.isEmpty()) return Outcome::Inner;
     if (newBase.trimmed().isEmpty()) return Outcome::Blank;
     const QString file = platform::FindEntry(folder, oldFull);
     // The extension keeps its case on disk; the catalogue holds it in lower
@@ -101,6 +105,10 @@ Renamer::Outcome Renamer::Apply(const QString& newBase, QString& newName, QStrin
 QString Renamer::Rename(const QString& newBase) {
     QString newName, why;
     switch (Apply(newBase, newName, why)) {
+    case Outcome::Inner:
+        Ask("El archivo está dentro de " + oldFull + ": no se puede renombrar", {},
+            Icon::Exclamation);
+        break;
     case Outcome::Done:
         Ask(("Archivo renombrado: " + newName).toStdString(), {}, Icon::Information);
         return newName;

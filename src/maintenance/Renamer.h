@@ -20,14 +20,17 @@ public:
     static inline const QString kFallido = QStringLiteral("FALLIDO");
 
     // Takes the file, "name.ext" in folder, and finds its side files.
-    void Load(const QString& folder, const QString& fullName, qint64 pathIndex);
+    // inner: the path inside the archive fullName names, for a zipped file,
+    // which is never renamed: the archive holds other files too.
+    void Load(const QString& folder, const QString& fullName, qint64 pathIndex,
+              const QString& inner = {});
 
     // Renames the file and its ticked side files to newBase on disk, then
     // its row; when any part fails, what was renamed gets its old name back.
     // Returns the new full name, or "FALLIDO" after telling the user why.
     QString Rename(const QString& newBase);
 
-    enum class Outcome { Done, Blank, Same, Invalid, Taken, Failed };
+    enum class Outcome { Done, Inner, Blank, Same, Invalid, Taken, Failed };
     // The same without a word to the user: the new full name in newName, or
     // what stopped it (with the reason of a failure in why).
     Outcome Apply(const QString& newBase, QString& newName, QString& why);
@@ -37,6 +40,7 @@ public:
     QString oldBase;
     QString extension;
     qint64 pathIndex = 0;
+    QString inner;
     std::vector<RenameEntry> entries;
     QString screenFile; // the file's loading screen, when there is one
 

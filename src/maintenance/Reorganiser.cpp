@@ -5,6 +5,7 @@
 #include "catalogue/Files.h"
 #include "catalogue/Records.h"
 #include "catalogue/Store.h"
+#include "platform/Archive.h"
 #include "platform/MoveFile.h"
 #include "platform/PathCase.h"
 #include "tape/Prompt.h"
@@ -37,6 +38,8 @@ QString ReorgStep::Text() const {
         return QStringLiteral("quitar copia a medias %1").arg(dest);
     case Kind::FixRow:
         return QStringLiteral("ya está en %1: se corrige su fila").arg(dest);
+    case Kind::InArchive:
+        return QStringLiteral("dentro de un archivo comprimido: se deja %1").arg(source);
     }
     return {};
 }
@@ -205,6 +208,16 @@ void Reorganiser::Plan(const QString& targetFolder, SortBy order,
                 // A side file that isn't there is no fault: most titles lack some.
                 if (at >= 0) PlanMove(Join(folders[at], found), sideDirs.value(name), true, 0, i);
             }
+            if (!file.inner.isEmpty()) {
+                ReorgStep left;
+                left.kind = ReorgStep::Kind::InArchive;
+                left.source = QString::fromStdString(platform::JoinInner(
+                    Join(file.dir, file.fileName).toStdString(), file.inner.toStdString()));
+                left.FileId = file.FileId;
+                left.title = i;
+                steps.push_back(left);
+                continue;
+            }
             const QString source = FindEntry(file.dir, file.fileName, false);
             if (source.isEmpty()) {
                 ReorgStep missing;
@@ -229,7 +242,8 @@ void Reorganiser::Plan(const QString& targetFolder, SortBy order,
         if (onProgress && (i % 64 == 63 || i + 1 == titlesTotal)) onProgress(*this);
     }
     for (const ReorgStep& s : steps) {
-        if (s.kind == ReorgStep::Kind::Exists || s.kind == ReorgStep::Kind::Missing)
+        if (s.kind == ReorgStep::Kind::Exists || s.kind == ReorgStep::Kind::Missing ||
+            s.kind == ReorgStep::Kind::InArchive)
             ++counters.Omitidos;
         else if (s.kind == ReorgStep::Kind::Move || s.kind == ReorgStep::Kind::FixRow)
             ++(s.side ? counters.Laterales : counters.Movidos);
@@ -301,6 +315,7 @@ Reorganiser::Result Reorganiser::Run(bool updateCatalogue) {
         }
         case ReorgStep::Kind::Exists:
         case ReorgStep::Kind::Missing:
+        case ReorgStep::Kind::InArchive:
             if (!s.side) sidesMoved.clear();
             ++counters.Omitidos;
             notes.push_back(s.Text());
@@ -391,8 +406,8 @@ bool LoadReorgTitles(bool heldOnly, std::vector<ReorgTitle>& titles) {
         titles.push_back(std::move(t));
     }
     QSqlQuery f = Store::NewQuery();
-    if (!Store::Exec(f, QStringLiteral("SELECT FileId, TitleId, FileName, Extension, PathIndex "
-                                       "FROM tFiles ORDER BY FileId")))
+    if (!Store::Exec(f, QStringLiteral("SELECT FileId, TitleId, FileName, Extension, PathIndex, "
+                                       "InnerPath FROM tFiles ORDER BY FileId")))
         return false;
     while (f.next()) {
         const auto it = byId.constFind(NumberOf(f.value(1)));
@@ -401,6 +416,7 @@ bool LoadReorgTitles(bool heldOnly, std::vector<ReorgTitle>& titles) {
         file.FileId = NumberOf(f.value(0));
         file.fileName = TextOf(f.value(2)) + "." + TextOf(f.value(3));
         file.dir = Comunes::PathTable.Dir(NumberOf(f.value(4)));
+        file.inner = TextOf(f.value(5));
         titles[*it].files.push_back(file);
     }
     return true;
@@ -415,8 +431,8 @@ bool LoadReorgFiles(ReorgTitle& title) {
     if (!LoadFileRows(title.TitleId, rows)) return false;
     title.files.clear();
     for (const FileRow& r : rows)
-        title.files.push_back(
-            {r.FileId, Comunes::PathTable.Dir(r.PathIndex), r.FileName + "." + r.Extension});
+        title.files.push_back({r.FileId, Comunes::PathTable.Dir(r.PathIndex),
+                               r.FileName + "." + r.Extension, r.InnerPath});
     return true;
 }
 

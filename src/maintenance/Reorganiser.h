@@ -18,6 +18,7 @@ struct ReorgFile {
     qint64 FileId = 0;
     QString dir;      // the folder, as the file grid shows it
     QString fileName; // name with extension
+    QString inner;    // the path inside the archive fileName names, if any
 };
 
 struct ReorgTitle {
@@ -41,6 +42,8 @@ struct ReorgStep {
         // folder.
         RemovePart, // "quitar copia a medias P"
         FixRow,     // "ya está en B: se corrige su fila"
+        // Moving an archive would move the other titles' files it holds.
+        InArchive, // "dentro de un archivo comprimido: se deja A"
     };
     Kind kind = Kind::Move;
     QString source; // the file that moves (empty for a folder)

@@ -56,7 +56,7 @@ void frmRenombra::Form_Load() {
     const int row = GridFiles->SelectedRow();
     if (row < 1) return;
     const FileRef file = Grids::FileAt(*GridFiles, row);
-    renamer.Load(file.Dir, file.FileName, file.PathIndex);
+    renamer.Load(file.Dir, file.FileName, file.PathIndex, file.Inner);
     setWindowTitle(Records::PathIn(file.Dir, renamer.oldFull));
     QString name = Grids::SelectedTitle(*GridTitles).Name;
     Text1->setText(name.replace(QStringLiteral(": "), QStringLiteral(" - ")));

@@ -8,6 +8,7 @@
 #include "maintenance/Emulators.h"
 #include "platform/Places.h"
 #include "platform/Shell.h"
+#include "platform/TapeAt.h"
 #include "tape/Content.h"
 #include "tape/Prompt.h"
 #include "views/frmSplash.h"
@@ -327,11 +328,11 @@ void Principal::ForgetTitle() {
 
 bool Principal::ShowScreenFromFiles() {
     for (int row = 1; row <= GridFiles->Rows(); ++row) {
-        const QString path = Grids::FileAt(*GridFiles, row).Path();
+        const QString path = Grids::FileAt(*GridFiles, row).Location();
         if (path.isEmpty()) continue;
         // Only the head of each file is read: a title of many files still
         // selects at once.
-        if (const auto screen = ReadScreen(path.toStdString())) {
+        if (const auto screen = platform::ScreenAt(path.toStdString())) {
             ShowScreen({});
             SCRImage1->SetScreen(
                 QByteArray(screen->data(), static_cast<qsizetype>(screen->size())));
@@ -468,8 +469,8 @@ void Principal::ImgCaratula_DblClick() {
 
 void Principal::GridFiles_DblClick() {
     // A file whose folder is unknown has no path to open.
-    const QString path = Grids::SelectedFile(*GridFiles).Path();
-    if (!path.isEmpty()) Emulators::OpenFile(path);
+    const QString path = Grids::SelectedFile(*GridFiles).Location();
+    if (!path.isEmpty()) Emulators::OpenLocation(path);
 }
 
 } // namespace cintal

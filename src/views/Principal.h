@@ -55,6 +55,7 @@ public:
     QAction* Command7;
     QAction* CmdLimpiaEmpty;
     QAction* Command2;
+    QAction* CmdRepetidos; // "Archivos repetidos"
     QAction* ImportaWOS;
     QAction* CmdImportar; // "Importar registros", the entry to every import
     QMenu* Menupop;
@@ -88,6 +89,9 @@ public:
     void Command2_Click();
     void Command3_Click();
     void Command7_Click();
+    void CmdRepetidos_Click();
+    // Selects the title's row, as a click would; false when it isn't listed.
+    bool SelectTitleId(qint64 titleId);
     void ImportaWOS_Click();
     void CmdImportar_Click();
     void CmdLimpiaEmpty_Click();

@@ -11,6 +11,7 @@
 #include "inspector/Info.h"
 #include "inspector/TitleInfo.h"
 #include "inspector/frmCompara.h"
+#include "maintenance/FrmRepetidos.h"
 #include "maintenance/Ordena.h"
 #include "maintenance/frmRenombra.h"
 #include "platform/Shell.h"
@@ -71,6 +72,8 @@ void Principal::BuildCommands() {
            &Principal::CmdLimpiaEmpty_Click);
     button(Command2, "Command2", Tool::Compare, QStringLiteral("Comparar cintas"),
            &Principal::Command2_Click);
+    button(CmdRepetidos, "CmdRepetidos", Tool::Search, QStringLiteral("Archivos repetidos"),
+           &Principal::CmdRepetidos_Click);
     CmdModify->setEnabled(false);
     // Comparing starts from a title with a tape: off until one is selected.
     Command2->setEnabled(false);
@@ -115,6 +118,23 @@ void Principal::CmdSearch_Click() {
     BuscarDirs window(this);
     window.exec();
     Grids::FillTitles(Parts(), QString());
+}
+
+void Principal::CmdRepetidos_Click() {
+    FrmRepetidos window(this);
+    window.ChooseTitle = [this](qint64 titleId) { SelectTitleId(titleId); };
+    if (!window.Fill()) return;
+    RunModal(window);
+}
+
+bool Principal::SelectTitleId(qint64 titleId) {
+    for (int row = 1; row <= GridTitles->Rows(); ++row) {
+        if (GridTitles->RowData(row).toLongLong() != titleId) continue;
+        GridTitles->SetRowVisible(row, true);
+        GridTitles->SetSelectedRow(row);
+        return true;
+    }
+    return false;
 }
 
 void Principal::ImportaWOS_Click() {
@@ -232,8 +252,12 @@ void Principal::mnuDelFile_Click() {
         Records::RecordChange::Failed)
         return;
     const QString path = file.Path();
-    if (Ask(QStringLiteral("¿Eliminar también físicamente el archivo del disco duro?"),
-            QStringLiteral("Eliminar registro"), Icon::Critical, Buttons::YesNo) == Button::Yes) {
+    // The archive holds other files too: only the entry goes.
+    if (!file.Inner.isEmpty()) {
+        Ask(QStringLiteral("Registro eliminado"), {}, Icon::Information);
+    } else if (Ask(QStringLiteral("¿Eliminar también físicamente el archivo del disco duro?"),
+                   QStringLiteral("Eliminar registro"), Icon::Critical,
+                   Buttons::YesNo) == Button::Yes) {
         // No path is built from an unknown folder; the answer is the same.
         if (path.isEmpty())
             Ask(QStringLiteral("Archivo borrado"), {}, Icon::Information);
@@ -259,7 +283,9 @@ void Principal::CmdLimpiaEmpty_Click() {
 }
 
 void Principal::mnuTap2Tzx_Click() {
-    const QString tap = Grids::SelectedFile(*GridFiles).Path();
+    const FileRef file = Grids::SelectedFile(*GridFiles);
+    // A tape inside an archive stays as it is.
+    const QString tap = file.Inner.isEmpty() ? file.Path() : QString();
     const qint64 titleId = Grids::SelectedTitle(*GridTitles).TitleId;
     if (tap.isEmpty() || !titleId) return;
     std::string made;

@@ -5,8 +5,10 @@
 #include "catalogue/Comunes.h"
 #include "catalogue/Files.h"
 #include "catalogue/Titles.h"
+#include "platform/Archive.h"
 #include "platform/PathCase.h"
 #include "platform/Spanish.h"
+#include "tape/TZXFunct.h"
 
 #include <QApplication>
 #include <QCheckBox>
@@ -23,6 +25,12 @@ QString FileRef::Path() const {
     if (Dir.isEmpty()) return {};
     const QString found = platform::FindEntry(Dir, FileName);
     return found.isEmpty() ? QDir(Dir).filePath(FileName) : found;
+}
+
+QString FileRef::Location() const {
+    const QString path = Path();
+    if (Inner.isEmpty() || path.isEmpty()) return path;
+    return QString::fromStdString(platform::JoinInner(path.toStdString(), Inner.toStdString()));
 }
 
 namespace Grids {
@@ -184,6 +192,7 @@ void SetupGridFiles(Grid& grid) {
     grid.AddColumn("ColFileId", "File ID", Grid::AlignDefault, -1, 20, false);
     grid.AddColumn("ColTitleId", "Title ID", Grid::AlignDefault, -1, 20, false);
     grid.AddColumn("ColHaveIt", "", Grid::AlignDefault, -1, 0, true);
+    grid.AddColumn("ColCrc32", "CRC32", Grid::AlignDefault, -1, 70, true);
     // Format and memory show as their pictures alone.
     grid.SetColumnTextHidden(grid.ColumnIndex("ColIcono"), true);
     grid.SetColumnTextHidden(grid.ColumnIndex("ColMemory"), true);
@@ -237,22 +246,29 @@ void WriteFileRow(Grid& grid, int i, const FileRow& r) {
     auto cell = [&](int col, const QString& text, int align = Grid::AlignDefault, int image = -1) {
         grid.CellDetails(i, col, text, align, image, CellBack, CellFore);
     };
+    // A zipped file is known by its archive and what it holds: the name
+    // shows both, the format is the inner file's.
+    const QString inner = r.InnerPath;
+    const QString innerExt = QString::fromStdString(ExtensionOf(inner.toStdString()));
     const FileRef file{r.FileId,
                        r.TitleId,
                        r.PathIndex,
                        Comunes::PathTable.Dir(r.PathIndex),
                        r.FileName + "." + r.Extension,
-                       r.Extension};
+                       inner.isEmpty() ? r.Extension : innerExt,
+                       inner};
     grid.SetRowData(i, QVariant::fromValue(file));
     cell(colFileId, QString::number(r.FileId), Grid::AlignLeft);
     cell(colTitleId, QString::number(r.TitleId), Grid::AlignLeft);
-    cell(colFileName, file.FileName);
-    cell(colExtension, r.Extension);
+    cell(colFileName,
+         inner.isEmpty() ? file.FileName : file.FileName + QString::fromUtf8(" › ") + inner);
+    cell(colExtension, file.Extension);
+    cell(grid.ColumnIndex("ColCrc32"), r.Crc32);
     cell(colPlayers, players);
     cell(colJoysticks, r.Joysticks);
     cell(colLoadSchema, r.LoadSchema);
     cell(colSize, Number(r.FileSize) + "  ", Grid::AlignRight);
-    cell(colIcono, QString(), d, icon(r.Extension.toUpper()));
+    cell(colIcono, QString(), d, icon(file.Extension.toUpper()));
     cell(colPath, file.Dir, Grid::AlignLeft);
     cell(colPathIndex, QString::number(r.PathIndex), Grid::AlignLeft);
     cell(colAYSound, r.AYSound ? yes : no);

@@ -39,13 +39,16 @@ struct FileRef {
     qint64 FileId = 0;
     qint64 TitleId = 0;
     qint64 PathIndex = 0;
-    QString Dir;      // empty when the catalogue doesn't know the folder
-    QString FileName; // with its extension
-    QString Extension;
+    QString Dir;       // empty when the catalogue doesn't know the folder
+    QString FileName;  // with its extension; the archive's for a zipped file
+    QString Extension; // of the content: the inner file's for a zipped file
+    QString Inner;     // the path inside the archive, empty for a plain file
     // The file on disk, found ignoring case: the catalogue keeps the scanned
     // extension in lower case, the disk may not. The catalogued name in its
     // folder when nothing matches; empty when the folder is unknown.
     QString Path() const;
+    // Where the content is read: Path(), or "ARCHIVO.zip|INTERIOR".
+    QString Location() const;
 };
 
 namespace Grids {

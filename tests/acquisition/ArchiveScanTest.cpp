@@ -3,13 +3,16 @@
 #include "../catalogue/CatalogueFixture.h"
 #include "TapeBytes.h"
 #include "ZipBytes.h"
+#include "acquisition/BuscarDirs.h"
 #include "acquisition/Scanner.h"
+#include "catalogue/Settings.h"
 #include "cli/Commands.h"
 #include "platform/Hashes.h"
 #include "tape/Prompt.h"
 
 #include <QDir>
 #include <QFileInfo>
+#include <QLabel>
 #include <sstream>
 
 namespace cintal::test {
@@ -153,6 +156,18 @@ TEST_F(ArchiveScanTest, CommandsReadAZippedTapeListItsHashesAndGroupItsDuplicate
     EXPECT_EQ(set.status, 1);
     EXPECT_EQ(set.err, "cintal-cli: El archivo está dentro de Copia.zip: no se puede modificar\n");
     EXPECT_EQ(Contents(QString::fromStdString(zip)), before);
+}
+
+TEST_F(ArchiveScanTest, TheWindowCountsArchivesAndTheTapesInside) {
+    Create();
+    QString reason;
+    ASSERT_TRUE(Comunes::InitGlobals(db, &reason)) << S(reason);
+    Zip("sub/Varios.zip", {{"cintas/Dos.tzx", Tape({})}, {"Uno.tzx", Tape({{0, "Uno"}})}});
+    Zip("Tres.zip", {{"Tres.tzx", Tape({{0, "Tres"}})}});
+    SaveSetting("Caminos", "Ruta", root);
+    BuscarDirs w;
+    w.CommandSelecciona_Click();
+    EXPECT_EQ(S(w.LabelComprimidos->text() + " " + w.LabelInteriores->text()), "2 3");
 }
 
 } // namespace

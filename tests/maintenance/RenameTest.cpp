@@ -177,5 +177,16 @@ TEST_F(RenameTest, BlankNamesAreRefusedAndTheExtensionKeepsItsCase) {
     EXPECT_EQ("Caballero", S(Rows()[0][1].toString()));
 }
 
+TEST_F(RenameTest, AFileInsideAnArchiveIsLeftAlone) {
+    Sql(db, "UPDATE tFiles SET FileName = 'juegos', Extension = 'zip', InnerPath = 'knight.tzx' "
+            "WHERE FileId = 1");
+    WriteFile(b + "/juegos.zip", "archivo");
+    const Result r = Rename("Knight Lore");
+    EXPECT_EQ(1, r.status);
+    EXPECT_EQ("El archivo está dentro de juegos.zip: no se puede renombrar\n", r.err);
+    EXPECT_EQ(QByteArray("archivo"), Contents(b + "/juegos.zip"));
+    EXPECT_EQ("juegos", S(Rows()[0][1].toString()));
+}
+
 } // namespace
 } // namespace cintal::test

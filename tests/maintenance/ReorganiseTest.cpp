@@ -198,6 +198,9 @@ TEST_F(ReorganiseTest, NothingIsOverwrittenAndWhatStaysIsCounted) {
     Game("Perdido", "1990", 1, "perdido.tzx");
     QFile::remove(QDir(src).filePath("perdido.tzx"));
     Game("Ocupado", "1990", 1, "ocupado.tzx");
+    // Moving an archive would take other titles' tapes along.
+    Game("Comprimido", "1990", 1, "juegos.zip");
+    Sql(db, "UPDATE tFiles SET InnerPath = 'cintas/juego.tzx' WHERE FileName = 'juegos'");
     const QString target = out + "/Todo";
     QDir().mkpath(target);
     WriteFile(target + "/OCUPADO.TZX", "del destino");
@@ -206,8 +209,12 @@ TEST_F(ReorganiseTest, NothingIsOverwrittenAndWhatStaysIsCounted) {
     Plan(r, target, SortBy::Single);
     EXPECT_TRUE(Listed(Lines(r), "ya existe: se deja " + target + "/OCUPADO.TZX"));
     EXPECT_TRUE(Listed(Lines(r), "no está: se omite " + src + "/perdido.tzx"));
+    EXPECT_TRUE(Listed(Lines(r), "dentro de un archivo comprimido: se deja " + src +
+                                     "/juegos.zip|cintas/juego.tzx"));
     ASSERT_EQ(Reorganiser::Result::Done, r.Run(true));
-    EXPECT_EQ("5 2 1 2 0", Counted(r));
+    EXPECT_EQ("6 2 1 3 0", Counted(r));
+    EXPECT_TRUE(Has(src + "/juegos.zip"));
+    EXPECT_EQ(S(src), S(RowDir("juegos")));
     EXPECT_EQ(QByteArray("del destino"), Contents(target + "/OCUPADO.TZX"));
     EXPECT_EQ(QByteArray("ocupado.tzx"), Contents(src + "/ocupado.tzx"));
     EXPECT_EQ(S(src), S(RowDir("ocupado")));

@@ -3,6 +3,7 @@
 // click opens.
 
 #include "MainWindowFixture.h"
+#include "ZipBytes.h"
 #include "catalogue/Files.h"
 #include "catalogue/Titles.h"
 
@@ -298,6 +299,34 @@ TEST_F(FileGridTest, AScreenInsideATapeShowsWhenNoScreenFileStandsBesideIt) {
     Select("Otro");
     EXPECT_EQ(frm.ScreenFile(), DefaultScreen());
     EXPECT_FALSE(frm.LabelScreenSource->isVisibleTo(&frm));
+}
+
+TEST_F(FileGridTest, AZippedTapeShowsItsArchiveItsScreenAndOpensFromACopy) {
+    const qint64 t = TitleWithId("Juego");
+    File(t, "Juegos", "zip", 1);
+    Sql(db, "UPDATE tFiles SET InnerPath = 'cintas/juego.tzx', Crc32 = '0a1b2c3d'");
+    const std::string tape =
+        Tape({Pause(5), Std(RomHeader(3, "Pantalla")), Std(RomData(6912))}, 1, 13);
+    ASSERT_TRUE(WriteZip(S(QDir(one).filePath("Juegos.zip")), {{"cintas/juego.tzx", tape}}));
+    Load();
+    Select("Juego");
+
+    EXPECT_EQ(Cell(1, "ColFileName"), "Juegos.zip › cintas/juego.tzx//-1");
+    EXPECT_EQ(Cell(1, "ColIcono"), "/TZX/-1");
+    EXPECT_EQ(Cell(1, "ColCrc32"), "0a1b2c3d//-1");
+    EXPECT_TRUE(frm.LabelScreenSource->isVisibleTo(&frm)) << "the screen comes from the tape";
+
+    frm.GridFiles->SetSelectedRow(1);
+    frm.GridFiles_DblClick();
+    frm.GridFiles_DblClick();
+    ASSERT_EQ(shell.calls.size(), 2);
+    for (const QString& opened : shell.calls) {
+        EXPECT_TRUE(opened.startsWith(QDir::tempPath())) << S(opened);
+        EXPECT_TRUE(opened.endsWith("/cintas/juego.tzx")) << S(opened);
+        EXPECT_EQ(ReadFile(S(opened)), tape);
+    }
+    EXPECT_NE(shell.calls[0], shell.calls[1]) << "a copy of its own each time";
+    EXPECT_TRUE(QFileInfo::exists(QDir(one).filePath("Juegos.zip")));
 }
 
 } // namespace

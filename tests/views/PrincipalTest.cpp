@@ -261,12 +261,12 @@ TEST_F(PrincipalTest, GridsShowWholeHeadingsAndTheSourceNumberBesideItsPicture) 
     for (int c = 0; c < files->model()->columnCount(); ++c)
         if (!files->isColumnHidden(c) && files->columnWidth(c) > 0)
             seen.push_back(S(files->ColumnHeader(c + 1)));
-    EXPECT_EQ(seen,
-              (Texts{"Fmt.", "Archivo", "Mem", "Origen", "Carga", "Idioma", "Tamaño", "Ruta"}));
-    const int ruta = files->ColumnIndex("ColPath") - 1;
-    EXPECT_EQ(files->columnViewportPosition(ruta) + files->columnWidth(ruta),
+    EXPECT_EQ(seen, (Texts{"Fmt.", "Archivo", "Mem", "Origen", "Carga", "Idioma", "Tamaño", "Ruta",
+                           "CRC32"}));
+    const int last = files->ColumnIndex("ColCrc32") - 1;
+    EXPECT_EQ(files->columnViewportPosition(last) + files->columnWidth(last),
               files->viewport()->width())
-        << "the folder reaches the end of the row";
+        << "the last column reaches the end of the row";
 }
 
 TEST_F(PrincipalTest, TheBoxHidesTitlesWithoutFilesAtOnceAndRemembersIt) {

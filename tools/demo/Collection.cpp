@@ -2,6 +2,7 @@
 
 #include "Filler.h"
 #include "Output.h"
+#include "ZipBytes.h"
 
 #include <cstdint>
 #include <string>
@@ -552,6 +553,31 @@ void Varios(const fs::path& dir) {
                         .publisher = "Zafiro Software",
                         .year = "1988",
                         .scene = Scene::Sea});
+
+    // Tapes kept zipped as the public archives hand them out: one with its
+    // loading screen, one in a folder of its archive; and the same tape
+    // twice under two names.
+    {
+        Info info{.name = "Caverna Helada",
+                  .publisher = "Erizo",
+                  .year = "1986",
+                  .lang = "Español",
+                  .type = "Arcade",
+                  .origin = "Original"};
+        const Bytes caverna = Assemble(1, 20, info, StandardLoad("CAVERNA", 27000, 15000));
+        test::WriteZip((dir / "Caverna Helada.tzx.zip").string(),
+                       {{"Caverna Helada.tzx", caverna}});
+        Info otro{.name = "Puerto Perdido",
+                  .publisher = "Lince Soft",
+                  .year = "1988",
+                  .lang = "Español",
+                  .type = "Aventura",
+                  .origin = "Original"};
+        test::WriteZip((dir / "Puerto Perdido.zip").string(),
+                       {{"cinta/Puerto Perdido.tzx",
+                         Assemble(1, 20, otro, StandardLoad("PUERTO", 28000, 9000, false))}});
+        Write(dir, "Caverna Helada (copia).tzx", caverna);
+    }
 }
 
 void Discos(const fs::path& dir) {
