@@ -6,6 +6,7 @@
 #include "catalogue/Records.h"
 #include "catalogue/Store.h"
 #include "platform/Archive.h"
+#include "platform/PathCase.h"
 
 #include <QDateTime>
 #include <QFileInfo>
@@ -22,9 +23,11 @@ DiskStamp StampOf(const QString& path) {
 
 QString RowPath(qint64 pathIndex, const QString& fileName, const QString& extension,
                 const QString& inner) {
-    const QString file =
-        Records::PathIn(Comunes::PathTable.Dir(pathIndex),
-                        extension.isEmpty() ? fileName : fileName + '.' + extension);
+    // The catalogue keeps extensions in lower case; the disk may not ("JUEGO.TZX").
+    const QString dir = Comunes::PathTable.Dir(pathIndex);
+    const QString name = extension.isEmpty() ? fileName : fileName + '.' + extension;
+    QString file = platform::FindEntry(dir, name);
+    if (file.isEmpty()) file = Records::PathIn(dir, name);
     if (inner.isEmpty()) return file;
     return QString::fromStdString(platform::JoinInner(file.toStdString(), inner.toStdString()));
 }
