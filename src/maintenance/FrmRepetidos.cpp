@@ -76,10 +76,12 @@ bool FrmRepetidos::Fill() {
     GridFiles->SetRedraw(true);
     Progress->setValue(3);
     Progress->hide();
-    LabelResumen->setText(
-        groups.empty()
-            ? QStringLiteral("No hay archivos repetidos")
-            : QStringLiteral("%1 grupos, %2 archivos").arg(Number(groups.size()), Number(rows)));
+    LabelResumen->setText(groups.empty() ? QStringLiteral("No hay archivos repetidos")
+                                         : QStringLiteral("%1 %2, %3 archivos")
+                                               .arg(Number(groups.size()),
+                                                    groups.size() == 1 ? QStringLiteral("grupo")
+                                                                       : QStringLiteral("grupos"),
+                                                    Number(rows)));
     QApplication::restoreOverrideCursor();
     return true;
 }

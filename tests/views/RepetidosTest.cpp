@@ -36,7 +36,7 @@ TEST_F(RepetidosTest, ListsTheGroupsAndADoubleClickSelectsTheFilesTitle) {
                 cells << g->CellText(r, c);
             rows.push_back(S(cells.join('|')));
         }
-        EXPECT_EQ(S(w.LabelResumen->text()), "1 grupos, 3 archivos");
+        EXPECT_EQ(S(w.LabelResumen->text()), "1 grupo, 3 archivos");
         w.GridFiles_DblClick(2);
     };
     frm.findChild<QAction*>("CmdRepetidos")->trigger();
