@@ -55,7 +55,8 @@ public:
     QAction* Command7;
     QAction* CmdLimpiaEmpty;
     QAction* Command2;
-    QAction* CmdRepetidos; // "Archivos repetidos"
+    QAction* CmdRepetidos;  // "Archivos repetidos"
+    QAction* CmdIdentifica; // "Identificar colección"
     QAction* ImportaWOS;
     QAction* CmdImportar; // "Importar registros", the entry to every import
     QMenu* Menupop;
@@ -90,6 +91,7 @@ public:
     void Command3_Click();
     void Command7_Click();
     void CmdRepetidos_Click();
+    void CmdIdentifica_Click();
     // Selects the title's row, as a click would; false when it isn't listed.
     bool SelectTitleId(qint64 titleId);
     void ImportaWOS_Click();

@@ -11,6 +11,7 @@
 #include "inspector/Info.h"
 #include "inspector/TitleInfo.h"
 #include "inspector/frmCompara.h"
+#include "maintenance/FrmIdentifica.h"
 #include "maintenance/FrmRepetidos.h"
 #include "maintenance/Ordena.h"
 #include "maintenance/frmRenombra.h"
@@ -74,6 +75,8 @@ void Principal::BuildCommands() {
            &Principal::Command2_Click);
     button(CmdRepetidos, "CmdRepetidos", Tool::Search, QStringLiteral("Archivos repetidos"),
            &Principal::CmdRepetidos_Click);
+    button(CmdIdentifica, "CmdIdentifica", Tool::Compare, QStringLiteral("Identificar colección"),
+           &Principal::CmdIdentifica_Click);
     CmdModify->setEnabled(false);
     // Comparing starts from a title with a tape: off until one is selected.
     Command2->setEnabled(false);
@@ -123,6 +126,12 @@ void Principal::CmdSearch_Click() {
 void Principal::CmdRepetidos_Click() {
     FrmRepetidos window(this);
     window.ChooseTitle = [this](qint64 titleId) { SelectTitleId(titleId); };
+    if (!window.Fill()) return;
+    RunModal(window);
+}
+
+void Principal::CmdIdentifica_Click() {
+    FrmIdentifica window(this);
     if (!window.Fill()) return;
     RunModal(window);
 }

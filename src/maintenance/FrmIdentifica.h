@@ -1,0 +1,50 @@
+#pragma once
+// "Identificar colección": the DATs loaded, and for the one chosen which of
+// its games the collection has (and where) and which it lacks.
+
+#include "widgets/Grid.h"
+
+#include <QDialog>
+#include <functional>
+
+class QLabel;
+class QPushButton;
+class QRadioButton;
+
+namespace cintal {
+
+class FrmIdentifica : public QDialog {
+    Q_OBJECT
+public:
+    explicit FrmIdentifica(QWidget* parent = nullptr);
+
+    // Reads the DATs from the store and lists them; false after a store failure.
+    bool Fill();
+    void CmdAdd_Click();
+    void CmdQuitar_Click();
+    void CmdExportar_Click();
+    // The games of the DAT selected, shown as the filter asks.
+    void ShowReport();
+    void ApplyFilter();
+
+    // Asked for the DAT to load and for where to write the CSV; an empty
+    // answer means the user gave up.
+    std::function<QString()> ChooseDat;
+    std::function<QString(const QString& proposed)> ChooseSaveFile;
+
+    Grid* GridDats;
+    Grid* GridGames;
+    QPushButton* CmdAdd;
+    QPushButton* CmdQuitar;
+    QPushButton* CmdExportar;
+    QRadioButton* OptTodos;
+    QRadioButton* OptTengo;
+    QRadioButton* OptFalta;
+    QLabel* LabelResumen;
+
+private:
+    bool SelectDat(qint64 id);
+    QString shownDat_; // the name of the DAT whose games are listed
+};
+
+} // namespace cintal
