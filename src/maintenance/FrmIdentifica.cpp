@@ -30,8 +30,8 @@ FrmIdentifica::FrmIdentifica(QWidget* parent) : QDialog(parent) {
     GridDats->setObjectName("GridDats");
     GridDats->SetRowMode(true);
     GridDats->SetDefaultRowHeight(18);
-    GridDats->AddColumn("ColNombre", "Nombre", Grid::AlignDefault, -1, 420, true);
-    GridDats->AddColumn("ColVersion", "Versión", Grid::AlignDefault, -1, 120, true);
+    GridDats->AddColumn("ColNombre", "Nombre", Grid::AlignDefault, -1, 300, true);
+    GridDats->AddColumn("ColVersion", "Versión", Grid::AlignDefault, -1, 100, true);
     GridDats->AddColumn("ColEntradas", "Entradas", Grid::AlignRight, -1, 80, true);
     CmdAdd = new QPushButton(QStringLiteral("Añadir DAT..."));
     CmdQuitar = new QPushButton(QStringLiteral("Quitar"));
