@@ -232,10 +232,11 @@ std::optional<std::vector<Identified>> Identifications() {
                         "LEFT JOIN Dats d ON d.DatId = m.DatId ORDER BY f.FileId"))
         return std::nullopt;
     std::vector<Identified> rows;
+    platform::EntryFinder finder;
     while (q.next())
         rows.push_back({NumberOf(q.value(0)),
                         FileHashes::RowPath(NumberOf(q.value(1)), TextOf(q.value(2)),
-                                            TextOf(q.value(3)), TextOf(q.value(4))),
+                                            TextOf(q.value(3)), TextOf(q.value(4)), &finder),
                         TextOf(q.value(5)), TextOf(q.value(6))});
     return rows;
 }
@@ -272,6 +273,7 @@ std::optional<HaveReport> Report(const QString& datName, bool& found) {
         else
             report.lines.back().path.clear(), report.lines.back().fileId = 0;
     };
+    platform::EntryFinder finder;
     while (q.next()) {
         const qint64 gameId = NumberOf(q.value(0));
         const bool had = !q.value(4).isNull();
@@ -286,7 +288,7 @@ std::optional<HaveReport> Report(const QString& datName, bool& found) {
                           TextOf(q.value(3))};
             if (had)
                 line.path = FileHashes::RowPath(NumberOf(q.value(5)), TextOf(q.value(6)),
-                                                TextOf(q.value(7)), line.innerPath);
+                                                TextOf(q.value(7)), line.innerPath, &finder);
             report.lines.push_back(std::move(line));
         } else {
             whole = whole && had;

@@ -22,11 +22,11 @@ DiskStamp StampOf(const QString& path) {
 }
 
 QString RowPath(qint64 pathIndex, const QString& fileName, const QString& extension,
-                const QString& inner) {
+                const QString& inner, platform::EntryFinder* finder) {
     // The catalogue keeps extensions in lower case; the disk may not ("JUEGO.TZX").
     const QString dir = Comunes::PathTable.Dir(pathIndex);
     const QString name = extension.isEmpty() ? fileName : fileName + '.' + extension;
-    QString file = platform::FindEntry(dir, name);
+    QString file = finder ? finder->Find(dir, name) : platform::FindEntry(dir, name);
     if (file.isEmpty()) file = Records::PathIn(dir, name);
     if (inner.isEmpty()) return file;
     return QString::fromStdString(platform::JoinInner(file.toStdString(), inner.toStdString()));
@@ -53,10 +53,11 @@ bool Refresh(const std::function<void(const QString& path, const QString& why)>&
         if (!Store::Exec(q, "SELECT FileId, PathIndex, FileName, Extension, InnerPath, DiskSize, "
                             "DiskTime, Sha1 FROM tFiles ORDER BY FileId"))
             return false;
+        platform::EntryFinder finder;
         while (q.next())
             rows.push_back({NumberOf(q.value(0)),
                             RowPath(NumberOf(q.value(1)), TextOf(q.value(2)), TextOf(q.value(3)),
-                                    TextOf(q.value(4))),
+                                    TextOf(q.value(4)), &finder),
                             {q.value(5).isNull() ? -1 : NumberOf(q.value(5)), NumberOf(q.value(6))},
                             !TextOf(q.value(7)).isEmpty()});
     }
@@ -85,6 +86,7 @@ std::optional<std::vector<HashedFile>> Load() {
                         "ORDER BY f.FileId"))
         return std::nullopt;
     std::vector<HashedFile> files;
+    platform::EntryFinder finder;
     while (q.next()) {
         HashedFile f;
         f.fileId = NumberOf(q.value(0));
@@ -94,7 +96,7 @@ std::optional<std::vector<HashedFile>> Load() {
         f.md5 = TextOf(q.value(4));
         f.sha1 = TextOf(q.value(5));
         f.path = RowPath(NumberOf(q.value(6)), TextOf(q.value(7)), TextOf(q.value(8)),
-                         TextOf(q.value(9)));
+                         TextOf(q.value(9)), &finder);
         f.title = TextOf(q.value(10));
         files.push_back(std::move(f));
     }

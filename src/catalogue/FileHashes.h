@@ -4,6 +4,7 @@
 // grouping of the rows that hold the same content.
 
 #include "platform/Hashes.h"
+#include "platform/PathCase.h"
 
 #include <QString>
 #include <functional>
@@ -41,9 +42,10 @@ namespace FileHashes {
 DiskStamp StampOf(const QString& path);
 
 // The path of a row's file: its folder, name and extension, and the inner
-// path after a bar for a file inside an archive.
+// path after a bar for a file inside an archive. A loop over many rows
+// passes one finder, so that a folder is listed once, not once per row.
 QString RowPath(qint64 pathIndex, const QString& fileName, const QString& extension,
-                const QString& inner);
+                const QString& inner, platform::EntryFinder* finder = nullptr);
 
 // Writes the row's hashes, its FileSize and the stamp they go with. False
 // after a store failure.

@@ -50,6 +50,7 @@ bool DatTidy::Plan(const QString& datName, bool& found) {
                      {datId}))
         return false;
     QSet<QString> claimed; // the new paths, folded, that the plan gives out
+    platform::EntryFinder finder;
     while (q.next()) {
         TidyStep s;
         s.fileId = NumberOf(q.value(0));
@@ -58,7 +59,7 @@ bool DatTidy::Plan(const QString& datName, bool& found) {
         const QString name = TextOf(q.value(2)), extension = TextOf(q.value(3));
         const QString inner = TextOf(q.value(4));
         s.fullName = extension.isEmpty() ? name : name + u'.' + extension;
-        s.source = FileHashes::RowPath(s.pathIndex, name, extension, inner);
+        s.source = FileHashes::RowPath(s.pathIndex, name, extension, inner, &finder);
         const QString romName = TextOf(q.value(5));
         const qsizetype dot = romName.lastIndexOf(u'.');
         s.newBase = dot <= 0 ? romName : romName.left(dot);
