@@ -113,7 +113,7 @@ void BM_SortGridFirstClickAfterScan(benchmark::State& state) {
     SortFirstClick(state, QString());
 }
 
-void BM_FilterHaveIt(benchmark::State& state) {
+void BM_FilterTitles(benchmark::State& state) {
     Window win;
     Grids::FillTitles(win.w.Parts(), kOrderByName);
     bool on = false;
@@ -121,7 +121,7 @@ void BM_FilterHaveIt(benchmark::State& state) {
         on = !on;
         QSignalBlocker block(win.w.ChckHaveIt);
         win.w.ChckHaveIt->setChecked(on);
-        benchmark::DoNotOptimize(Grids::FilterHaveIt(*win.w.GridTitles));
+        benchmark::DoNotOptimize(Grids::FilterTitles(*win.w.GridTitles));
     }
 }
 
@@ -253,7 +253,7 @@ BENCHMARK(BM_FillTitles)->Unit(benchmark::kMillisecond)->Iterations(5);
 BENCHMARK(BM_SortGrid)->Unit(benchmark::kMillisecond)->Iterations(6);
 BENCHMARK(BM_SortGridFirstClick)->Unit(benchmark::kMillisecond)->Iterations(3);
 BENCHMARK(BM_SortGridFirstClickAfterScan)->Unit(benchmark::kMillisecond)->Iterations(3);
-BENCHMARK(BM_FilterHaveIt)->Unit(benchmark::kMillisecond)->Iterations(10);
+BENCHMARK(BM_FilterTitles)->Unit(benchmark::kMillisecond)->Iterations(10);
 BENCHMARK(BM_SelectTitle)->Unit(benchmark::kMillisecond)->Iterations(20);
 BENCHMARK(BM_SelectTitleScreenFromTapes)->Unit(benchmark::kMillisecond)->Iterations(20);
 BENCHMARK(BM_StartUp)->Unit(benchmark::kMillisecond)->Iterations(3);

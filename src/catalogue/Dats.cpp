@@ -241,6 +241,17 @@ std::optional<std::vector<Identified>> Identifications() {
     return rows;
 }
 
+std::optional<QSet<qint64>> TitlesWithUnknownFiles() {
+    QSqlQuery q = Store::NewQuery();
+    if (!Store::Exec(q, "SELECT DISTINCT f.TitleId FROM tFiles f WHERE NOT EXISTS "
+                        "(SELECT 1 FROM FileMatches m WHERE m.FileId = f.FileId)"))
+        return std::nullopt;
+    QSet<qint64> titles;
+    while (q.next())
+        titles.insert(NumberOf(q.value(0)));
+    return titles;
+}
+
 std::optional<HaveReport> Report(const QString& datName, bool& found) {
     HaveReport report;
     QSqlQuery q = Store::NewQuery();

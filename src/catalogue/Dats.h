@@ -5,6 +5,7 @@
 #include "catalogue/DatFile.h"
 #include "platform/Hashes.h"
 
+#include <QSet>
 #include <QString>
 #include <optional>
 #include <vector>
@@ -62,6 +63,9 @@ bool IdentifyFile(qint64 fileId, const platform::ContentHashes& hashes);
 
 // Every file row, by FileId, with what it is.
 std::optional<std::vector<Identified>> Identifications();
+
+// The titles with a file that no DAT knows; nothing after a store failure.
+std::optional<QSet<qint64>> TitlesWithUnknownFiles();
 
 // The games of the DAT of that name (ignoring case), each had or missing;
 // found says whether there was such a DAT.

@@ -40,7 +40,8 @@ bool Save(qint64 fileId, const platform::ContentHashes& h, const DiskStamp& stam
            Dats::IdentifyFile(fileId, h);
 }
 
-bool Refresh(const std::function<void(const QString& path, const QString& why)>& unreadable) {
+bool Refresh(const std::function<void(const QString& path, const QString& why)>& unreadable,
+             const std::function<void(qint64 done, qint64 total)>& progress) {
     struct Row {
         qint64 fileId;
         QString path;
@@ -61,7 +62,10 @@ bool Refresh(const std::function<void(const QString& path, const QString& why)>&
                             {q.value(5).isNull() ? -1 : NumberOf(q.value(5)), NumberOf(q.value(6))},
                             !TextOf(q.value(7)).isEmpty()});
     }
+    qint64 done = 0;
+    const auto total = static_cast<qint64>(rows.size());
     for (const Row& r : rows) {
+        if (progress) progress(done++, total);
         const DiskStamp now = StampOf(r.path);
         if (r.hashed && now == r.stamp) continue;
         std::string bytes, why;
@@ -75,6 +79,7 @@ bool Refresh(const std::function<void(const QString& path, const QString& why)>&
             return false;
         Breathe();
     }
+    if (progress) progress(total, total);
     return true;
 }
 

@@ -53,8 +53,10 @@ bool Save(qint64 fileId, const platform::ContentHashes& hashes, const DiskStamp&
 
 // Hashes again every row whose file changed on disk since, or that has none
 // yet. Files that can't be read are told to `unreadable` and keep what they
-// had. False after a store failure.
-bool Refresh(const std::function<void(const QString& path, const QString& why)>& unreadable);
+// had. progress, if given, hears how many rows of how many were looked at.
+// False after a store failure.
+bool Refresh(const std::function<void(const QString& path, const QString& why)>& unreadable,
+             const std::function<void(qint64 done, qint64 total)>& progress = {});
 
 // Every file row with its hashes, path and title, by FileId; nothing after a
 // store failure.

@@ -11,7 +11,11 @@ namespace {
 
 const char* const kFileRowSelect =
     "SELECT FileId, TitleId, FileName, Extension, PathIndex, Memory, Players, FileSize, Origin, "
-    "IdLang, LoadSchema, HaveIt, Joysticks, AYSound, MultiLoad, InnerPath, Crc32 FROM tFiles ";
+    "IdLang, LoadSchema, HaveIt, Joysticks, AYSound, MultiLoad, InnerPath, Crc32, "
+    // The game the file is in the first DAT that knows it, as "identify" says.
+    "(SELECT g.Name FROM FileMatches m JOIN DatRoms r ON r.RomId = m.RomId "
+    "JOIN DatGames g ON g.GameId = r.GameId WHERE m.FileId = tFiles.FileId "
+    "ORDER BY m.DatId, m.Rank DESC, m.RomId LIMIT 1) FROM tFiles ";
 
 FileRow FileRowOf(const QSqlQuery& q) {
     FileRow r;
@@ -34,6 +38,7 @@ FileRow FileRowOf(const QSqlQuery& q) {
     r.MultiLoad = YesOf(q.value(14));
     r.InnerPath = TextOf(q.value(15));
     r.Crc32 = TextOf(q.value(16));
+    r.DatGame = TextOf(q.value(17));
     return r;
 }
 

@@ -29,7 +29,8 @@ struct FileRow {
     // For a file inside an archive (FileName and Extension name the archive)
     // the path inside it; empty for a plain file.
     QString InnerPath;
-    QString Crc32; // lower-case hexadecimal, empty before the file is hashed
+    QString Crc32;   // lower-case hexadecimal, empty before the file is hashed
+    QString DatGame; // the game a DAT names it, empty when no DAT knows it
 };
 
 // The title's file rows in the store's order. False after a reported store

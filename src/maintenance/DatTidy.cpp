@@ -33,7 +33,7 @@ QString TidyStep::Text() const {
 bool DatTidy::Plan(const QString& datName, bool& found) {
     steps.clear();
     notes.clear();
-    renamed = left = failed = 0;
+    planned = renamed = left = failed = 0;
     QSqlQuery q = Store::NewQuery();
     if (!Store::Exec(q, "SELECT DatId FROM Dats WHERE Name = ? ORDER BY DatId DESC", {datName}))
         return false;
@@ -85,7 +85,10 @@ bool DatTidy::Plan(const QString& datName, bool& found) {
                 claimed.contains(s.dest.toCaseFolded());
             s.kind = taken ? TidyStep::Kind::Taken : TidyStep::Kind::Rename;
         }
-        if (s.kind == TidyStep::Kind::Rename) claimed.insert(s.dest.toCaseFolded());
+        if (s.kind == TidyStep::Kind::Rename) {
+            claimed.insert(s.dest.toCaseFolded());
+            ++planned;
+        }
         if (s.kind != TidyStep::Kind::Rename && s.kind != TidyStep::Kind::Named) ++left;
         steps.push_back(std::move(s));
     }
@@ -94,6 +97,7 @@ bool DatTidy::Plan(const QString& datName, bool& found) {
 
 void DatTidy::Run() {
     left = 0;
+    qint64 tried = 0;
     for (TidyStep& s : steps) {
         if (s.kind != TidyStep::Kind::Rename) {
             if (s.kind != TidyStep::Kind::Named) ++left;
@@ -121,6 +125,7 @@ void DatTidy::Run() {
             ++left;
             break;
         }
+        if (onProgress) onProgress(++tried, planned);
     }
 }
 

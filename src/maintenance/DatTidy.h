@@ -5,6 +5,7 @@
 
 #include <QSet>
 #include <QString>
+#include <functional>
 #include <vector>
 
 namespace cintal {
@@ -39,7 +40,10 @@ public:
 
     std::vector<TidyStep> steps;
     std::vector<QString> notes; // what failed, one line each
+    qint64 planned = 0;         // the renames the plan holds
     qint64 renamed = 0, left = 0, failed = 0;
+    // Told after each planned rename is tried: how many of them so far.
+    std::function<void(qint64 done, qint64 total)> onProgress;
 };
 
 } // namespace cintal

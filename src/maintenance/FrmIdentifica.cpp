@@ -1,9 +1,11 @@
 #include "maintenance/FrmIdentifica.h"
 
 #include "catalogue/Ask.h"
+#include "catalogue/Breathe.h"
 #include "catalogue/DatFile.h"
 #include "catalogue/Dats.h"
 #include "catalogue/FileHashes.h"
+#include "maintenance/FrmRenombraDat.h"
 #include "platform/Spanish.h"
 #include "tape/Content.h"
 
@@ -11,6 +13,7 @@
 #include <QFileDialog>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QProgressBar>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QVBoxLayout>
@@ -57,6 +60,16 @@ FrmIdentifica::FrmIdentifica(QWidget* parent) : QDialog(parent) {
     LabelResumen = new QLabel;
     LabelResumen->setObjectName("LabelResumen");
     CmdExportar = new QPushButton(QStringLiteral("Exportar CSV"));
+    CmdRenombrar = new QPushButton(QStringLiteral("Renombrar según la DAT..."));
+    LabelFase = new QLabel;
+    LabelFase->setObjectName("LabelFase");
+    Progress = new QProgressBar;
+    Progress->setObjectName("Progress");
+    auto* phase = new QHBoxLayout;
+    phase->addWidget(LabelFase, 1);
+    phase->addWidget(Progress, 1);
+    LabelFase->hide();
+    Progress->hide();
     auto* bottom = new QHBoxLayout;
     bottom->addWidget(OptTodos);
     bottom->addWidget(OptTengo);
@@ -64,15 +77,18 @@ FrmIdentifica::FrmIdentifica(QWidget* parent) : QDialog(parent) {
     bottom->addSpacing(20);
     bottom->addWidget(LabelResumen, 1);
     bottom->addWidget(CmdExportar);
+    bottom->addWidget(CmdRenombrar);
 
     auto* layout = new QVBoxLayout(this);
     layout->addLayout(top, 1);
     layout->addWidget(GridGames, 3);
     layout->addLayout(bottom);
+    layout->addLayout(phase);
 
     connect(CmdAdd, &QPushButton::clicked, this, &FrmIdentifica::CmdAdd_Click);
     connect(CmdQuitar, &QPushButton::clicked, this, &FrmIdentifica::CmdQuitar_Click);
     connect(CmdExportar, &QPushButton::clicked, this, &FrmIdentifica::CmdExportar_Click);
+    connect(CmdRenombrar, &QPushButton::clicked, this, &FrmIdentifica::CmdRenombrar_Click);
     connect(GridDats, &Grid::SelectionChange, this, &FrmIdentifica::ShowReport);
     for (QRadioButton* o : {OptTodos, OptTengo, OptFalta})
         connect(o, &QRadioButton::toggled, this, [this](bool on) {
@@ -120,24 +136,57 @@ bool FrmIdentifica::SelectDat(qint64 id) {
     return false;
 }
 
+void FrmIdentifica::Phase(const QString& text, qint64 done, qint64 total) {
+    LabelFase->setText(text);
+    LabelFase->show();
+    Progress->setRange(0, static_cast<int>(total));
+    Progress->setValue(static_cast<int>(done));
+    Progress->show();
+    Breathe();
+}
+
+void FrmIdentifica::EndPhases() {
+    LabelFase->hide();
+    Progress->hide();
+}
+
 void FrmIdentifica::CmdAdd_Click() {
     const QString path = ChooseDat ? ChooseDat() : QString();
     if (path.isEmpty()) return;
+    QApplication::setOverrideCursor(Qt::WaitCursor);
+    Phase(QStringLiteral("Leyendo el DAT..."));
     Dat dat;
     QString why;
-    if (!ReadDatFile(path, dat, why)) {
+    const bool read = ReadDatFile(path, dat, why);
+    qint64 id = 0;
+    bool added = false;
+    if (read) {
+        // Files changed on disk are hashed again first, so that what they are
+        // is told from their present bytes; those that can't be read keep
+        // what they had.
+        const bool hashed =
+            FileHashes::Refresh([](const QString&, const QString&) {},
+                                [this](qint64 done, qint64 total) {
+                                    if (done % 64 == 0 || done == total)
+                                        Phase(QStringLiteral("Comprobando los archivos: %1 de %2")
+                                                  .arg(Number(done), Number(total)),
+                                              done, total);
+                                });
+        if (hashed) {
+            Phase(QStringLiteral("Identificando los archivos..."));
+            added = Dats::Add(dat, &id);
+        }
+    }
+    EndPhases();
+    QApplication::restoreOverrideCursor();
+    if (!read) {
         Ask(QStringLiteral("El archivo DAT %1 no es válido: %2. No se ha cargado nada.")
                 .arg(path, why),
             kTitle, Icon::Exclamation);
         return;
     }
-    QApplication::setOverrideCursor(Qt::WaitCursor);
-    // Files changed on disk are hashed again first, so that what they are is
-    // told from their present bytes; those that can't be read keep what they had.
-    qint64 id = 0;
-    const bool added =
-        FileHashes::Refresh([](const QString&, const QString&) {}) && Dats::Add(dat, &id);
-    QApplication::restoreOverrideCursor();
+    // After a store failure (told by the store) nothing of the DAT is kept:
+    // the list stays as it was.
     if (added && Fill()) SelectDat(id);
 }
 
@@ -181,6 +230,7 @@ void FrmIdentifica::ShowReport() {
     GridGames->SetRedraw(true);
     CmdQuitar->setEnabled(datRow > 0);
     CmdExportar->setEnabled(!shownDat_.isEmpty());
+    CmdRenombrar->setEnabled(!shownDat_.isEmpty());
 }
 
 void FrmIdentifica::ApplyFilter() {
@@ -188,6 +238,15 @@ void FrmIdentifica::ApplyFilter() {
         const bool have = GridGames->RowData(row).toBool();
         GridGames->SetRowVisible(row, OptTodos->isChecked() || have == OptTengo->isChecked());
     }
+}
+
+void FrmIdentifica::CmdRenombrar_Click() {
+    if (shownDat_.isEmpty()) return;
+    FrmRenombraDat window(shownDat_, this);
+    if (!window.Fill()) return;
+    RunModal(window);
+    // The paths of what is had follow the new names.
+    if (window.ran) ShowReport();
 }
 
 void FrmIdentifica::CmdExportar_Click() {

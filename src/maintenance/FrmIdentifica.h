@@ -8,6 +8,7 @@
 #include <functional>
 
 class QLabel;
+class QProgressBar;
 class QPushButton;
 class QRadioButton;
 
@@ -23,6 +24,8 @@ public:
     void CmdAdd_Click();
     void CmdQuitar_Click();
     void CmdExportar_Click();
+    // "Renombrar según la DAT...", for the DAT whose games are listed.
+    void CmdRenombrar_Click();
     // The games of the DAT selected, shown as the filter asks.
     void ShowReport();
     void ApplyFilter();
@@ -31,12 +34,17 @@ public:
     // answer means the user gave up.
     std::function<QString()> ChooseDat;
     std::function<QString(const QString& proposed)> ChooseSaveFile;
+    // Shows a window modally; tests put their own here.
+    std::function<void(QDialog&)> RunModal = [](QDialog& window) { window.exec(); };
 
     Grid* GridDats;
     Grid* GridGames;
     QPushButton* CmdAdd;
     QPushButton* CmdQuitar;
     QPushButton* CmdExportar;
+    QPushButton* CmdRenombrar;
+    QLabel* LabelFase;      // what a long run is doing
+    QProgressBar* Progress; // and how far it is
     QRadioButton* OptTodos;
     QRadioButton* OptTengo;
     QRadioButton* OptFalta;
@@ -44,6 +52,9 @@ public:
 
 private:
     bool SelectDat(qint64 id);
+    // Shows a phase of a long run; total 0 for one whose end isn't known.
+    void Phase(const QString& text, qint64 done = 0, qint64 total = 0);
+    void EndPhases();
     QString shownDat_; // the name of the DAT whose games are listed
 };
 

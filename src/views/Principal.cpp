@@ -71,8 +71,11 @@ Principal::Principal(QWidget* parent) : QMainWindow(parent) {
     BuildLayout();
     BuildCommands();
     Grids::HaveItBox = ChckHaveIt;
+    Grids::UnknownBox = ChckSinIdentificar;
     Grids::FormatIcon = &FormatIcon;
     connect(ChckHaveIt, &QCheckBox::toggled, this, [this] { ChckHaveIt_Click(); });
+    connect(ChckSinIdentificar, &QCheckBox::toggled, this,
+            [this] { Grids::FilterTitles(*GridTitles); });
     connect(GridTitles, &Grid::HeaderClicked, this, &Principal::GridTitles_HeaderClick);
     connect(GridTitles, &Grid::SelectionChange, this, &Principal::GridTitles_SelectionChange);
     // After the file list has followed the selection.
@@ -87,6 +90,7 @@ Principal::Principal(QWidget* parent) : QMainWindow(parent) {
 
 Principal::~Principal() {
     if (Grids::HaveItBox == ChckHaveIt) Grids::HaveItBox = nullptr;
+    if (Grids::UnknownBox == ChckSinIdentificar) Grids::UnknownBox = nullptr;
     if (Grids::FormatIcon == &FormatIcon) Grids::FormatIcon = nullptr;
 }
 
@@ -119,12 +123,20 @@ void Principal::BuildLayout() {
     GridTitles->setObjectName("GridTitles");
     ChckHaveIt = new QCheckBox(QStringLiteral("Mostrar sólo disponibles"));
     ChckHaveIt->setObjectName("ChckHaveIt");
+    ChckSinIdentificar = new QCheckBox(QStringLiteral("Sólo con archivos sin identificar"));
+    ChckSinIdentificar->setObjectName("ChckSinIdentificar");
+    ChckSinIdentificar->setToolTip(
+        QStringLiteral("Los títulos con algún archivo que ninguna DAT conoce"));
+    auto* boxes = new QHBoxLayout;
+    boxes->addWidget(ChckHaveIt);
+    boxes->addWidget(ChckSinIdentificar);
+    boxes->addStretch();
     auto* left = new QWidget;
     auto* leftLayout = new QVBoxLayout(left);
     leftLayout->setContentsMargins(0, 0, 0, 0);
     leftLayout->addWidget(ComboRegistro);
     leftLayout->addWidget(GridTitles, 1);
-    leftLayout->addWidget(ChckHaveIt);
+    leftLayout->addLayout(boxes);
 
     // Right, top: the title's data beside its picture.
     LabelNombre = new QLabel;
@@ -276,7 +288,7 @@ void Principal::FitTitlesPane() {
 void Principal::ChckHaveIt_Click() {
     SaveSetting(QStringLiteral("Conf"), QStringLiteral("HaveIt"),
                 ChckHaveIt->isChecked() ? QStringLiteral("1") : QStringLiteral("0"));
-    Grids::FilterHaveIt(*GridTitles);
+    Grids::FilterTitles(*GridTitles);
 }
 
 void Principal::GridTitles_HeaderClick(int col) {

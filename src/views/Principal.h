@@ -48,6 +48,7 @@ public:
     PictureBox* ImgCaratula;
     std::array<QRadioButton*, 4> OptDatos;
     QCheckBox* ChckHaveIt;
+    QCheckBox* ChckSinIdentificar; // titles with a file no DAT knows
     QToolBar* Toolbar;
     QAction* CmdSearch;
     QAction* CmdModify;
@@ -65,6 +66,7 @@ public:
     QAction* MnuTipShop;
     QAction* mnuDelTitle;
     QAction* mnuCambiaTitle; // on when the selected title has files
+    QAction* mnuIdentifica;  // "Identificar colección...", as the toolbar's
     QMenu* Menupop2;
     QAction* mnuDelFile;
     QAction* mnuRenombra;

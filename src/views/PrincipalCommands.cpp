@@ -91,6 +91,9 @@ void Principal::BuildCommands() {
     item(Menupop, mnuCambiaTitle, QStringLiteral("Mover archivos a otro título..."),
          &Principal::mnuCambiaTitle_Click);
     mnuCambiaTitle->setEnabled(false);
+    Menupop->addSeparator();
+    item(Menupop, mnuIdentifica, QStringLiteral("Identificar colección..."),
+         &Principal::CmdIdentifica_Click);
     Menupop2 = new QMenu(this);
     Menupop2->setObjectName("Menupop2");
     item(Menupop2, mnuDelFile, QStringLiteral("Elimina registro"), &Principal::mnuDelFile_Click);
@@ -132,8 +135,13 @@ void Principal::CmdRepetidos_Click() {
 
 void Principal::CmdIdentifica_Click() {
     FrmIdentifica window(this);
+    window.RunModal = RunModal;
     if (!window.Fill()) return;
     RunModal(window);
+    // DATs added or removed change what each file is, and names given by a
+    // DAT change the files: the lists show them as they now stand.
+    if (ChckSinIdentificar->isChecked()) Grids::FilterTitles(*GridTitles);
+    if (GridTitles->SelectedRow() > 0) GridTitles_SelectionChange();
 }
 
 bool Principal::SelectTitleId(qint64 titleId) {

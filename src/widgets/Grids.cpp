@@ -3,6 +3,7 @@
 #include "catalogue/Breathe.h"
 #include "catalogue/Collate.h"
 #include "catalogue/Comunes.h"
+#include "catalogue/Dats.h"
 #include "catalogue/Files.h"
 #include "catalogue/Titles.h"
 #include "platform/Archive.h"
@@ -46,6 +47,13 @@ namespace {
 
 bool OnlyAvailable() {
     return HaveItBox && HaveItBox->isChecked();
+}
+
+// The titles the unidentified box lets through, or nothing when it is off
+// (or the store failed: then it hides nothing).
+std::optional<QSet<qint64>> OnlyUnknown() {
+    if (!UnknownBox || !UnknownBox->isChecked()) return std::nullopt;
+    return Dats::TitlesWithUnknownFiles();
 }
 
 void SetRowColours(bool haveIt) {
@@ -108,6 +116,7 @@ void FillTitles(const TitleWindow& frm, const QString& clause) {
     const int colType = grid.ColumnIndex("ColType");
     const int colHaveIt = grid.ColumnIndex("ColHaveIt");
     const bool onlyAvailable = OnlyAvailable();
+    const std::optional<QSet<qint64>> unknown = OnlyUnknown();
     const QString heading = QStringLiteral("Leyendo registros:");
 
     QStringList names;
@@ -132,7 +141,7 @@ void FillTitles(const TitleWindow& frm, const QString& clause) {
                          CellBack, CellFore);
         grid.CellDetails(i, colType, r.Type, Grid::AlignDefault, -1, CellBack, CellFore);
         names << r.Name;
-        if (!r.HaveIt && onlyAvailable) {
+        if ((!r.HaveIt && onlyAvailable) || (unknown && !unknown->contains(r.TitleId))) {
             grid.SetRowVisible(i, false);
         } else {
             grid.SetRowVisible(i, true);
@@ -193,6 +202,7 @@ void SetupGridFiles(Grid& grid) {
     grid.AddColumn("ColTitleId", "Title ID", Grid::AlignDefault, -1, 20, false);
     grid.AddColumn("ColHaveIt", "", Grid::AlignDefault, -1, 0, true);
     grid.AddColumn("ColCrc32", "CRC32", Grid::AlignDefault, -1, 70, true);
+    grid.AddColumn("ColDat", "DAT", Grid::AlignDefault, -1, 220, true);
     // Format and memory show as their pictures alone.
     grid.SetColumnTextHidden(grid.ColumnIndex("ColIcono"), true);
     grid.SetColumnTextHidden(grid.ColumnIndex("ColMemory"), true);
@@ -264,6 +274,11 @@ void WriteFileRow(Grid& grid, int i, const FileRow& r) {
          inner.isEmpty() ? file.FileName : file.FileName + QString::fromUtf8(" › ") + inner);
     cell(colExtension, file.Extension);
     cell(grid.ColumnIndex("ColCrc32"), r.Crc32);
+    if (r.DatGame.isEmpty())
+        grid.CellDetails(i, grid.ColumnIndex("ColDat"), QStringLiteral("desconocido"), d, -1,
+                         CellBack, ColourUnknownFore);
+    else
+        cell(grid.ColumnIndex("ColDat"), r.DatGame);
     cell(colPlayers, players);
     cell(colJoysticks, r.Joysticks);
     cell(colLoadSchema, r.LoadSchema);
@@ -288,20 +303,19 @@ void WriteFileRow(Grid& grid, int i, const FileRow& r) {
     cell(colOrigin, origin.text, d, icon(origin.icon));
 }
 
-int FilterHaveIt(Grid& grid) {
+int FilterTitles(Grid& grid) {
     QApplication::setOverrideCursor(Qt::WaitCursor);
     const bool wasDrawing = grid.Redraw();
     grid.SetRedraw(false);
     const int colHaveIt = grid.ColumnIndex("ColHaveIt");
-    const bool checked = OnlyAvailable();
+    const bool onlyAvailable = OnlyAvailable();
+    const std::optional<QSet<qint64>> unknown = OnlyUnknown();
     int shown = 0;
     for (int row = 1; row <= grid.Rows(); ++row) {
-        if (grid.CellText(row, colHaveIt) == QLatin1String("0") && checked) {
-            grid.SetRowVisible(row, false);
-        } else if (!checked) {
-            grid.SetRowVisible(row, true);
-            ++shown;
-        }
+        const bool show = !(onlyAvailable && grid.CellText(row, colHaveIt) == QLatin1String("0")) &&
+                          !(unknown && !unknown->contains(grid.RowData(row).toLongLong()));
+        grid.SetRowVisible(row, show);
+        shown += show ? 1 : 0;
     }
     grid.SetRedraw(wasDrawing);
     QApplication::restoreOverrideCursor();

@@ -64,8 +64,14 @@ inline const QColor ColourMissingFore = QColor(0x66, 0x99, 0xCC);
 QColor ColourOwnedBack();
 QColor ColourOwnedFore();
 
+// A file no DAT knows: its DAT cell in grey.
+inline const QColor ColourUnknownFore = QColor(0x90, 0x90, 0x90);
+
 // The main window's "Mostrar sólo disponibles" box, which every fill reads.
 inline QCheckBox* HaveItBox = nullptr;
+// The main window's box that lists only the titles with a file no DAT
+// knows, which every fill reads too.
+inline QCheckBox* UnknownBox = nullptr;
 // The main window's icons of the file grid, which every file grid shows.
 inline const IconSet* FormatIcon = nullptr;
 // The splash window while it stands, or nothing.
@@ -78,7 +84,8 @@ void FillFiles(qint64 titleId, Grid& grid);
 // path kept beside the cells.
 void WriteFileRow(Grid& grid, int row, const FileRow& file);
 void FillTitles(const TitleWindow& frm, const QString& clause);
-int FilterHaveIt(Grid& grid);
+// Shows the rows that the two boxes let through; gives how many.
+int FilterTitles(Grid& grid);
 // Empty (id 0) for no row.
 TitleRef TitleAt(const Grid& titles, int row);
 FileRef FileAt(const Grid& files, int row);

@@ -262,8 +262,8 @@ TEST_F(PrincipalTest, GridsShowWholeHeadingsAndTheSourceNumberBesideItsPicture) 
         if (!files->isColumnHidden(c) && files->columnWidth(c) > 0)
             seen.push_back(S(files->ColumnHeader(c + 1)));
     EXPECT_EQ(seen, (Texts{"Fmt.", "Archivo", "Mem", "Origen", "Carga", "Idioma", "Tamaño", "Ruta",
-                           "CRC32"}));
-    const int last = files->ColumnIndex("ColCrc32") - 1;
+                           "CRC32", "DAT"}));
+    const int last = files->ColumnIndex("ColDat") - 1;
     EXPECT_EQ(files->columnViewportPosition(last) + files->columnWidth(last),
               files->viewport()->width())
         << "the last column reaches the end of the row";
