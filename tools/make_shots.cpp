@@ -9,6 +9,8 @@
 #include "catalogue/Settings.h"
 #include "catalogue/Store.h"
 #include "inspector/Info.h"
+#include "maintenance/FrmIdentifica.h"
+#include "maintenance/FrmRenombraDat.h"
 #include "maintenance/Ordena.h"
 #include "maintenance/frmRenombra.h"
 #include "tape/Prompt.h"
@@ -20,6 +22,7 @@
 #include <QElapsedTimer>
 #include <QFile>
 #include <QRadioButton>
+#include <QScrollBar>
 #include <QTemporaryDir>
 #include <QTimer>
 #include <cstdio>
@@ -200,6 +203,28 @@ int main(int argc, char** argv) {
             window.close();
         };
         frm.CmdRepetidos_Click();
+    }
+    // Identification: the demo's DAT with what the collection has of it, the
+    // names it would give (planned only: the demo's files stay as they are),
+    // then the main window with each file's game and only the titles with a
+    // file no DAT knows.
+    frm.RunModal = [&](QDialog& window) {
+        window.show();
+        if (qobject_cast<FrmRenombraDat*>(&window)) {
+            Save(window, QDir(out).filePath("renombrar-dat.png"));
+        } else {
+            Save(window, QDir(out).filePath("identificar.png"));
+            static_cast<FrmIdentifica&>(window).CmdRenombrar_Click();
+        }
+        window.close();
+    };
+    frm.CmdIdentifica_Click();
+    frm.ChckSinIdentificar->setChecked(true);
+    if (SelectTitle(frm, QStringLiteral("Castillo Sombrío"))) {
+        QScrollBar* across = frm.GridFiles->horizontalScrollBar();
+        across->setValue(across->maximum());
+        Save(frm, QDir(out).filePath("principal-dat.png"));
+        across->setValue(0);
     }
     if (argc < 4) return 0;
     // The listing import after its first run, into a new catalogue.

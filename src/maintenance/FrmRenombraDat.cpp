@@ -29,7 +29,6 @@ FrmRenombraDat::FrmRenombraDat(const QString& datName, QWidget* parent)
     LabelDat->setObjectName("LabelDat");
     ListPlan = new QListWidget;
     ListPlan->setObjectName("ListPlan");
-    ListPlan->setUniformItemSizes(true);
     auto* counts = new QFormLayout;
     const auto counter = [&](const char* caption, QLabel*& label, const char* name) {
         label = new QLabel(QStringLiteral("0"));
