@@ -7,6 +7,7 @@
 #include "catalogue/DatFile.h"
 #include "catalogue/Dats.h"
 #include "catalogue/Store.h"
+#include "maintenance/DatTidy.h"
 
 #include <QCryptographicHash>
 #include <QFile>
@@ -104,6 +105,53 @@ void BM_HaveAndMissing20000(benchmark::State& state) {
     }
 }
 BENCHMARK(BM_HaveAndMissing20000)->Unit(benchmark::kMillisecond)->Iterations(3);
+
+// The catalogue's files on disk, in one folder, for the plan of names.
+bool WriteFiles() {
+    static bool written = false;
+    for (int i = 0; !written && i < kEntries; ++i) {
+        QFile f(workDir->filePath(QStringLiteral("juego%1.tzx").arg(i)));
+        f.open(QIODevice::WriteOnly);
+    }
+    written = true;
+    // The folder was added after the catalogue's paths were read.
+    Comunes::Reset();
+    QString reason;
+    return Comunes::InitGlobals(workDir->filePath("dats.mdb"), &reason);
+}
+
+// The plan of names for 20,000 files of one folder, all on disk.
+void BM_TidyPlan20000(benchmark::State& state) {
+    QString path;
+    if (!Prepare(state, path)) return;
+    if (!WriteFiles()) return;
+    qint64 planned = 0;
+    for (auto _ : state) {
+        DatTidy tidy;
+        bool found = false;
+        if (!tidy.Plan("Grande", found) || !found) state.SkipWithError("plan");
+        planned = tidy.planned;
+    }
+    state.counters["renombres"] = static_cast<double>(planned);
+}
+BENCHMARK(BM_TidyPlan20000)->Unit(benchmark::kMillisecond)->Iterations(3);
+
+// The renames of that plan: 15,000 files and their rows. Once, as it spends
+// the plan.
+void BM_TidyRun15000(benchmark::State& state) {
+    QString path;
+    if (!Prepare(state, path) || !WriteFiles()) return;
+    for (auto _ : state) {
+        state.PauseTiming();
+        DatTidy tidy;
+        bool found = false;
+        if (!tidy.Plan("Grande", found) || !found) state.SkipWithError("plan");
+        state.ResumeTiming();
+        tidy.Run();
+        state.counters["renombrados"] = static_cast<double>(tidy.renamed);
+    }
+}
+BENCHMARK(BM_TidyRun15000)->Unit(benchmark::kMillisecond)->Iterations(1);
 
 } // namespace
 

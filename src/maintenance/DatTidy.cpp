@@ -42,11 +42,12 @@ bool DatTidy::Plan(const QString& datName, bool& found) {
     const qint64 datId = NumberOf(q.value(0));
     q.finish();
     if (!Store::Exec(q,
+                     // Each file's strongest rom of the DAT, in one pass over its matches.
                      "SELECT f.FileId, f.PathIndex, f.FileName, f.Extension, f.InnerPath, "
-                     "r.Name FROM FileMatches m JOIN tFiles f ON f.FileId = m.FileId "
-                     "JOIN DatRoms r ON r.RomId = m.RomId WHERE m.DatId = ? AND m.RomId = "
-                     "(SELECT RomId FROM FileMatches x WHERE x.FileId = m.FileId AND "
-                     "x.DatId = m.DatId ORDER BY Rank DESC, RomId LIMIT 1) ORDER BY f.FileId",
+                     "r.Name FROM (SELECT FileId, RomId, row_number() OVER (PARTITION BY "
+                     "FileId ORDER BY Rank DESC, RomId) AS Nth FROM FileMatches WHERE DatId = ?) m "
+                     "JOIN tFiles f ON f.FileId = m.FileId JOIN DatRoms r ON r.RomId = m.RomId "
+                     "WHERE m.Nth = 1 ORDER BY f.FileId",
                      {datId}))
         return false;
     QSet<QString> claimed; // the new paths, folded, that the plan gives out
@@ -63,7 +64,7 @@ bool DatTidy::Plan(const QString& datName, bool& found) {
         const QString romName = TextOf(q.value(5));
         const qsizetype dot = romName.lastIndexOf(u'.');
         s.newBase = dot <= 0 ? romName : romName.left(dot);
-        const QString onDisk = inner.isEmpty() ? platform::FindEntry(s.folder, s.fullName) : "";
+        const QString onDisk = inner.isEmpty() ? finder.Find(s.folder, s.fullName) : "";
         const QString diskName = QFileInfo(onDisk).fileName();
         const qsizetype diskDot = diskName.lastIndexOf(u'.');
         const QString newName = s.newBase + (diskDot < 0 ? QString() : diskName.mid(diskDot));
@@ -77,8 +78,9 @@ bool DatTidy::Plan(const QString& datName, bool& found) {
         else if (newName == diskName)
             s.kind = TidyStep::Kind::Named;
         else {
+            // Each folder listed once: a DAT names thousands of files in one.
             const QStringList there =
-                platform::FolderListing(s.folder).AllCases(newName, platform::EntryKind::File);
+                finder.Listing(s.folder).AllCases(newName, platform::EntryKind::File);
             // A change of case only finds the file itself.
             const bool taken =
                 (!there.isEmpty() && Records::PathIn(s.folder, there.front()) != onDisk) ||
@@ -97,6 +99,7 @@ bool DatTidy::Plan(const QString& datName, bool& found) {
 
 void DatTidy::Run() {
     left = 0;
+    platform::EntryFinder finder;
     qint64 tried = 0;
     for (TidyStep& s : steps) {
         if (s.kind != TidyStep::Kind::Rename) {
@@ -104,6 +107,7 @@ void DatTidy::Run() {
             continue;
         }
         Renamer renamer;
+        renamer.finder = &finder;
         renamer.Load(s.folder, s.fullName, s.pathIndex);
         QString newName, why;
         switch (renamer.Apply(s.newBase, newName, why)) {

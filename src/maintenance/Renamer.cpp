@@ -26,9 +26,11 @@ void Renamer::Load(const QString& dir, const QString& fullName, qint64 index,
     extension = dot < 0 ? QString() : fullName.mid(dot + 1);
     entries.clear();
     screenFile.clear();
+    platform::EntryFinder own;
+    platform::EntryFinder& find = finder ? *finder : own;
     for (const SideFile& k : RenamedSideFiles()) {
-        const QString found = platform::FindInFolders(folder, QString::fromLatin1(k.folder),
-                                                      oldBase + QLatin1String(k.ending));
+        const QString found = find.FindInFolders(folder, QString::fromLatin1(k.folder),
+                                                 oldBase + QLatin1String(k.ending));
         if (found.isEmpty()) continue;
         RenameEntry e;
         e.label = oldBase + QString::fromLatin1(k.ending).toLower();
@@ -52,7 +54,9 @@ bool Renamer::RenombraFileInDB(const QString& newBase) {
 Renamer::Outcome Renamer::Apply(const QString& newBase, QString& newName, QString& why) {
     if (!inner.isEmpty()) return Outcome::Inner;
     if (newBase.trimmed().isEmpty()) return Outcome::Blank;
-    const QString file = platform::FindEntry(folder, oldFull);
+    platform::EntryFinder own;
+    platform::EntryFinder& find = finder ? *finder : own;
+    const QString file = find.Find(folder, oldFull);
     // The extension keeps its case on disk; the catalogue holds it in lower
     // case.
     const QString onDisk = file.isEmpty() ? oldFull : QFileInfo(file).fileName();
@@ -68,8 +72,8 @@ Renamer::Outcome Renamer::Apply(const QString& newBase, QString& newName, QStrin
         if (e.ticked) moves.push_back({e.source, Records::PathIn(e.folder, newBase + e.ending)});
     for (const auto& [from, to] : moves) {
         const QFileInfo target(to);
-        const QStringList taken = platform::FolderListing(target.path())
-                                      .AllCases(target.fileName(), platform::EntryKind::File);
+        const QStringList taken =
+            find.Listing(target.path()).AllCases(target.fileName(), platform::EntryKind::File);
         const QString there =
             taken.isEmpty() ? QString() : Records::PathIn(target.path(), taken.front());
         // Only a change of case finds the file itself there.
@@ -90,7 +94,11 @@ Renamer::Outcome Renamer::Apply(const QString& newBase, QString& newName, QStrin
         failed = QStringLiteral("el catálogo");
         why = Store::LastError();
     }
-    if (failed.isEmpty()) return Outcome::Done;
+    if (failed.isEmpty()) {
+        for (const auto& [from, to] : moves)
+            find.Moved(from, to);
+        return Outcome::Done;
+    }
     // Back to the old names, the last renamed first.
     while (done > 0) {
         --done;

@@ -7,6 +7,10 @@
 
 namespace cintal {
 
+namespace platform {
+class EntryFinder;
+}
+
 struct RenameEntry {
     QString label;  // as the list shows it: the old base name and its ending
     QString source; // the side file on disk
@@ -43,6 +47,9 @@ public:
     QString inner;
     std::vector<RenameEntry> entries;
     QString screenFile; // the file's loading screen, when there is one
+    // Given by a run that renames many files: the folders it lists once and
+    // that follow its renames. Without it each call reads what it needs.
+    platform::EntryFinder* finder = nullptr;
 
 private:
     bool RenombraFileInDB(const QString& newBase);

@@ -14,6 +14,14 @@ QString Folded(const QString& name) {
     return name.toCaseFolded();
 }
 
+// The same folder however it was spelled: "/a/b/" and "/a/b".
+QString FolderKey(const QString& dir) {
+    QString key = dir;
+    while (key.size() > 1 && key.endsWith(u'/'))
+        key.chop(1);
+    return key;
+}
+
 QString Join(const QString& dir, const QString& name) {
     return dir.endsWith(u'/') ? dir + name : dir + u'/' + name;
 }
@@ -108,10 +116,40 @@ QString EntryFinder::Find(const QString& dir, const QString& name, EntryKind kin
     // The exact name costs one look at the disk; only a name in another
     // case needs the folder's listing.
     if (info.exists() && (kind == EntryKind::Folder ? info.isDir() : !info.isDir())) return exact;
-    auto it = listings.find(dir);
-    if (it == listings.end()) it = listings.insert(dir, FolderListing(dir));
-    const QString found = it->Find(name, kind);
+    const QString found = Listing(dir).Find(name, kind);
     return found.isEmpty() ? QString() : Join(dir, found);
+}
+
+const FolderListing& EntryFinder::Listing(const QString& dir) {
+    const QString key = FolderKey(dir);
+    auto it = listings.find(key);
+    if (it == listings.end()) it = listings.emplace(key, FolderListing(dir)).first;
+    return it->second;
+}
+
+QStringList EntryFinder::Folders(const QString& dir, const QString& folder) {
+    QStringList paths;
+    if (dir.isEmpty()) return paths;
+    for (const QString& name : Listing(dir).AllCases(folder, EntryKind::Folder))
+        paths << Join(dir, name);
+    return paths;
+}
+
+QString EntryFinder::FindInFolders(const QString& dir, const QString& folder, const QString& name) {
+    const QStringList sides = Folders(dir, folder);
+    std::vector<const FolderListing*> all;
+    for (const QString& side : sides)
+        all.push_back(&Listing(side));
+    const auto [at, found] = FolderListing::FindIn(all, name, EntryKind::File);
+    return at < 0 ? QString() : Join(sides[at], found);
+}
+
+void EntryFinder::Moved(const QString& from, const QString& to) {
+    const QFileInfo source(from), target(to);
+    if (const auto it = listings.find(FolderKey(source.path())); it != listings.end())
+        it->second.Remove(source.fileName());
+    if (const auto it = listings.find(FolderKey(target.path())); it != listings.end())
+        it->second.Add(target.fileName(), EntryKind::File);
 }
 
 QString FindEntry(const QString& dir, const QString& name, EntryKind kind) {
@@ -119,24 +157,11 @@ QString FindEntry(const QString& dir, const QString& name, EntryKind kind) {
 }
 
 QStringList FindFolders(const QString& dir, const QString& folder) {
-    QStringList paths;
-    if (dir.isEmpty()) return paths;
-    for (const QString& name : FolderListing(dir).AllCases(folder, EntryKind::Folder))
-        paths << Join(dir, name);
-    return paths;
+    return EntryFinder().Folders(dir, folder);
 }
 
 QString FindInFolders(const QString& dir, const QString& folder, const QString& name) {
-    const QStringList sides = FindFolders(dir, folder);
-    std::vector<FolderListing> listings;
-    listings.reserve(static_cast<std::size_t>(sides.size()));
-    std::vector<const FolderListing*> all;
-    for (const QString& side : sides) {
-        listings.emplace_back(side);
-        all.push_back(&listings.back());
-    }
-    const auto [at, found] = FolderListing::FindIn(all, name, EntryKind::File);
-    return at < 0 ? QString() : Join(sides[at], found);
+    return EntryFinder().FindInFolders(dir, folder, name);
 }
 
 namespace {

@@ -9,6 +9,7 @@
 #include <QHash>
 #include <QString>
 #include <QStringList>
+#include <unordered_map>
 #include <utility>
 #include <vector>
 
@@ -52,9 +53,18 @@ class EntryFinder {
 public:
     // The path of the entry of dir that stands for name; empty when none.
     QString Find(const QString& dir, const QString& name, EntryKind kind = EntryKind::File);
+    // The listing of dir, read the first time it is asked for.
+    const FolderListing& Listing(const QString& dir);
+    // As FindFolders and FindInFolders below, from the listings kept.
+    QStringList Folders(const QString& dir, const QString& folder);
+    QString FindInFolders(const QString& dir, const QString& folder, const QString& name);
+    // A file the run itself moved: the listings already read follow it, so
+    // that a run renaming thousands of files of one folder lists it once.
+    void Moved(const QString& from, const QString& to);
 
 private:
-    QHash<QString, FolderListing> listings;
+    // Node-based: a listing handed out stays where it is as others are read.
+    std::unordered_map<QString, FolderListing> listings;
 };
 
 // The same for a single look-up.

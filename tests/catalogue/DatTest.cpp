@@ -182,8 +182,12 @@ TEST_F(DatTest, TheReportListsWhatIsHadAndWhatIsMissing) {
     EXPECT_EQ(Split(r.out),
               Lines({"tengo\tUno (1984)(Ocean)\t" + S(dir.filePath("UNO.tzx")),
                      "falta\tDos; \"el regreso\"", "falta\tTres", "Tengo 1 de 3 (33,3 %)"}));
-    // The third file turns up: the game of two roms is whole, the other had.
-    File("tres", tres);
+    // The third file turns up, its name in capitals on disk as old tape
+    // sites gave them: it is found, hashed and matched all the same, and the
+    // game of two roms is whole, the other had.
+    WriteFile(dir.filePath("TRES.TZX"), tres);
+    Sql(db, "INSERT INTO tFiles (TitleId, FileName, Extension, PathIndex) VALUES (0, 'tres', "
+            "'tzx', 1)");
     r = Run({"report", "--dat", "Spectrum"});
     EXPECT_EQ(Split(r.out).back(), "Tengo 3 de 3 (100,0 %)");
     bool found = false;
@@ -193,7 +197,7 @@ TEST_F(DatTest, TheReportListsWhatIsHadAndWhatIsMissing) {
     EXPECT_EQ(S(Dats::Csv(*report)),
               "Estado;Juego;Ruta\r\nTengo;Uno (1984)(Ocean);" + S(dir.filePath("UNO.tzx")) +
                   "\r\nTengo;\"Dos; \"\"el regreso\"\"\";" + S(dir.filePath("dos.tzx")) +
-                  "\r\nTengo;Tres;" + S(dir.filePath("tres.tzx")) + "\r\n");
+                  "\r\nTengo;Tres;" + S(dir.filePath("TRES.TZX")) + "\r\n");
     EXPECT_EQ(Run({"report", "--dat", "Nada"}).err, "No hay ningún DAT llamado Nada\n");
 }
 
