@@ -163,9 +163,14 @@ int Tidy(const std::vector<std::string>& args, std::ostream& out, std::ostream& 
         err << "No hay ningún DAT llamado " << a.Value("--dat") << "\n";
         return 1;
     }
-    if (!a.Has("--dry-run")) tidy.Run();
+    // Renaming is asked, as the window asks it: No unless --yes.
+    if (!a.Has("--dry-run") && tidy.planned > 0) {
+        if (!tidy.Confirm()) return 1;
+        tidy.Run();
+    }
     for (const TidyStep& s : tidy.steps)
-        out << Str(s.Text()) << "\n";
+        for (const QString& line : s.Lines())
+            out << Str(line) << "\n";
     out << "Renombrados: " << Str(Number(tidy.renamed)) << "\n"
         << "Dejados: " << Str(Number(tidy.left)) << "\n"
         << "Fallidos: " << Str(Number(tidy.failed)) << "\n";

@@ -1,5 +1,6 @@
 #include "maintenance/DatTidy.h"
 
+#include "catalogue/Ask.h"
 #include "catalogue/Comunes.h"
 #include "catalogue/FileHashes.h"
 #include "catalogue/Records.h"
@@ -7,6 +8,7 @@
 #include "maintenance/Renamer.h"
 #include "maintenance/Reorganiser.h"
 #include "platform/PathCase.h"
+#include "platform/Spanish.h"
 
 #include <QFileInfo>
 
@@ -28,6 +30,41 @@ QString TidyStep::Text() const {
         return QStringLiteral("nombre no válido: se deja %1").arg(source);
     }
     return {};
+}
+
+namespace {
+
+// The path that already holds name in folder, in any case, or that an earlier
+// step of the plan gives out; empty when the name is free. A change of case
+// only finds the file itself, self.
+QString Taken(platform::EntryFinder& finder, const QSet<QString>& claimed, const QString& folder,
+              const QString& name, const QString& self) {
+    const QString path = Records::PathIn(folder, name);
+    if (claimed.contains(path.toCaseFolded())) return path;
+    const QStringList there = finder.Listing(folder).AllCases(name, platform::EntryKind::File);
+    if (there.isEmpty()) return {};
+    const QString existing = Records::PathIn(folder, there.front());
+    return existing == self ? QString() : existing;
+}
+
+} // namespace
+
+QStringList TidyStep::Lines() const {
+    QStringList lines{Text()};
+    for (const auto& [from, to] : sides)
+        lines << QStringLiteral("    con su archivo lateral %1 -> %2").arg(from, to);
+    return lines;
+}
+
+bool DatTidy::Confirm() const {
+    const QString question =
+        planned == 1
+            ? QStringLiteral("Se va a renombrar 1 archivo con el nombre que le da la DAT. "
+                             "¿Desea continuar?")
+            : QStringLiteral("Se van a renombrar %1 archivos con los nombres que les da la DAT. "
+                             "¿Desea continuar?")
+                  .arg(Number(planned));
+    return Ask(question, kTidyTitle, Icon::Question, Buttons::YesNo) == Button::Yes;
 }
 
 bool DatTidy::Plan(const QString& datName, bool& found) {
@@ -78,17 +115,30 @@ bool DatTidy::Plan(const QString& datName, bool& found) {
         else if (newName == diskName)
             s.kind = TidyStep::Kind::Named;
         else {
-            // Each folder listed once: a DAT names thousands of files in one.
-            const QStringList there =
-                finder.Listing(s.folder).AllCases(newName, platform::EntryKind::File);
-            // A change of case only finds the file itself.
-            const bool taken =
-                (!there.isEmpty() && Records::PathIn(s.folder, there.front()) != onDisk) ||
-                claimed.contains(s.dest.toCaseFolded());
-            s.kind = taken ? TidyStep::Kind::Taken : TidyStep::Kind::Rename;
+            s.kind = TidyStep::Kind::Rename;
+            if (!Taken(finder, claimed, s.folder, newName, onDisk).isEmpty())
+                s.kind = TidyStep::Kind::Taken;
+            // Its side files take the name with it: the plan shows them, and
+            // a name taken for any of them leaves the whole file.
+            Renamer renamer;
+            renamer.finder = &finder;
+            if (s.kind == TidyStep::Kind::Rename) renamer.Load(s.folder, s.fullName, s.pathIndex);
+            for (const RenameEntry& e : renamer.entries) {
+                const QString name = s.newBase + e.ending;
+                if (const QString there = Taken(finder, claimed, e.folder, name, e.source);
+                    !there.isEmpty()) {
+                    s.kind = TidyStep::Kind::Taken;
+                    s.dest = there;
+                    s.sides.clear();
+                    break;
+                }
+                s.sides.push_back({e.source, Records::PathIn(e.folder, name)});
+            }
         }
         if (s.kind == TidyStep::Kind::Rename) {
             claimed.insert(s.dest.toCaseFolded());
+            for (const auto& side : s.sides)
+                claimed.insert(side.second.toCaseFolded());
             ++planned;
         }
         if (s.kind != TidyStep::Kind::Rename && s.kind != TidyStep::Kind::Named) ++left;

@@ -5,7 +5,9 @@
 
 #include <QSet>
 #include <QString>
+#include <QStringList>
 #include <functional>
+#include <utility>
 #include <vector>
 
 namespace cintal {
@@ -26,15 +28,23 @@ struct TidyStep {
     QString fullName; // the file's name with its extension, as the row has it
     QString newBase;  // the DAT's name without its extension
     QString source, dest;
+    // The side files renamed with it, from and to.
+    std::vector<std::pair<QString, QString>> sides;
 
     QString Text() const;
+    // Text() and a line for each side file.
+    QStringList Lines() const;
 };
+
+inline const QString kTidyTitle = QStringLiteral("Renombrar según la DAT");
 
 class DatTidy {
 public:
     // Plans the renames for the files of the DAT of that name. False after
     // a store failure; found says whether there is such a DAT.
     bool Plan(const QString& datName, bool& found);
+    // Asks whether to rename the files the plan renames.
+    bool Confirm() const;
     // Renames as planned. Steps that end otherwise change their kind.
     void Run();
 

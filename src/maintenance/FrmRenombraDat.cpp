@@ -17,7 +17,7 @@ namespace cintal {
 
 namespace {
 
-const QString kTitle = QStringLiteral("Renombrar según la DAT");
+const QString& kTitle = kTidyTitle;
 
 } // namespace
 
@@ -94,7 +94,7 @@ void FrmRenombraDat::ShowSteps() {
     for (const QString& note : tidy.notes)
         lines << note;
     for (const TidyStep& s : tidy.steps)
-        lines << s.Text();
+        lines << s.Lines();
     ListPlan->clear();
     ListPlan->addItems(lines);
 }
@@ -111,15 +111,7 @@ void FrmRenombraDat::reject() {
 }
 
 void FrmRenombraDat::CommandRenombrar_Click() {
-    if (ran || tidy.planned == 0) return;
-    const QString question =
-        tidy.planned == 1
-            ? QStringLiteral("Se va a renombrar 1 archivo con el nombre que le da la DAT. "
-                             "¿Desea continuar?")
-            : QStringLiteral("Se van a renombrar %1 archivos con los nombres que les da la DAT. "
-                             "¿Desea continuar?")
-                  .arg(Number(tidy.planned));
-    if (Ask(question, kTitle, Icon::Question, Buttons::YesNo) != Button::Yes) return;
+    if (ran || tidy.planned == 0 || !tidy.Confirm()) return;
     ran = true;
     CommandRenombrar->setEnabled(false);
     CommandCerrar->setEnabled(false);

@@ -70,8 +70,12 @@ protected:
 TEST_F(DatTidyTest, ThePlanThenTheRenamesWithWhatIsLeftAndWhatFailed) {
     const Lines plan = {
         "renombrar " + At("mm.tzx") + " -> " + At("Manic Miner (1983)(Bug-Byte).tzx"),
+        "    con su archivo lateral " + At("SCRSHOT/mm.scr") + " -> " +
+            At("SCRSHOT/Manic Miner (1983)(Bug-Byte).scr"),
         "ya existe: se deja " + At("Knight Lore (1984)(Ultimate).tzx"),
         "renombrar " + At("pyjamarama.tzx") + " -> " + At("Pyjamarama (1984)(Mikro-Gen).tzx"),
+        "    con su archivo lateral " + At("Pokes/pyjamarama.pok") + " -> " +
+            At("Pokes/Pyjamarama (1984)(Mikro-Gen).pok"),
         "dentro de un archivo comprimido: se deja " + At("pack.zip|dentro.tzx")};
     Result r = Run({"tidy", "--dat", "zx", "--dry-run"});
     Lines expected = plan;
@@ -85,7 +89,15 @@ TEST_F(DatTidyTest, ThePlanThenTheRenamesWithWhatIsLeftAndWhatFailed) {
     }());
     EXPECT_TRUE(Has("mm.tzx"));
 
+    // Without --yes the question is answered No: nothing is renamed.
     r = Run({"tidy", "--dat", "zx"});
+    EXPECT_EQ(r.status, 1);
+    EXPECT_EQ(r.out, "");
+    EXPECT_EQ(r.err, "[Renombrar según la DAT] Se van a renombrar 2 archivos con los nombres que "
+                     "les da la DAT. ¿Desea continuar? -> No\n");
+    EXPECT_TRUE(Has("mm.tzx"));
+
+    r = Run({"tidy", "--dat", "zx", "--yes"});
     EXPECT_EQ(r.status, 1);
     EXPECT_NE(r.out.find("Renombrados: 1\nDejados: 2\nFallidos: 1\n"), std::string::npos) << r.out;
     EXPECT_NE(r.err.find("No se pudo renombrar " + S(a) + "/Pokes/pyjamarama.pok: "),
