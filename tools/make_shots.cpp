@@ -21,6 +21,8 @@
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
+#include <QMenu>
+#include <QPainter>
 #include <QRadioButton>
 #include <QScrollBar>
 #include <QTemporaryDir>
@@ -42,6 +44,20 @@ void Settle(int ms) {
     t.start();
     while (t.elapsed() < ms)
         QApplication::processEvents(QEventLoop::AllEvents, 50);
+}
+
+// The window with a popup menu open over it at a point of one of its grids:
+// a popup is a window of its own, so it is painted onto the window's picture.
+void SaveWithMenu(QWidget& w, QMenu* menu, QWidget* over, const QPoint& at, const QString& file) {
+    QApplication::processEvents();
+    QPixmap picture = w.grab();
+    menu->popup(over->mapToGlobal(at));
+    QApplication::processEvents();
+    QPainter painter(&picture);
+    painter.drawPixmap(w.mapFromGlobal(menu->pos()), menu->grab());
+    painter.end();
+    menu->close();
+    if (!picture.save(file)) std::fprintf(stderr, "No se puede escribir %s\n", qPrintable(file));
 }
 
 bool SelectTitle(Principal& frm, const QString& name) {
@@ -81,6 +97,25 @@ int main(int argc, char** argv) {
     if (!frm.Form_Load(copy)) return 1;
     frm.resize(1280, 800);
     frm.show();
+    // The main window on the first title with a screen file and an inlay,
+    // then its inlay, then the menus of both grids.
+    for (int r = 1; r <= frm.GridTitles->Rows(); ++r) {
+        frm.GridTitles->SetSelectedRow(r);
+        if (frm.LabelScreenSource->isVisibleTo(&frm) || !frm.OptDatos[1]->isEnabled()) continue;
+        Save(frm, QDir(out).filePath("principal-pantalla.png"));
+        frm.OptDatos[1]->click();
+        Save(frm, QDir(out).filePath("principal-encarte.png"));
+        frm.OptDatos[0]->click();
+        Grid* titles = frm.GridTitles;
+        const QRect row = titles->visualRect(titles->model()->index(r - 1, 1));
+        SaveWithMenu(frm, frm.Menupop, titles->viewport(), row.center(),
+                     QDir(out).filePath("menu-titulos.png"));
+        frm.GridFiles->SetSelectedRow(1);
+        const QRect file = frm.GridFiles->visualRect(frm.GridFiles->model()->index(0, 1));
+        SaveWithMenu(frm, frm.Menupop2, frm.GridFiles->viewport(), file.center(),
+                     QDir(out).filePath("menu-archivos.png"));
+        break;
+    }
     // The main window on the first title whose screen comes from inside a tape.
     for (int r = 1; r <= frm.GridTitles->Rows(); ++r) {
         frm.GridTitles->SetSelectedRow(r);

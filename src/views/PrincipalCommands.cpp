@@ -73,9 +73,9 @@ void Principal::BuildCommands() {
            &Principal::CmdLimpiaEmpty_Click);
     button(Command2, "Command2", Tool::Compare, QStringLiteral("Comparar cintas"),
            &Principal::Command2_Click);
-    button(CmdRepetidos, "CmdRepetidos", Tool::Search, QStringLiteral("Archivos repetidos"),
+    button(CmdRepetidos, "CmdRepetidos", Tool::Duplicates, QStringLiteral("Archivos repetidos"),
            &Principal::CmdRepetidos_Click);
-    button(CmdIdentifica, "CmdIdentifica", Tool::Compare, QStringLiteral("Identificar colección"),
+    button(CmdIdentifica, "CmdIdentifica", Tool::Identify, QStringLiteral("Identificar colección"),
            &Principal::CmdIdentifica_Click);
     CmdModify->setEnabled(false);
     // Comparing starts from a title with a tape: off until one is selected.

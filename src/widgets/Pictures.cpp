@@ -596,6 +596,34 @@ QIcon ToolPicture(Tool tool) {
             p.scale(0.8, 0.8);
             Cassette(p, QColor(0x42, 0x42, 0x42), QColor(0x21, 0x21, 0x21));
         });
+    case Tool::Duplicates: // two equal sheets
+        return Make([](QPainter& p) {
+            p.save();
+            p.translate(-2.5, -0.5);
+            p.scale(0.85, 0.85);
+            Sheet(p, QColor(0xEC, 0xEF, 0xF1));
+            p.restore();
+            p.translate(2.5, 2);
+            p.scale(0.85, 0.85);
+            Sheet(p, Qt::white);
+            p.setPen(QPen(QColor(0x6A, 0x1B, 0x9A), 1.8, Qt::SolidLine, Qt::RoundCap));
+            p.drawLine(QPointF(5.5, 7), QPointF(10.5, 7));
+            p.drawLine(QPointF(5.5, 10.5), QPointF(10.5, 10.5));
+        });
+    case Tool::Identify: // a tape, known
+        return Make([](QPainter& p) {
+            p.save();
+            p.translate(0, -2);
+            p.scale(0.85, 0.85);
+            Cassette(p, QColor(0x42, 0x42, 0x42), QColor(0x21, 0x21, 0x21));
+            p.restore();
+            p.setPen(QPen(QColor(0x1B, 0x5E, 0x20), 0.8));
+            p.setBrush(QColor(0x43, 0xA0, 0x47));
+            p.drawEllipse(QRectF(7.5, 7.5, 8, 8));
+            p.setPen(QPen(Qt::white, 1.5, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+            p.setBrush(Qt::NoBrush);
+            p.drawPolyline(QPolygonF({QPointF(9.6, 11.6), QPointF(11.1, 13.1), QPointF(13.6, 10)}));
+        });
     case Tool::ImportWeb: // a page from the web
         return Make([](QPainter& p) {
             Sheet(p, Qt::white);

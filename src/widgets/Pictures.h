@@ -25,6 +25,8 @@ enum class Tool {
     Options,
     Empty,
     Compare,
+    Duplicates,
+    Identify,
     ImportWeb,
     ImportFrom,
     CopyToCatalogue,
