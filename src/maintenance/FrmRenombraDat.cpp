@@ -76,7 +76,7 @@ bool FrmRenombraDat::Fill() {
     QApplication::restoreOverrideCursor();
     if (!planned) return false;
     if (!found) {
-        Ask(QStringLiteral("No hay ninguna DAT llamada %1.").arg(datName_), kTitle,
+        Ask(QStringLiteral("No hay ningún DAT llamado %1").arg(datName_), kTitle,
             Icon::Exclamation);
         return false;
     }
