@@ -150,9 +150,19 @@ void FrmIdentifica::EndPhases() {
     Progress->hide();
 }
 
+void FrmIdentifica::reject() {
+    if (!busy_) QDialog::reject();
+}
+
 void FrmIdentifica::CmdAdd_Click() {
+    if (busy_) return;
     const QString path = ChooseDat ? ChooseDat() : QString();
     if (path.isEmpty()) return;
+    // The window answers while the files are checked, but takes no other
+    // work until the DAT is in.
+    busy_ = true;
+    for (QPushButton* b : {CmdAdd, CmdQuitar, CmdExportar, CmdRenombrar})
+        b->setEnabled(false);
     QApplication::setOverrideCursor(Qt::WaitCursor);
     Phase(QStringLiteral("Leyendo el DAT..."));
     Dat dat;
@@ -179,6 +189,9 @@ void FrmIdentifica::CmdAdd_Click() {
     }
     EndPhases();
     QApplication::restoreOverrideCursor();
+    busy_ = false;
+    CmdAdd->setEnabled(true);
+    ShowReport(); // the other buttons as the selection has them
     if (!read) {
         Ask(QStringLiteral("El archivo DAT %1 no es válido: %2. No se ha cargado nada.")
                 .arg(path, why),

@@ -22,6 +22,8 @@ public:
     // Reads the DATs from the store and lists them; false after a store failure.
     bool Fill();
     void CmdAdd_Click();
+    // Not while a DAT is being loaded: the load ends first.
+    void reject() override;
     void CmdQuitar_Click();
     void CmdExportar_Click();
     // "Renombrar según la DAT...", for the DAT whose games are listed.
@@ -55,7 +57,8 @@ private:
     // Shows a phase of a long run; total 0 for one whose end isn't known.
     void Phase(const QString& text, qint64 done = 0, qint64 total = 0);
     void EndPhases();
-    QString shownDat_; // the name of the DAT whose games are listed
+    QString shownDat_;  // the name of the DAT whose games are listed
+    bool busy_ = false; // a DAT is being loaded
 };
 
 } // namespace cintal
