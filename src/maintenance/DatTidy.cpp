@@ -28,6 +28,10 @@ QString TidyStep::Text() const {
         return QStringLiteral("no está: se omite %1").arg(source);
     case Kind::Invalid:
         return QStringLiteral("nombre no válido: se deja %1").arg(source);
+    case Kind::Renamed:
+        return QStringLiteral("renombrado %1 -> %2").arg(source, dest);
+    case Kind::Failed:
+        return QStringLiteral("no se pudo renombrar: se deja %1").arg(source);
     }
     return {};
 }
@@ -162,20 +166,25 @@ void DatTidy::Run() {
         QString newName, why;
         switch (renamer.Apply(s.newBase, newName, why)) {
         case Renamer::Outcome::Done:
+            s.kind = TidyStep::Kind::Renamed;
             ++renamed;
             break;
         case Renamer::Outcome::Taken:
             // A side file's name may be the one taken.
             s.kind = TidyStep::Kind::Taken;
             s.dest = why;
+            s.sides.clear();
             ++left;
             break;
         case Renamer::Outcome::Failed:
+            s.kind = TidyStep::Kind::Failed;
+            s.sides.clear();
             ++failed;
             notes.push_back(why);
             break;
         default:
             s.kind = TidyStep::Kind::Invalid;
+            s.sides.clear();
             ++left;
             break;
         }

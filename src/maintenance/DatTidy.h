@@ -20,6 +20,9 @@ struct TidyStep {
         Inside,  // "dentro de un archivo comprimido: se deja A"
         Missing, // "no está: se omite A"
         Invalid, // "nombre no válido: se deja A"
+        // After the run:
+        Renamed, // "renombrado A -> B"
+        Failed,  // "no se pudo renombrar: se deja A"
     };
     Kind kind = Kind::Rename;
     qint64 fileId = 0;

@@ -100,6 +100,14 @@ TEST_F(DatTidyTest, ThePlanThenTheRenamesWithWhatIsLeftAndWhatFailed) {
     r = Run({"tidy", "--dat", "zx", "--yes"});
     EXPECT_EQ(r.status, 1);
     EXPECT_NE(r.out.find("Renombrados: 1\nDejados: 2\nFallidos: 1\n"), std::string::npos) << r.out;
+    // Each file as it ended: the side files listed with the one renamed only.
+    EXPECT_EQ(r.out.substr(0, r.out.find("Renombrados:")),
+              "renombrado " + At("mm.tzx") + " -> " + At("Manic Miner (1983)(Bug-Byte).tzx") +
+                  "\n    con su archivo lateral " + At("SCRSHOT/mm.scr") + " -> " +
+                  At("SCRSHOT/Manic Miner (1983)(Bug-Byte).scr") + "\nya existe: se deja " +
+                  At("Knight Lore (1984)(Ultimate).tzx") + "\nno se pudo renombrar: se deja " +
+                  At("pyjamarama.tzx") + "\ndentro de un archivo comprimido: se deja " +
+                  At("pack.zip|dentro.tzx") + "\n");
     EXPECT_NE(r.err.find("No se pudo renombrar " + S(a) + "/Pokes/pyjamarama.pok: "),
               std::string::npos)
         << r.err;

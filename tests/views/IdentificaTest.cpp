@@ -174,7 +174,8 @@ TEST_F(IdentificaTest, TheFilesShowTheirGamesAndTheDatsNamesAreGivenAfterThePlan
     EXPECT_EQ(plan, (Texts{"renombrar " + at + "uno.tzx -> " + at + "Uno (1984)(Ocean).tzx",
                            "ya existe: se deja " + at + "Dos (1985)(Ocean).tzx"}));
     EXPECT_EQ(planned, "1");
-    EXPECT_EQ(afterRun, plan);
+    EXPECT_EQ(afterRun, (Texts{"renombrado " + at + "uno.tzx -> " + at + "Uno (1984)(Ocean).tzx",
+                               "ya existe: se deja " + at + "Dos (1985)(Ocean).tzx"}));
     EXPECT_EQ(renamed, "1");
     EXPECT_EQ(left, "1");
     EXPECT_EQ(Shown(), (Texts{Box("Se va a renombrar 1 archivo con el nombre que le da la DAT. "
