@@ -7,6 +7,8 @@
 #include "catalogue/Store.h"
 #include "maintenance/Renamer.h"
 #include "maintenance/Reorganiser.h"
+#include "platform/Archive.h"
+#include "platform/Hashes.h"
 #include "platform/PathCase.h"
 #include "platform/Spanish.h"
 
@@ -28,6 +30,9 @@ QString TidyStep::Text() const {
         return QStringLiteral("no está: se omite %1").arg(source);
     case Kind::Invalid:
         return QStringLiteral("nombre no válido: se deja %1").arg(source);
+    case Kind::Unrecorded:
+        return QStringLiteral("ya renombrado en disco: se pone al día el catálogo %1 -> %2")
+            .arg(source, dest);
     case Kind::Renamed:
         return QStringLiteral("renombrado %1 -> %2").arg(source, dest);
     case Kind::Failed:
@@ -49,6 +54,14 @@ QString Taken(platform::EntryFinder& finder, const QSet<QString>& claimed, const
     if (there.isEmpty()) return {};
     const QString existing = Records::PathIn(folder, there.front());
     return existing == self ? QString() : existing;
+}
+
+// Whether the file at path holds the bytes whose SHA1 the row keeps.
+bool HoldsRowContent(const QString& path, const QString& sha1) {
+    std::string bytes, why;
+    return !sha1.isEmpty() && platform::ReadFileOrInner(path.toStdString(), bytes, why) &&
+           platform::HashBytes(bytes.data(), static_cast<qint64>(bytes.size())).sha1 ==
+               sha1.toLower();
 }
 
 } // namespace
@@ -85,7 +98,7 @@ bool DatTidy::Plan(const QString& datName, bool& found) {
     if (!Store::Exec(q,
                      // Each file's strongest rom of the DAT, in one pass over its matches.
                      "SELECT f.FileId, f.PathIndex, f.FileName, f.Extension, f.InnerPath, "
-                     "r.Name FROM (SELECT FileId, RomId, row_number() OVER (PARTITION BY "
+                     "r.Name, f.Sha1 FROM (SELECT FileId, RomId, row_number() OVER (PARTITION BY "
                      "FileId ORDER BY Rank DESC, RomId) AS Nth FROM FileMatches WHERE DatId = ?) m "
                      "JOIN tFiles f ON f.FileId = m.FileId JOIN DatRoms r ON r.RomId = m.RomId "
                      "WHERE m.Nth = 1 ORDER BY f.FileId",
@@ -110,42 +123,57 @@ bool DatTidy::Plan(const QString& datName, bool& found) {
         const qsizetype diskDot = diskName.lastIndexOf(u'.');
         const QString newName = s.newBase + (diskDot < 0 ? QString() : diskName.mid(diskDot));
         s.dest = Records::PathIn(s.folder, newName);
-        if (!inner.isEmpty())
+        const bool validName =
+            !s.newBase.trimmed().isEmpty() && Reorganiser::FolderName(s.newBase) == s.newBase;
+        if (!inner.isEmpty()) {
             s.kind = TidyStep::Kind::Inside;
-        else if (onDisk.isEmpty())
+        } else if (onDisk.isEmpty()) {
             s.kind = TidyStep::Kind::Missing;
-        else if (s.newBase.trimmed().isEmpty() || Reorganiser::FolderName(s.newBase) != s.newBase)
+            // A run killed after renaming the file and before its row
+            // followed: the DAT's name holds the row's bytes.
+            const QString already =
+                validName ? finder.Find(s.folder, s.newBase + s.fullName.mid(name.size())) : "";
+            if (!already.isEmpty() && !claimed.contains(already.toCaseFolded()) &&
+                HoldsRowContent(already, TextOf(q.value(6)))) {
+                s.kind = TidyStep::Kind::Unrecorded;
+                s.dest = already;
+            }
+        } else if (!validName) {
             s.kind = TidyStep::Kind::Invalid;
-        else if (newName == diskName)
+        } else if (newName == diskName) {
             s.kind = TidyStep::Kind::Named;
-        else {
-            s.kind = TidyStep::Kind::Rename;
-            if (!Taken(finder, claimed, s.folder, newName, onDisk).isEmpty())
-                s.kind = TidyStep::Kind::Taken;
+        } else {
+            s.kind = Taken(finder, claimed, s.folder, newName, onDisk).isEmpty()
+                         ? TidyStep::Kind::Rename
+                         : TidyStep::Kind::Taken;
+        }
+        if (s.kind == TidyStep::Kind::Rename || s.kind == TidyStep::Kind::Unrecorded) {
             // Its side files take the name with it: the plan shows them, and
             // a name taken for any of them leaves the whole file.
             Renamer renamer;
             renamer.finder = &finder;
-            if (s.kind == TidyStep::Kind::Rename) renamer.Load(s.folder, s.fullName, s.pathIndex);
+            renamer.Load(s.folder, s.fullName, s.pathIndex);
             for (const RenameEntry& e : renamer.entries) {
-                const QString name = s.newBase + e.ending;
-                if (const QString there = Taken(finder, claimed, e.folder, name, e.source);
+                const QString side = s.newBase + e.ending;
+                if (const QString there = Taken(finder, claimed, e.folder, side, e.source);
                     !there.isEmpty()) {
                     s.kind = TidyStep::Kind::Taken;
                     s.dest = there;
                     s.sides.clear();
                     break;
                 }
-                s.sides.push_back({e.source, Records::PathIn(e.folder, name)});
+                s.sides.push_back({e.source, Records::PathIn(e.folder, side)});
             }
         }
-        if (s.kind == TidyStep::Kind::Rename) {
+        const bool acts = s.kind == TidyStep::Kind::Rename || s.kind == TidyStep::Kind::Unrecorded;
+        if (acts) {
             claimed.insert(s.dest.toCaseFolded());
             for (const auto& side : s.sides)
                 claimed.insert(side.second.toCaseFolded());
             ++planned;
+        } else if (s.kind != TidyStep::Kind::Named) {
+            ++left;
         }
-        if (s.kind != TidyStep::Kind::Rename && s.kind != TidyStep::Kind::Named) ++left;
         steps.push_back(std::move(s));
     }
     return true;
@@ -156,13 +184,14 @@ void DatTidy::Run() {
     platform::EntryFinder finder;
     qint64 tried = 0;
     for (TidyStep& s : steps) {
-        if (s.kind != TidyStep::Kind::Rename) {
+        if (s.kind != TidyStep::Kind::Rename && s.kind != TidyStep::Kind::Unrecorded) {
             if (s.kind != TidyStep::Kind::Named) ++left;
             continue;
         }
         Renamer renamer;
         renamer.finder = &finder;
         renamer.Load(s.folder, s.fullName, s.pathIndex);
+        if (s.kind == TidyStep::Kind::Unrecorded) renamer.renamedAs = QFileInfo(s.dest).fileName();
         QString newName, why;
         switch (renamer.Apply(s.newBase, newName, why)) {
         case Renamer::Outcome::Done:

@@ -20,6 +20,10 @@ struct TidyStep {
         Inside,  // "dentro de un archivo comprimido: se deja A"
         Missing, // "no está: se omite A"
         Invalid, // "nombre no válido: se deja A"
+        // The file bears the DAT's name on disk, its row the old one: a run
+        // was killed between them. "ya renombrado en disco: se pone al día
+        // el catálogo A -> B"
+        Unrecorded,
         // After the run:
         Renamed, // "renombrado A -> B"
         Failed,  // "no se pudo renombrar: se deja A"
@@ -48,7 +52,8 @@ public:
     bool Plan(const QString& datName, bool& found);
     // Asks whether to rename the files the plan renames.
     bool Confirm() const;
-    // Renames as planned. Steps that end otherwise change their kind.
+    // Renames as planned (and brings rows and side files up to a file
+    // renamed by a killed run). Steps that end otherwise change their kind.
     void Run();
 
     std::vector<TidyStep> steps;

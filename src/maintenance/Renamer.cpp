@@ -56,18 +56,19 @@ Renamer::Outcome Renamer::Apply(const QString& newBase, QString& newName, QStrin
     if (newBase.trimmed().isEmpty()) return Outcome::Blank;
     platform::EntryFinder own;
     platform::EntryFinder& find = finder ? *finder : own;
-    const QString file = find.Find(folder, oldFull);
+    const QString file = renamedAs.isEmpty() ? find.Find(folder, oldFull) : QString();
     // The extension keeps its case on disk; the catalogue holds it in lower
     // case.
     const QString onDisk = file.isEmpty() ? oldFull : QFileInfo(file).fileName();
     const qsizetype dot = onDisk.lastIndexOf(u'.');
-    newName = newBase + (dot < 0 ? QString() : onDisk.mid(dot));
+    newName = renamedAs.isEmpty() ? newBase + (dot < 0 ? QString() : onDisk.mid(dot)) : renamedAs;
     if (newName == onDisk) return Outcome::Same;
     if (Reorganiser::FolderName(newBase) != newBase) return Outcome::Invalid;
     // Every rename, file first, then the ticked side files in list order.
     std::vector<std::pair<QString, QString>> moves;
-    moves.push_back({file.isEmpty() ? Records::PathIn(folder, oldFull) : file,
-                     Records::PathIn(folder, newName)});
+    if (renamedAs.isEmpty())
+        moves.push_back({file.isEmpty() ? Records::PathIn(folder, oldFull) : file,
+                         Records::PathIn(folder, newName)});
     for (const RenameEntry& e : entries)
         if (e.ticked) moves.push_back({e.source, Records::PathIn(e.folder, newBase + e.ending)});
     for (const auto& [from, to] : moves) {

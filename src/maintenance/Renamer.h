@@ -50,6 +50,10 @@ public:
     // Given by a run that renames many files: the folders it lists once and
     // that follow its renames. Without it each call reads what it needs.
     platform::EntryFinder* finder = nullptr;
+    // The name the file already bears in its folder when a run was killed
+    // after renaming it and before its row followed: then only its side
+    // files and its row are brought to that name.
+    QString renamedAs;
 
 private:
     bool RenombraFileInDB(const QString& newBase);

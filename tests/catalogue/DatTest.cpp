@@ -19,14 +19,6 @@ platform::ContentHashes HashOf(const QByteArray& b) {
     return platform::HashBytes(b.constData(), b.size());
 }
 
-Lines Split(const std::string& text) {
-    Lines lines;
-    std::size_t from = 0;
-    for (std::size_t at; (at = text.find('\n', from)) != std::string::npos; from = at + 1)
-        lines.push_back(text.substr(from, at - from));
-    return lines;
-}
-
 QString DatText(const QString& name, const QString& games) {
     return "<?xml version=\"1.0\"?>\n<!DOCTYPE datafile PUBLIC \"-//Logiqx//DTD ROM Management "
            "Datafile//EN\" \"http://www.logiqx.com/Dats/datafile.dtd\">\n<datafile>\n"

@@ -30,4 +30,13 @@ inline Result CliWithoutTime(const std::vector<std::string>& args) {
     return r;
 }
 
+// What a command wrote, a line each.
+inline std::vector<std::string> Split(const std::string& text) {
+    std::vector<std::string> lines;
+    std::size_t from = 0;
+    for (std::size_t at; (at = text.find('\n', from)) != std::string::npos; from = at + 1)
+        lines.push_back(text.substr(from, at - from));
+    return lines;
+}
+
 } // namespace cintal::test

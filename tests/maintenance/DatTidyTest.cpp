@@ -6,6 +6,7 @@
 #include "platform/Hashes.h"
 
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
 
 namespace cintal::test {
@@ -124,6 +125,52 @@ TEST_F(DatTidyTest, ThePlanThenTheRenamesWithWhatIsLeftAndWhatFailed) {
     EXPECT_TRUE(Has("KNIGHT.tzx"));
     EXPECT_EQ(Rows("SELECT FileName FROM tFiles ORDER BY FileId"),
               Lines({"Manic Miner (1983)(Bug-Byte)", "KNIGHT", "pyjamarama", "pack"}));
+}
+
+// A run killed after renaming a file and before its row and side files
+// followed, taken up by the next run; a catalogue that refuses the change
+// (a full disk) puts the side files back and the run goes on.
+TEST_F(DatTidyTest, ARunKilledHalfwayIsTakenUpAndAFullCatalogueChangesNothing) {
+    QDir().rmdir(a + "/Pokes/Pyjamarama (1984)(Mikro-Gen).pok");
+    ASSERT_TRUE(QFile::rename(a + "/mm.tzx", a + "/Manic Miner (1983)(Bug-Byte).tzx"));
+    // Another file with the DAT's name but other bytes is no such run.
+    ASSERT_TRUE(QFile::rename(a + "/pyjamarama.tzx", a + "/pyjamarama.bak"));
+    WriteFile(a + "/Pyjamarama (1984)(Mikro-Gen).tzx", "otra cosa");
+    Result r = Run({"tidy", "--dat", "zx", "--dry-run"});
+    EXPECT_EQ(Split(r.out)[0], "ya renombrado en disco: se pone al día el catálogo " +
+                                   At("mm.tzx") + " -> " + At("Manic Miner (1983)(Bug-Byte).tzx"));
+    EXPECT_EQ(Split(r.out)[1], "    con su archivo lateral " + At("SCRSHOT/mm.scr") + " -> " +
+                                   At("SCRSHOT/Manic Miner (1983)(Bug-Byte).scr"));
+    EXPECT_EQ(Split(r.out)[3], "no está: se omite " + At("pyjamarama.tzx"));
+    QFile::remove(a + "/Pyjamarama (1984)(Mikro-Gen).tzx");
+    ASSERT_TRUE(QFile::rename(a + "/pyjamarama.bak", a + "/pyjamarama.tzx"));
+
+    Sql(db, "CREATE TRIGGER lleno BEFORE UPDATE ON tFiles WHEN NEW.FileName LIKE 'Manic%' "
+            "BEGIN SELECT RAISE(ABORT, 'disco lleno'); END");
+    r = Run({"tidy", "--dat", "zx", "--yes"});
+    EXPECT_EQ(r.status, 1);
+    EXPECT_NE(r.err.find("No se pudo renombrar el catálogo: disco lleno. Los archivos conservan "
+                         "su nombre anterior."),
+              std::string::npos)
+        << r.err;
+    EXPECT_NE(r.out.find("no se pudo renombrar: se deja " + At("mm.tzx")), std::string::npos);
+    EXPECT_TRUE(Has("SCRSHOT/mm.scr")) << "the side file is put back";
+    // The run went on with the next file.
+    EXPECT_TRUE(Has("Pyjamarama (1984)(Mikro-Gen).tzx"));
+    EXPECT_TRUE(Has("Pokes/Pyjamarama (1984)(Mikro-Gen).pok"));
+
+    Sql(db, "DROP TRIGGER lleno");
+    r = Run({"tidy", "--dat", "zx", "--yes"});
+    EXPECT_EQ(r.status, 0) << r.err;
+    EXPECT_EQ(Split(r.out)[0],
+              "renombrado " + At("mm.tzx") + " -> " + At("Manic Miner (1983)(Bug-Byte).tzx"));
+    EXPECT_TRUE(Has("SCRSHOT/Manic Miner (1983)(Bug-Byte).scr"));
+    EXPECT_EQ(
+        Rows("SELECT FileName FROM tFiles ORDER BY FileId"),
+        Lines({"Manic Miner (1983)(Bug-Byte)", "KNIGHT", "Pyjamarama (1984)(Mikro-Gen)", "pack"}));
+    // Run again: nothing is left to do.
+    EXPECT_NE(Run({"tidy", "--dat", "zx", "--yes"}).out.find("Renombrados: 0\nDejados: 2\n"),
+              std::string::npos);
 }
 
 } // namespace
