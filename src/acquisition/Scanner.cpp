@@ -2,6 +2,7 @@
 
 #include "catalogue/Breathe.h"
 #include "catalogue/Comunes.h"
+#include "catalogue/Dats.h"
 #include "catalogue/FileHashes.h"
 #include "catalogue/Records.h"
 #include "catalogue/Store.h"
@@ -401,24 +402,25 @@ bool AddScannedFile(double& idPub, double& titleId, const QString& inner,
     }
     const QString lang = Comunes::FromTape(info.iLang);
     const QString memory = VariantText(info.fMemory);
-    if (!Store::Run(
-            "INSERT INTO tFiles (TitleId, FileName, Extension, PathIndex, Origscreen, "
-            "Memory, Players, FileSize, Origin, IdLang, LoadSchema, HaveIt, InnerPath, "
-            "Crc32, Md5, Sha1, DiskSize, DiskTime) "
-            "VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)",
-            {static_cast<qint64>(titleId), fileName, extension, pathIndex,
-             info.fOriginalScreen ? 1 : 0,
-             memory.isEmpty() ? QVariant() : QVariant(memory.toLongLong()),
-             VariantText(info.fPlayers).toLongLong(), VariantText(info.fFileSize).toLongLong(),
-             Comunes::FromTape(info.iOrigin).left(50),
-             lang.isEmpty() ? QVariant() : QVariant(lang.left(3)), Comunes::FromTape(info.iSchema),
-             onDisk ? 1 : 0, inner.isEmpty() ? QVariant() : QVariant(inner),
-             hashes ? QVariant(hashes->crc32) : QVariant(),
-             hashes ? QVariant(hashes->md5) : QVariant(),
-             hashes ? QVariant(hashes->sha1) : QVariant(),
-             hashes ? QVariant(stamp.size) : QVariant(),
-             hashes ? QVariant(stamp.time) : QVariant()}))
-        return false;
+    QSqlQuery* row = Store::Cached(
+        "INSERT INTO tFiles (TitleId, FileName, Extension, PathIndex, Origscreen, "
+        "Memory, Players, FileSize, Origin, IdLang, LoadSchema, HaveIt, InnerPath, "
+        "Crc32, Md5, Sha1, DiskSize, DiskTime) "
+        "VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)",
+        {static_cast<qint64>(titleId), fileName, extension, pathIndex, info.fOriginalScreen ? 1 : 0,
+         memory.isEmpty() ? QVariant() : QVariant(memory.toLongLong()),
+         VariantText(info.fPlayers).toLongLong(), VariantText(info.fFileSize).toLongLong(),
+         Comunes::FromTape(info.iOrigin).left(50),
+         lang.isEmpty() ? QVariant() : QVariant(lang.left(3)), Comunes::FromTape(info.iSchema),
+         onDisk ? 1 : 0, inner.isEmpty() ? QVariant() : QVariant(inner),
+         hashes ? QVariant(hashes->crc32) : QVariant(), hashes ? QVariant(hashes->md5) : QVariant(),
+         hashes ? QVariant(hashes->sha1) : QVariant(), hashes ? QVariant(stamp.size) : QVariant(),
+         hashes ? QVariant(stamp.time) : QVariant()});
+    if (!row) return false;
+    const qint64 fileId = Store::LastInsertId(*row);
+    row->finish();
+    // Known to a DAT from the moment it is catalogued, as a file hashed again is.
+    if (hashes && !Dats::IdentifyFile(fileId, *hashes, true)) return false;
     return Store::Run("UPDATE Titles SET HaveIt = 1 WHERE TitleId = ?",
                       {static_cast<qint64>(titleId)});
 }

@@ -200,7 +200,7 @@ bool Identify() {
     return Store::Commit();
 }
 
-bool IdentifyFile(qint64 fileId, const platform::ContentHashes& h) {
+bool IdentifyFile(qint64 fileId, const platform::ContentHashes& h, bool newRow) {
     const FileKey f{fileId, h.size, h.crc32.toLower(), h.md5.toLower(), h.sha1.toLower()};
     QSqlQuery* q =
         Store::Cached("SELECT RomId, DatId, Size, Crc32, Md5, Sha1 FROM DatRoms WHERE Sha1 = ? "
@@ -216,7 +216,7 @@ bool IdentifyFile(qint64 fileId, const platform::ContentHashes& h) {
     std::vector<const Rom*> candidates;
     for (const Rom& r : roms)
         candidates.push_back(&r);
-    return Store::Run("DELETE FROM FileMatches WHERE FileId = ?", {fileId}) &&
+    return (newRow || Store::Run("DELETE FROM FileMatches WHERE FileId = ?", {fileId})) &&
            Keep(fileId, Matches(f, candidates));
 }
 
@@ -269,8 +269,10 @@ std::optional<HaveReport> Report(const QString& datName, bool& found) {
                      "SELECT g.GameId, g.Name, r.RomId, r.Name, f.FileId, f.PathIndex, "
                      "f.FileName, f.Extension, f.InnerPath FROM DatGames g "
                      "LEFT JOIN DatRoms r ON r.GameId = g.GameId "
-                     "LEFT JOIN (SELECT RomId, min(FileId) AS FileId FROM FileMatches "
-                     "WHERE DatId = ? GROUP BY RomId) m ON m.RomId = r.RomId "
+                     // Only rows that still stand: deleting a file row leaves its matches.
+                     "LEFT JOIN (SELECT x.RomId, min(x.FileId) AS FileId FROM FileMatches x "
+                     "JOIN tFiles t ON t.FileId = x.FileId WHERE x.DatId = ? GROUP BY x.RomId) m "
+                     "ON m.RomId = r.RomId "
                      "LEFT JOIN tFiles f ON f.FileId = m.FileId "
                      "WHERE g.DatId = ? ORDER BY g.GameId, r.RomId",
                      {datId, datId}))

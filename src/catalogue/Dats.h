@@ -58,8 +58,9 @@ bool Remove(qint64 id, bool& found);
 
 // Every file row matched again against every DAT.
 bool Identify();
-// One file row matched again, after its hashes changed to these.
-bool IdentifyFile(qint64 fileId, const platform::ContentHashes& hashes);
+// One file row matched again, after its hashes changed to these; a new row
+// has no matches to forget.
+bool IdentifyFile(qint64 fileId, const platform::ContentHashes& hashes, bool newRow = false);
 
 // Every file row, by FileId, with what it is.
 std::optional<std::vector<Identified>> Identifications();

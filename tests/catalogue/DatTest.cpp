@@ -8,6 +8,7 @@
 #include "platform/Hashes.h"
 
 #include <QBuffer>
+#include <QDir>
 #include <QRegularExpression>
 
 namespace cintal::test {
@@ -191,6 +192,29 @@ TEST_F(DatTest, TheReportListsWhatIsHadAndWhatIsMissing) {
                   "\r\nTengo;\"Dos; \"\"el regreso\"\"\";" + S(dir.filePath("dos.tzx")) +
                   "\r\nTengo;Tres;" + S(dir.filePath("TRES.TZX")) + "\r\n");
     EXPECT_EQ(Run({"report", "--dat", "Nada"}).err, "No hay ningún DAT llamado Nada\n");
+}
+
+// A tape the scan catalogues is known to the DATs at once, and a deleted row
+// leaves the game to the other file that holds it.
+TEST_F(DatTest, ScannedFilesAreKnownAtOnceAndDeletedRowsStopCounting) {
+    const QByteArray tape("ZXTape!\x1a\x01\x14", 10);
+    ASSERT_EQ(
+        Run({"dat", "add",
+             Dat("c.dat", DatText("Cintas", "<game name=\"Cinta (1990)(Nadie)\">" +
+                                                Rom("Cinta.tzx", HashOf(tape), "s") + "</game>"))})
+            .status,
+        0);
+    QDir().mkpath(dir.filePath("nueva"));
+    WriteFile(dir.filePath("nueva/cinta.tzx"), tape);
+    WriteFile(dir.filePath("nueva/copia.tzx"), tape);
+    ASSERT_EQ(Run({"scan", S(dir.filePath("nueva"))}).status, 0);
+    EXPECT_EQ(Rows("SELECT f.FileName FROM FileMatches m JOIN tFiles f ON f.FileId = m.FileId "
+                   "ORDER BY f.FileId"),
+              Lines({"cinta", "copia"}));
+    Sql(db, "DELETE FROM tFiles WHERE FileName = 'cinta'");
+    EXPECT_EQ(Split(Run({"report", "--dat", "Cintas"}).out),
+              Lines({"tengo\tCinta (1990)(Nadie)\t" + S(dir.filePath("nueva/copia.tzx")),
+                     "Tengo 1 de 1 (100,0 %)"}));
 }
 
 } // namespace
