@@ -2,7 +2,9 @@
 
 #include "catalogue/Ask.h"
 #include "catalogue/Comunes.h"
+#include "catalogue/FileHashes.h"
 #include "platform/Archive.h"
+#include "platform/Hashes.h"
 #include "platform/Spanish.h"
 #include "platform/TapeAt.h"
 #include "tape/Prompt.h"
@@ -294,6 +296,13 @@ Inspector::TapeSaved Inspector::SaveTape(std::optional<qint64> fileId) {
     values.origin = Comunes::FromTape(info.iOrigin).left(50);
     values.lang = Comunes::FromTape(info.iLang);
     values.schema = Comunes::FromTape(info.iSchema);
+    // The bytes changed: so did the hashes, and which DAT rom the file is.
+    std::string bytes, why;
+    if (result.written && platform::ReadFileOrInner(path.toStdString(), bytes, why) &&
+        !FileHashes::Save(*fileId,
+                          platform::HashBytes(bytes.data(), static_cast<qint64>(bytes.size())),
+                          FileHashes::StampOf(path)))
+        return result; // the store has shown its failure
     FileRow row;
     switch (SaveTapeFileRow(*fileId, values, row)) {
     case FileRowSaved::Saved:

@@ -9,6 +9,7 @@
 
 #include <QBuffer>
 #include <QDir>
+#include <QFile>
 #include <QRegularExpression>
 
 namespace cintal::test {
@@ -215,6 +216,16 @@ TEST_F(DatTest, ScannedFilesAreKnownAtOnceAndDeletedRowsStopCounting) {
     EXPECT_EQ(Split(Run({"report", "--dat", "Cintas"}).out),
               Lines({"tengo\tCinta (1990)(Nadie)\t" + S(dir.filePath("nueva/copia.tzx")),
                      "Tengo 1 de 1 (100,0 %)"}));
+    // Saved with new archive information, the tape is no longer the DAT's.
+    ASSERT_EQ(
+        Run({"info", "--set", "iName=Otra", "--yes", S(dir.filePath("nueva/copia.tzx"))}).status,
+        0);
+    QFile file(dir.filePath("nueva/copia.tzx"));
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    const QByteArray saved = file.readAll();
+    EXPECT_EQ(Rows("SELECT Sha1 FROM tFiles"), Lines({S(HashOf(saved).sha1)}));
+    EXPECT_EQ(Rows("SELECT count(*) FROM FileMatches m JOIN tFiles f ON f.FileId = m.FileId"),
+              Lines({"0"}));
 }
 
 } // namespace
