@@ -95,7 +95,7 @@ int Identify(const std::vector<std::string>& args, std::ostream& out, std::ostre
         status >= 0)
         return status;
     if (!OpenCatalogue(QString::fromStdString(a.Value("--db")), err)) return 2;
-    if (!Refresh(err) || !Dats::Identify()) return 2;
+    if (!Refresh(err)) return 2;
     const auto rows = Dats::Identifications();
     if (!rows) return 2;
     qint64 known = 0;
