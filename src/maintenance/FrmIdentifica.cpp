@@ -8,6 +8,7 @@
 #include "maintenance/FrmRenombraDat.h"
 #include "platform/Spanish.h"
 #include "tape/Content.h"
+#include "widgets/Grids.h"
 
 #include <QApplication>
 #include <QFileDialog>
@@ -29,13 +30,9 @@ const QString kTitle = QStringLiteral("Identificar colección");
 FrmIdentifica::FrmIdentifica(QWidget* parent) : QDialog(parent) {
     setWindowTitle(kTitle);
     resize(900, 560);
-    GridDats = new Grid;
-    GridDats->setObjectName("GridDats");
-    GridDats->SetRowMode(true);
-    GridDats->SetDefaultRowHeight(18);
-    GridDats->AddColumn("ColNombre", "Nombre", Grid::AlignDefault, -1, 300, true);
-    GridDats->AddColumn("ColVersion", "Versión", Grid::AlignDefault, -1, 100, true);
-    GridDats->AddColumn("ColEntradas", "Entradas", Grid::AlignRight, -1, 80, true);
+    GridDats = Grids::ListGrid("GridDats", {{"ColNombre", "Nombre", Grid::AlignDefault, 300},
+                                            {"ColVersion", "Versión", Grid::AlignDefault, 100},
+                                            {"ColEntradas", "Entradas", Grid::AlignRight, 80}});
     CmdAdd = new QPushButton(QStringLiteral("Añadir DAT..."));
     CmdQuitar = new QPushButton(QStringLiteral("Quitar"));
     auto* datButtons = new QVBoxLayout;
@@ -46,13 +43,9 @@ FrmIdentifica::FrmIdentifica(QWidget* parent) : QDialog(parent) {
     top->addWidget(GridDats, 1);
     top->addLayout(datButtons);
 
-    GridGames = new Grid;
-    GridGames->setObjectName("GridGames");
-    GridGames->SetRowMode(true);
-    GridGames->SetDefaultRowHeight(18);
-    GridGames->AddColumn("ColEstado", "Estado", Grid::AlignDefault, -1, 60, true);
-    GridGames->AddColumn("ColJuego", "Juego", Grid::AlignDefault, -1, 320, true);
-    GridGames->AddColumn("ColRuta", "Ruta", Grid::AlignDefault, -1, 400, true);
+    GridGames = Grids::ListGrid("GridGames", {{"ColEstado", "Estado", Grid::AlignDefault, 60},
+                                              {"ColJuego", "Juego", Grid::AlignDefault, 320},
+                                              {"ColRuta", "Ruta", Grid::AlignDefault, 400}});
     OptTodos = new QRadioButton(QStringLiteral("Todos"));
     OptTengo = new QRadioButton(QStringLiteral("Tengo"));
     OptFalta = new QRadioButton(QStringLiteral("Falta"));

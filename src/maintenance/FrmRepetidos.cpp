@@ -2,6 +2,7 @@
 
 #include "catalogue/FileHashes.h"
 #include "platform/Spanish.h"
+#include "widgets/Grids.h"
 
 #include <QApplication>
 #include <QLabel>
@@ -13,15 +14,11 @@ namespace cintal {
 FrmRepetidos::FrmRepetidos(QWidget* parent) : QDialog(parent) {
     setWindowTitle(QStringLiteral("Archivos repetidos"));
     resize(1180, 480);
-    GridFiles = new Grid;
-    GridFiles->setObjectName("GridFiles");
-    GridFiles->SetRowMode(true);
-    GridFiles->SetDefaultRowHeight(18);
-    GridFiles->AddColumn("ColGrupo", "Grupo", Grid::AlignRight, -1, 50, true);
-    GridFiles->AddColumn("ColSize", "Tamaño", Grid::AlignRight, -1, 70, true);
-    GridFiles->AddColumn("ColSha1", "SHA1", Grid::AlignDefault, -1, 200, true);
-    GridFiles->AddColumn("ColTitle", "Título", Grid::AlignDefault, -1, 120, true);
-    GridFiles->AddColumn("ColPath", "Ruta", Grid::AlignDefault, -1, 300, true);
+    GridFiles = Grids::ListGrid("GridFiles", {{"ColGrupo", "Grupo", Grid::AlignRight, 50},
+                                              {"ColSize", "Tamaño", Grid::AlignRight, 70},
+                                              {"ColSha1", "SHA1", Grid::AlignDefault, 200},
+                                              {"ColTitle", "Título", Grid::AlignDefault, 120},
+                                              {"ColPath", "Ruta", Grid::AlignDefault, 300}});
     LabelResumen = new QLabel;
     LabelResumen->setObjectName("LabelResumen");
     Progress = new QProgressBar;

@@ -72,6 +72,16 @@ QString TitlesCaption(qint64 found, qint64 shown) {
         .arg(Number(found), Number(shown));
 }
 
+Grid* ListGrid(const char* name, std::initializer_list<ListColumn> columns) {
+    auto* grid = new Grid;
+    grid->setObjectName(name);
+    grid->SetRowMode(true);
+    grid->SetDefaultRowHeight(18);
+    for (const ListColumn& c : columns)
+        grid->AddColumn(c.key, QString::fromUtf8(c.header), c.alignment, -1, c.width, true);
+    return grid;
+}
+
 void SetupGridTitles(Grid& grid) {
     grid.SetDefaultRowHeight(130 / 15);
     grid.SetRedraw(false);

@@ -6,6 +6,7 @@
 
 #include <QColor>
 #include <QString>
+#include <initializer_list>
 
 class QCheckBox;
 class QComboBox;
@@ -76,6 +77,16 @@ inline QCheckBox* UnknownBox = nullptr;
 inline const IconSet* FormatIcon = nullptr;
 // The splash window while it stands, or nothing.
 inline ProgressSink* Splash = nullptr;
+
+// A grid of rows to read and pick, as the maintenance windows list things:
+// the whole row selected, rows of 18 pixels, these columns.
+struct ListColumn {
+    const char* key;
+    const char* header; // UTF-8
+    int alignment;
+    int width;
+};
+Grid* ListGrid(const char* name, std::initializer_list<ListColumn> columns);
 
 void SetupGridTitles(Grid& grid);
 void SetupGridFiles(Grid& grid);
